@@ -1,0 +1,21 @@
+#pragma once
+
+#include "Vantrel/Controller/KeyboardShortcut.hpp"
+#include "Vantrel/Controller/SettingEnumerations.hpp"
+
+namespace vantrel {
+
+/// What the settings window can ask of the application. The window holds its delegate weakly.
+class PreferencesWindowControllerDelegate {
+  public:
+    virtual ~PreferencesWindowControllerDelegate() = default;
+
+    virtual void preferencesDidRecordShortcut(const KeyboardShortcut& shortcut) = 0;
+    virtual void preferencesDidResetShortcut() = 0;
+    virtual void preferencesDidChangeMode(VantrelMode mode) = 0;
+    virtual void preferencesDidChangeAnimation(AnimationStyle style) = 0;
+    virtual void preferencesDidChangeSound(bool enabled) = 0;
+    virtual void preferencesDidClearSavedPoints() = 0;
+};
+
+}  // namespace vantrel
