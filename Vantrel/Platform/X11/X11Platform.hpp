@@ -35,9 +35,9 @@ class X11Platform {
     /// Hands URLs to the agent that has the display. False when there is none. For starts without a session bus.
     bool sendToAgent(const std::vector<std::string>& urls);
 
-    /// Serves the connection from the main context, until this object is destroyed. `connectionLost` is called once when
-    /// the X server goes away; `opened` is called with the URLs that another start of the program handed over, an empty
-    /// list meaning that it was started without any.
+    /// Serves the connection from the main context, until this object is destroyed. `connectionLost` is called once
+    /// when the X server goes away; `opened` is called with the URLs that another start of the program handed over, an
+    /// empty list meaning that it was started without any.
     void attach(GMainContext* context, std::function<void()> connectionLost,
                 std::function<void(std::vector<std::string>)> opened);
 
