@@ -33,12 +33,19 @@ inline constexpr std::uint32_t vantrelHotKeySignature = fourCharCode("VNTL");
 class AppDelegate final : public ApplicationDelegate,
                           public PreferencesWindowControllerDelegate,
                           public std::enable_shared_from_this<AppDelegate> {
+    struct CreationKey {
+        explicit CreationKey() = default;
+    };
+
   public:
     /// Creates the controller with its built-in values and an untitled status item. Nothing is loaded or registered
     /// before applicationDidFinishLaunching(). The platform outlives the controller.
     static std::shared_ptr<AppDelegate> create(const Platform& platform, std::uint32_t hotKeySignature,
                                                EventHandlerProc hotKeyHandler);
 
+    /// Kept to create() by its key: the controller always lives in a shared pointer.
+    AppDelegate(CreationKey key, const Platform& platform, std::uint32_t hotKeySignature,
+                EventHandlerProc hotKeyHandler);
     ~AppDelegate() override;
     AppDelegate(const AppDelegate&) = delete;
     AppDelegate& operator=(const AppDelegate&) = delete;
@@ -108,19 +115,33 @@ class AppDelegate final : public ApplicationDelegate,
   private:
     friend struct AppDelegateInspector;  // the tests' window on the fields
 
-    AppDelegate(const Platform& platform, std::uint32_t hotKeySignature, EventHandlerProc hotKeyHandler);
+    /// What the status item shows between two flashes.
+    static constexpr const char* normalStatusTitle = "Vantrel";
 
+    /// What came of an attempt to register a hot key.
+    struct HotKeyRegistration {
+        OSStatus status = 0;
+        EventHotKeyRef hotKeyRef = nullptr;
+
+        /// A status of 0 without a reference is a refusal too.
+        [[nodiscard]] bool succeeded() const { return status == 0 && hotKeyRef != nullptr; }
+    };
+
+    // Lifecycle (Lifecycle.cpp)
+    void dressStatusItem();
     void assertMainThread(std::string_view operation) const;
 
     // Settings (Settings.cpp)
     void loadSettings();
     void loadPrimaryShortcut();
+    void loadSavedPoints();
     void loadRememberedPositions();
     void saveSavedPoints();
     void saveRememberedPositions();
     void storeMode(VantrelMode newMode);
     void storeAnimationStyle(AnimationStyle style);
     void storeSoundEnabled(bool enabled);
+    void storePrimaryShortcut();
 
     // Hot keys (HotKeys.cpp)
     void installHotKeyHandler();
@@ -129,7 +150,9 @@ class AppDelegate final : public ApplicationDelegate,
     void registerSecondaryHotKey(std::uint32_t keyCode, std::uint32_t modifiers, HotKeyAction action);
     void releasePrimaryHotKey();
     void unregisterHotKeys();
-    OSStatus registerHotKey(const KeyboardShortcut& shortcut, HotKeyAction action, EventHotKeyRef& hotKeyRef);
+    HotKeyRegistration registerHotKey(const KeyboardShortcut& shortcut, HotKeyAction action);
+    bool tryPrimaryShortcut(const KeyboardShortcut& shortcut);
+    void restorePrimaryShortcut(const std::string& refusedLabel, OSStatus refusalStatus);
     void performHotKeyAction(std::uint32_t id);
 
     // Actions (TeleportActions.cpp)
@@ -140,6 +163,9 @@ class AppDelegate final : public ApplicationDelegate,
     void movePointer(const VantrelPoint& target);
     void movePointerAtOnce(const VantrelPoint& target);
     void playFeedbackSound();
+
+    // Status flash (StatusFlash.cpp)
+    void resetStatusTitle();
 
     Platform platform_;
     std::uint32_t hotKeySignature_;

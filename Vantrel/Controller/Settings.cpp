@@ -1,0 +1,153 @@
+#include "Vantrel/Controller/AppDelegate.hpp"
+
+#include "Vantrel/Platform/FatalError.hpp"
+
+#include <limits>
+#include <utility>
+
+namespace vantrel {
+
+namespace {
+
+constexpr std::string_view modeKey = "mode";
+// Shorter than the field's name: the stored form, which must not change.
+constexpr std::string_view animationKey = "animation";
+constexpr std::string_view soundEnabledKey = "soundEnabled";
+constexpr std::string_view primaryHotKeyCodeKey = "primaryHotKeyCode";
+constexpr std::string_view primaryHotKeyModifiersKey = "primaryHotKeyModifiers";
+constexpr std::string_view savedPointsKey = "savedPoints";
+constexpr std::string_view rememberedPositionsKey = "rememberedPositions";
+
+constexpr std::uint64_t largestIdentifier = std::numeric_limits<std::uint32_t>::max();
+
+/// A hot key that names no key at all is a damaged store: to guess one would bind a key that nobody chose.
+std::uint32_t hotKeyNumber(std::int64_t stored, std::string_view key) {
+    if (stored < 0 || stored > static_cast<std::int64_t>(largestIdentifier)) {
+        fatalError("The stored value " + std::to_string(stored) + " of '" + std::string(key) +
+                   "' is not an unsigned 32-bit number");
+    }
+    return static_cast<std::uint32_t>(stored);
+}
+
+/// The number that the text spells: an optional sign, then decimal digits and nothing else. None beyond 32 bits, and
+/// after a minus for anything but zero.
+std::optional<std::uint32_t> displayIdentifier(std::string_view text) {
+    const bool isNegative = text.starts_with('-');
+    if (isNegative || text.starts_with('+')) {
+        text.remove_prefix(1);
+    }
+    if (text.empty()) {
+        return std::nullopt;
+    }
+    std::uint64_t value = 0;
+    for (const char character : text) {
+        if (character < '0' || character > '9') {
+            return std::nullopt;
+        }
+        value = value * 10 + static_cast<std::uint64_t>(character - '0');
+        if (value > largestIdentifier) {
+            return std::nullopt;
+        }
+    }
+    if (isNegative && value != 0) {
+        return std::nullopt;
+    }
+    return static_cast<std::uint32_t>(value);
+}
+
+}  // namespace
+
+void AppDelegate::loadSettings() {
+    if (const auto text = defaults.stringForKey(modeKey)) {
+        mode = modeFromRawValue(*text).value_or(mode);
+    }
+    if (const auto text = defaults.stringForKey(animationKey)) {
+        animationStyle = animationStyleFromRawValue(*text).value_or(animationStyle);
+    }
+    if (defaults.objectForKey(soundEnabledKey)) {
+        soundEnabled = defaults.boolForKey(soundEnabledKey);
+    }
+    loadPrimaryShortcut();
+    loadSavedPoints();
+    loadRememberedPositions();
+}
+
+void AppDelegate::loadPrimaryShortcut() {
+    if (!defaults.objectForKey(primaryHotKeyCodeKey) || !defaults.objectForKey(primaryHotKeyModifiersKey)) {
+        return;
+    }
+    const std::uint32_t keyCode = hotKeyNumber(defaults.integerForKey(primaryHotKeyCodeKey), primaryHotKeyCodeKey);
+    const std::uint32_t modifiers =
+        hotKeyNumber(defaults.integerForKey(primaryHotKeyModifiersKey), primaryHotKeyModifiersKey);
+    // A key without modifiers would take that key away from every other program.
+    if (modifiers != 0) {
+        primaryShortcut = KeyboardShortcut{keyCode, modifiers};
+    }
+}
+
+void AppDelegate::loadSavedPoints() {
+    const auto data = defaults.dataForKey(savedPointsKey);
+    if (!data) {
+        return;
+    }
+    if (auto points = decoder.decodeSavedPoints(*data)) {
+        savedPoints = std::move(*points);
+    }
+}
+
+void AppDelegate::loadRememberedPositions() {
+    const auto data = defaults.dataForKey(rememberedPositionsKey);
+    if (!data) {
+        return;
+    }
+    const auto members = decoder.decodePositions(*data);
+    if (!members) {
+        return;
+    }
+    RememberedPositions positions;
+    for (const auto& [name, point] : *members) {
+        const auto identifier = displayIdentifier(name);
+        if (!identifier) {
+            continue;
+        }
+        if (!positions.emplace(*identifier, point).second) {
+            fatalError("Duplicate values for key: '" + std::to_string(*identifier) + "'");
+        }
+    }
+    rememberedPositions = std::move(positions);
+}
+
+void AppDelegate::saveSavedPoints() {
+    if (auto json = encoder.encode(savedPoints)) {
+        defaults.setObject(DefaultsData{std::move(*json)}, savedPointsKey);
+    }
+}
+
+void AppDelegate::saveRememberedPositions() {
+    if (auto json = encoder.encode(rememberedPositions)) {
+        defaults.setObject(DefaultsData{std::move(*json)}, rememberedPositionsKey);
+    }
+}
+
+void AppDelegate::storeMode(VantrelMode newMode) {
+    mode = newMode;
+    defaults.setObject(std::string(rawValue(newMode)), modeKey);
+}
+
+void AppDelegate::storeAnimationStyle(AnimationStyle style) {
+    animationStyle = style;
+    defaults.setObject(std::string(rawValue(style)), animationKey);
+}
+
+void AppDelegate::storeSoundEnabled(bool enabled) {
+    soundEnabled = enabled;
+    defaults.setBool(enabled, soundEnabledKey);
+}
+
+void AppDelegate::storePrimaryShortcut() {
+    // Together, so that a crash cannot leave one shortcut's key with another's modifiers.
+    defaults.setObjects({{primaryHotKeyCodeKey, std::int64_t{primaryShortcut.keyCode}},
+                         {primaryHotKeyModifiersKey, std::int64_t{primaryShortcut.modifiers}}});
+}
+
+}  // namespace vantrel
