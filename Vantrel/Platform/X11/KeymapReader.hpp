@@ -1,0 +1,17 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include "Vantrel/Platform/X11/Keymap.hpp"
+#include "Vantrel/Platform/X11/X11Connection.hpp"
+
+namespace vantrel::x11 {
+
+/// Reads the live keymap of the core keyboard: one blocking round trip. A keyboard without keys when the server is
+/// gone.
+Keymap readKeymap(const X11Connection& connection);
+
+/// The keys that are physically held at this moment: one blocking round trip.
+KeySet readHeldKeys(const X11Connection& connection);
+
+}  // namespace vantrel::x11
