@@ -45,6 +45,12 @@ class StatusItem {
 
     /// Replaces the menu as a whole.
     virtual void setMenu(Menu menu) = 0;
+
+    /// Whether a panel shows the item at present, so that the menu can be reached there.
+    [[nodiscard]] virtual bool isVisible() const { return true; }
+
+    /// Opens the menu at the pointer, for desktops whose panel does not show the item.
+    virtual void popUpMenu() {}
 };
 
 /// The desktop's panel, whichever it is.
