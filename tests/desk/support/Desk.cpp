@@ -1,0 +1,81 @@
+#include "tests/desk/support/Desk.hpp"
+
+#include <stdexcept>
+
+#include "tests/desk/support/KeyGrab.hpp"
+
+namespace vantrel::desk {
+
+namespace {
+
+std::unique_ptr<ChildProcess> startWindowManager(XConnection& connection, const Environment& environment) {
+    ChildProcessOptions options;
+    options.arguments = {"openbox"};
+    options.environment = environment;
+    auto process = std::make_unique<ChildProcess>(options);
+    const char name[] = "_NET_SUPPORTING_WM_CHECK";
+    const XReply<xcb_intern_atom_reply_t> atom(
+        xcb_intern_atom_reply(connection.get(), xcb_intern_atom(connection.get(), 0, sizeof name - 1, name), nullptr));
+    const bool isUp = waitUntil([&] {
+        const XReply<xcb_get_property_reply_t> property(xcb_get_property_reply(
+            connection.get(),
+            xcb_get_property(connection.get(), 0, connection.root(), atom->atom, XCB_ATOM_WINDOW, 0, 1), nullptr));
+        return property && property->length == 1;
+    });
+    if (!isUp) {
+        throw std::runtime_error("the window manager (openbox) does not come up");
+    }
+    return process;
+}
+
+}  // namespace
+
+Desk::Desk(const DeskOptions& options)
+    : connection_(server_.displayName()),
+      layout_(server_.displayName()),
+      keyboard_(connection_),
+      pointer_(connection_, layout_),
+      environment_(Environment::minimal()) {
+    home_.enter(environment_);
+    environment_.set("DISPLAY", server_.displayName());
+    setKeyboardMap(server_.displayName(), "us");
+    layout_.apply(DisplayLayout::twoDisplays());
+    if (options.hasSessionBus) {
+        bus_ = std::make_unique<SessionBus>();
+        environment_.set("DBUS_SESSION_BUS_ADDRESS", bus_->address());
+    } else {
+        // Also keeps GLib from looking for a bus elsewhere or starting one.
+        environment_.set("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+    }
+    if (options.hasWindowManager) {
+        windowManager_ = startWindowManager(connection_, environment_);
+    }
+    defaults().writeText("animation", "none");
+    defaults().writeInteger("soundEnabled", 0);
+}
+
+Desk::~Desk() = default;
+
+std::unique_ptr<AgentProcess> Desk::startProgram(const std::vector<std::string>& arguments) {
+    return std::make_unique<AgentProcess>(environment_, home_.path() / "stderr", arguments);
+}
+
+std::unique_ptr<AgentProcess> Desk::startAgent() {
+    auto agent = startProgram();
+    const bool isReady =
+        waitUntil([&] { return !agent->isRunning() || isHeldByAnotherProgram(connection_, hyper(keys::s)); });
+    if (!isReady || !agent->isRunning()) {
+        throw std::runtime_error("the agent does not become ready: " + agent->standardError());
+    }
+    return agent;
+}
+
+bool Desk::waitForHotKey(const Chord& chord) {
+    return waitUntil([&] { return isHeldByAnotherProgram(connection_, chord); });
+}
+
+void Desk::saveScreenshot(const std::filesystem::path& file) const {
+    runProgram({"import", "-window", "root", file.native()}, environment_);
+}
+
+}  // namespace vantrel::desk

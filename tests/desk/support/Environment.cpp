@@ -1,0 +1,26 @@
+#include "tests/desk/support/Environment.hpp"
+
+#include <cstdlib>
+
+namespace vantrel::desk {
+
+Environment Environment::minimal() {
+    Environment environment;
+    for (const char* name : {"PATH", "LANG", "LC_ALL", "TMPDIR", "ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS"}) {
+        if (const char* value = std::getenv(name)) {
+            environment.set(name, value);
+        }
+    }
+    return environment;
+}
+
+std::vector<std::string> Environment::entries() const {
+    std::vector<std::string> entries;
+    entries.reserve(variables_.size());
+    for (const auto& [name, value] : variables_) {
+        entries.push_back(name + "=" + value);
+    }
+    return entries;
+}
+
+}  // namespace vantrel::desk

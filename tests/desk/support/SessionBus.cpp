@@ -1,0 +1,39 @@
+#include "tests/desk/support/SessionBus.hpp"
+
+#include <fstream>
+#include <stdexcept>
+
+namespace vantrel::desk {
+
+SessionBus::SessionBus() : directory_("bus") {
+    const auto socket = (directory_.path() / "socket").native();
+    const auto configuration = directory_.path() / "bus.conf";
+    std::ofstream(configuration) << R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>session</type>
+  <listen>unix:path=)" << socket << R"(</listen>
+  <auth>EXTERNAL</auth>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+)";
+    ChildProcessOptions options;
+    options.arguments = {"dbus-daemon", "--nofork", "--nopidfile", "--print-address",
+                         "--config-file=" + configuration.native()};
+    options.standardOutput = directory_.path() / "address";
+    options.standardError = directory_.path() / "stderr";
+    process_ = std::make_unique<ChildProcess>(options);
+    const bool isUp = waitUntil([&] {
+        std::ifstream file(options.standardOutput);
+        return (std::getline(file, address_) && !file.eof()) || !process_->isRunning();
+    });
+    if (!isUp || !process_->isRunning()) {
+        throw std::runtime_error("no private session bus (dbus-daemon) could be started");
+    }
+}
+
+}  // namespace vantrel::desk
