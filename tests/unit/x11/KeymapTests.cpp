@@ -1,0 +1,177 @@
+#include "Vantrel/Platform/X11/Keymap.hpp"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+#include <string_view>
+
+namespace vantrel::x11 {
+namespace {
+
+constexpr std::uint32_t command = 0x100;
+constexpr std::uint32_t shift = 0x200;
+constexpr std::uint32_t option = 0x800;
+constexpr std::uint32_t control = 0x1000;
+constexpr std::uint32_t hyper = command | shift | option | control;
+
+constexpr std::uint16_t shiftMask = 1;
+constexpr std::uint16_t lockMask = 2;
+constexpr std::uint16_t controlMask = 4;
+constexpr std::uint16_t mod1 = 8;
+constexpr std::uint16_t mod2 = 16;
+constexpr std::uint16_t mod3 = 32;
+constexpr std::uint16_t mod4 = 64;
+constexpr std::uint16_t mod5 = 128;
+
+constexpr std::uint32_t shiftL = 0xffe1, controlL = 0xffe3, altL = 0xffe9, superL = 0xffeb, numLock = 0xff7f,
+                        scrollLock = 0xff14, nextGroup = 0xfe08, letterD = 0x64;
+
+/// A keyboard that is put together key by key; the modifiers are given by their bit's number.
+class Keyboard {
+  public:
+    Keyboard() {
+        description_.firstKeycode = 8;
+        description_.keysymsPerKeycode = 2;
+        description_.keysyms.resize(std::size_t{2} * 248);
+        description_.keycodesPerModifier = 2;
+        description_.modifierKeycodes.resize(16);
+    }
+
+    Keyboard& key(std::uint8_t keycode, std::string_view name, std::uint32_t base, std::uint32_t second = 0,
+                  int modifier = -1) {
+        std::copy(name.begin(), name.end(), std::begin(description_.names[keycode].name));
+        description_.keysyms[(keycode - 8U) * 2U] = base;
+        description_.keysyms[(keycode - 8U) * 2U + 1U] = second;
+        if (modifier >= 0) {
+            auto* slot = &description_.modifierKeycodes[static_cast<std::size_t>(modifier) * 2U];
+            *(slot[0] == 0 ? slot : slot + 1) = keycode;
+        }
+        return *this;
+    }
+
+    [[nodiscard]] Keymap map() const { return Keymap(description_); }
+
+  private:
+    KeymapDescription description_;
+};
+
+/// As XKB's "evdev" rules number the keys and its "pc105" model sets the modifiers.
+Keyboard ordinaryKeyboard() {
+    return Keyboard()
+        .key(40, "AC03", letterD)
+        .key(50, "LFSH", shiftL, 0, 0)
+        .key(37, "LCTL", controlL, 0, 2)
+        .key(64, "LALT", altL, 0, 3)
+        .key(77, "NMLK", numLock, 0, 4)
+        .key(133, "LWIN", superL, 0, 6);
+}
+
+std::set<std::uint16_t> masksOf(const std::vector<KeyGrab>& grabs) {
+    std::set<std::uint16_t> masks;
+    for (const KeyGrab& grab : grabs) {
+        masks.insert(grab.modifiers);
+    }
+    return masks;
+}
+
+TEST(Keymap, grabsFor_hyperD_isTheKeyWithAllFourModifiersAndEveryLock) {
+    const auto grabs = ordinaryKeyboard().map().grabsFor(2, hyper);
+    ASSERT_TRUE(grabs);
+    EXPECT_TRUE(std::all_of(grabs->begin(), grabs->end(), [](const KeyGrab& grab) { return grab.keycode == 40; }));
+    const std::uint16_t base = shiftMask | controlMask | mod1 | mod4;
+    EXPECT_EQ(masksOf(*grabs), (std::set<std::uint16_t>{base, base | lockMask, base | mod2, base | lockMask | mod2}));
+}
+
+TEST(Keymap, grabsFor_scrollLockOnTheModifierMap_isALockToo) {
+    const auto grabs = ordinaryKeyboard().key(78, "SCLK", scrollLock, 0, 5).map().grabsFor(2, control);
+    ASSERT_TRUE(grabs);
+    EXPECT_EQ(grabs->size(), 8U);
+    EXPECT_TRUE(masksOf(*grabs).contains(controlMask | lockMask | mod2 | mod3));
+}
+
+TEST(Keymap, grabsFor_keysElsewhere_followsTheNames) {
+    const auto grabs = Keyboard().key(58, "AC03", letterD).key(20, "LCTL", controlL, 0, 2).map().grabsFor(2, control);
+    ASSERT_TRUE(grabs);
+    EXPECT_EQ(grabs->front().keycode, 58);
+}
+
+TEST(Keymap, grabsFor_commandOnAnotherModifier_followsTheModifierMap) {
+    const auto grabs = Keyboard().key(40, "AC03", letterD).key(64, "LALT", superL, 0, 3).map().grabsFor(2, command);
+    ASSERT_TRUE(grabs);
+    EXPECT_TRUE(masksOf(*grabs).contains(mod1));
+}
+
+TEST(Keymap, grabsFor_keyOrModifierThatIsLacking_isNone) {
+    const Keymap map = ordinaryKeyboard().map();
+    EXPECT_FALSE(map.grabsFor(1, hyper)) << "no S key";
+    EXPECT_FALSE(map.grabsFor(4294967295U, hyper)) << "no such code";
+    EXPECT_FALSE(map.grabsFor(2, 0)) << "a bare letter would be taken from every program";
+    EXPECT_FALSE(map.grabsFor(2, 0x400)) << "Caps Lock alone is no combination";
+    EXPECT_FALSE(Keyboard().key(40, "AC03", letterD).key(50, "LFSH", shiftL, 0, 0).map().grabsFor(2, shift | option));
+    EXPECT_FALSE(Keymap().grabsFor(2, hyper));
+}
+
+TEST(Keymap, grabsFor_keyThatStandsTwice_grabsBoth) {
+    const auto grabs =
+        ordinaryKeyboard().key(107, "PRSC", 0xff61).key(191, "FK13", 0xffca).map().grabsFor(105, control);
+    ASSERT_TRUE(grabs);
+    std::set<int> keycodes;
+    for (const KeyGrab& grab : *grabs) {
+        keycodes.insert(grab.keycode);
+    }
+    EXPECT_EQ(keycodes, (std::set<int>{107, 191}));
+}
+
+TEST(Keymap, hidesModifiers_ordinaryKeyboard_isFalse) {
+    EXPECT_FALSE(ordinaryKeyboard().map().hidesModifiers());
+}
+
+/// Alt + Shift switches the layout: whichever goes down second is no modifier.
+Keyboard switchingKeyboard() {
+    return ordinaryKeyboard().key(50, "LFSH", shiftL, nextGroup).key(64, "LALT", altL, nextGroup);
+}
+
+TEST(Keymap, grabsFor_altShiftSwitchesTheLayout_alsoGrabsWhatIsLeftOfTheModifiers) {
+    const Keymap map = switchingKeyboard().map();
+    EXPECT_TRUE(map.hidesModifiers());
+    const auto grabs = map.grabsFor(2, hyper);
+    ASSERT_TRUE(grabs);
+    const auto masks = masksOf(*grabs);
+    EXPECT_TRUE(masks.contains(controlMask | mod4 | mod1)) << "Shift went down last";
+    EXPECT_TRUE(masks.contains(controlMask | mod4 | shiftMask)) << "Alt went down last";
+    EXPECT_TRUE(masks.contains(controlMask | mod4 | mod1 | shiftMask));
+    EXPECT_FALSE(masks.contains(controlMask | mod4)) << "one of the two is always set";
+    EXPECT_EQ(grabs->size(), 12U);
+}
+
+TEST(Keymap, grabsFor_onlyOneOfTheSwitchingModifiers_needsNoMore) {
+    const auto grabs = switchingKeyboard().map().grabsFor(2, control | option | command);
+    ASSERT_TRUE(grabs);
+    EXPECT_EQ(grabs->size(), 4U);
+}
+
+TEST(Keymap, carbonModifiersOfState_locksAndGroups_areIgnored) {
+    const Keymap map = ordinaryKeyboard().map();
+    EXPECT_EQ(map.carbonModifiersOfState(shiftMask | controlMask | mod1 | mod4), hyper);
+    EXPECT_EQ(map.carbonModifiersOfState(shiftMask | controlMask | mod1 | mod4 | lockMask | mod2 | 0x2000), hyper);
+    EXPECT_EQ(map.carbonModifiersOfState(controlMask | mod1 | mod4), control | option | command);
+    EXPECT_EQ(map.carbonModifiersOfState(0), 0U);
+}
+
+TEST(Keymap, carbonModifiersOfState_anotherModifier_isNone) {
+    EXPECT_FALSE(ordinaryKeyboard().map().carbonModifiersOfState(controlMask | mod5));
+    EXPECT_TRUE(ordinaryKeyboard().map().hasForeignModifiers(mod5));
+}
+
+TEST(Keymap, carbonModifiersOfHeldKeys_layoutSwitchingKeys_countAsWhatTheyAre) {
+    const Keymap map = switchingKeyboard().map();
+    KeySet held;
+    held.set(50).set(37).set(64).set(133).set(40);
+    EXPECT_EQ(map.carbonModifiersOfHeldKeys(held), hyper);
+    held.reset(50);
+    EXPECT_EQ(map.carbonModifiersOfHeldKeys(held), control | option | command);
+}
+
+}  // namespace
+}  // namespace vantrel::x11
