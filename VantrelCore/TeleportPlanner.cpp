@@ -25,10 +25,12 @@ std::optional<std::size_t> targetIndexInSorted(const VantrelPoint& point, std::s
     if (sorted.empty()) {
         return std::nullopt;
     }
-    const std::size_t current = TeleportPlanner::displayIndex(point, sorted)
-                                    .value_or(TeleportPlanner::nearestDisplayIndex(point, sorted).value_or(0));
+    std::optional<std::size_t> current = TeleportPlanner::displayIndex(point, sorted);
+    if (!current) {
+        current = TeleportPlanner::nearestDisplayIndex(point, sorted);
+    }
     const std::size_t step = direction == TeleportDirection::next ? 1 : sorted.size() - 1;
-    return (current + step) % sorted.size();
+    return (current.value_or(0) + step) % sorted.size();
 }
 
 double clampedCoordinate(double value, double low, double high) {
@@ -45,7 +47,12 @@ double clampedCoordinate(double value, double low, double high) {
 
 std::vector<DisplaySnapshot> TeleportPlanner::sortedDisplays(std::span<const DisplaySnapshot> displays) {
     std::vector<DisplaySnapshot> sorted(displays.begin(), displays.end());
-    std::stable_sort(sorted.begin(), sorted.end(), precedes);
+    // An insertion sort is stable and, unlike std::stable_sort, takes no memory: for a handful of displays the
+    // quickest.
+    for (auto next = sorted.begin(); next != sorted.end(); ++next) {
+        const auto place = std::upper_bound(sorted.begin(), next, *next, precedes);
+        std::rotate(place, next, next + 1);
+    }
     return sorted;
 }
 
