@@ -1,0 +1,52 @@
+# The checks of scripts/test, one function each. Sourced, not run.
+
+own_sources() {
+    find VantrelCore Vantrel tests benchmarks -name '*.[ch]pp' -o -name '*.[ch]'
+}
+
+check_style() {
+    own_sources | xargs clang-format --dry-run --Werror
+    shellcheck .ci/run scripts/run scripts/test
+    say "$(own_sources | wc -l) files"
+}
+
+# Each fuzz target has a corpus directory of its name.
+fuzz_targets() {
+    find tests/fuzz/corpus -mindepth 1 -maxdepth 1 -type d -printf '%f\n' | sort
+}
+
+replay_corpora() {
+    local target
+    for target in $(fuzz_targets); do
+        if ! "$1/bin/$target" -runs=0 "tests/fuzz/corpus/$target" >"$1/$target.log" 2>&1; then
+            tail -n 40 "$1/$target.log" >&2
+            return 1
+        fi
+        say "$target: $(find "tests/fuzz/corpus/$target" -type f | wc -l) inputs"
+    done
+}
+
+# Every file that the directory's compile database names and that is the program's or the desk's own.
+check_tidy() {
+    local directory=$1
+    run-clang-tidy -quiet -j "$(nproc)" -p "$directory" \
+        "^$repository_root/(VantrelCore|Vantrel|tests/desk/support)/.*\.cpp$" \
+        >"$directory/clang-tidy.log" 2>&1 || {
+        grep -E 'warning:|error:' "$directory/clang-tidy.log" | sort -u >&2
+        return 1
+    }
+    say "$(grep -c '^clang-tidy' "$directory/clang-tidy.log") files"
+}
+
+run_tests() {
+    ctest --test-dir "$1" --output-on-failure --parallel "$(nproc)"
+}
+
+forget_line_counts() {
+    find "$1" -name '*.gcda' -delete
+}
+
+check_coverage() {
+    gcovr --root . --object-directory "$1" --filter 'VantrelCore/' --filter 'Vantrel/Controller/' \
+        --exclude-throw-branches --fail-under-line 95 "$1"
+}

@@ -1,0 +1,34 @@
+# Shared by the scripts: where things are, and how they speak. Sourced, not run.
+
+repository_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+cd "$repository_root" || exit
+
+say() {
+    printf '%s\n' "$*"
+}
+
+die() {
+    printf '%s: %s\n' "$(basename "$0")" "$*" >&2
+    exit 1
+}
+
+current_step=''
+
+# Names the step that begins, with the seconds since the start.
+step() {
+    current_step=$1
+    printf '\n=== %4d s  %s\n' "$SECONDS" "$current_step"
+}
+
+report_failure() {
+    local status=$?
+    if ((status != 0)) && [[ -n $current_step ]]; then
+        printf '\n=== %4d s  FAILED: %s\n' "$SECONDS" "$current_step" >&2
+    fi
+}
+trap report_failure EXIT
+
+# The first line of a script's own usage comment to the first line that is no comment.
+print_usage() {
+    sed -n '2,/^[^#]/{s/^# \{0,1\}//p}' "$0"
+}
