@@ -1,0 +1,40 @@
+#pragma once
+
+#include <libdbusmenu-glib/dbusmenu-glib.h>
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "Vantrel/Platform/Desktop/StatusItem/GLibHandles.hpp"
+#include "Vantrel/Platform/Desktop/StatusItem/KeyHint.hpp"
+#include "Vantrel/Platform/StatusItem.hpp"
+
+namespace vantrel::desktop {
+
+/// The menu on the session bus (com.canonical.dbusmenu). Rows have fixed identifiers, so that a panel which still shows
+/// the menu of a moment ago means the same row with its click, and updates an open menu in place.
+class BusMenu {
+  public:
+    /// `rowChosen` gets the number of the row, from 0.
+    BusMenu(const std::string& objectPath, std::function<void(std::size_t row)> rowChosen);
+    ~BusMenu();
+    BusMenu(const BusMenu&) = delete;
+    BusMenu& operator=(const BusMenu&) = delete;
+
+    /// Replaces the menu as a whole.
+    void setMenu(const Menu& menu, KeyHintStyle keyHintStyle);
+
+  private:
+    using RowChosen = std::function<void(std::size_t)>;
+
+    GObjectPointer<DbusmenuMenuitem> makeRow(const MenuItem& item, std::size_t row, KeyHintStyle keyHintStyle);
+    static void rowActivated(DbusmenuMenuitem* row, guint timestamp, gpointer data);
+    static void releaseRowChosen(gpointer data, GClosure* closure);
+
+    std::shared_ptr<RowChosen> rowChosen_;  ///< emptied with the menu: a click under way may hold a row for longer
+    GObjectPointer<DbusmenuServer> server_;
+};
+
+}  // namespace vantrel::desktop

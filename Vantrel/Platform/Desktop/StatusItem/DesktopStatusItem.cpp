@@ -1,0 +1,117 @@
+#include "Vantrel/Platform/Desktop/StatusItem/DesktopStatusItem.hpp"
+
+#include <functional>
+#include <utility>
+
+#include "Vantrel/Platform/Desktop/StatusItem/DesktopStatusBar.hpp"
+
+namespace vantrel::desktop {
+
+namespace {
+
+constexpr auto menuPath = "/org/vantrel/Vantrel/Menu";
+
+/// The text as the bus and the screen take it: valid UTF-8 without NUL.
+std::string validText(const std::string& text) {
+    const GCharPointer valid(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
+    return valid.get();
+}
+
+}  // namespace
+
+DesktopStatusItem::DesktopStatusItem(DesktopStatusBar& statusBar) : statusBar_(statusBar) {}
+
+DesktopStatusItem::~DesktopStatusItem() {
+    leaveBus();
+    statusBar_.forget(*this);
+}
+
+void DesktopStatusItem::setSessionBus(GDBusConnection* bus) {
+    if (bus == bus_.get()) {
+        return;
+    }
+    leaveBus();
+    if (bus == nullptr || g_dbus_connection_is_closed(bus)) {
+        return;
+    }
+    bus_ = shareObject(bus);
+    busClosedHandler_ = g_signal_connect(bus, "closed", G_CALLBACK(busClosed), this);
+    busMenu_ = std::make_unique<BusMenu>(menuPath, [this](std::size_t row) { performRow(row); });
+    publishMenu();
+    notifierItem_ = std::make_unique<StatusNotifierItem>(
+        bus, menuPath, StatusNotifierItem::Texts{title_, toolTip_},
+        StatusNotifierItem::Events{.presenceChanged = [this] { presenceChanged(); },
+                                   .menuWanted = [this](int, int) { popUpMenu(); }});
+}
+
+void DesktopStatusItem::busClosed(GDBusConnection* /*bus*/, gboolean /*remotePeerVanished*/, GError* /*error*/,
+                                  gpointer data) {
+    auto& item = *static_cast<DesktopStatusItem*>(data);
+    item.leaveBus();
+    item.presenceChanged();
+}
+
+void DesktopStatusItem::leaveBus() {
+    notifierItem_.reset();
+    busMenu_.reset();
+    if (bus_) {
+        g_signal_handler_disconnect(bus_.get(), std::exchange(busClosedHandler_, 0));
+        bus_.reset();
+    }
+}
+
+void DesktopStatusItem::presenceChanged() {
+    const bool isQt = notifierItem_ && notifierItem_->isQtHost();
+    const KeyHintStyle style = isQt ? KeyHintStyle::characters : KeyHintStyle::x11Names;
+    if (std::exchange(keyHintStyle_, style) != style) {
+        publishMenu();
+    }
+}
+
+void DesktopStatusItem::setTitle(const std::string& title) {
+    title_ = validText(title);
+    if (notifierItem_) {
+        notifierItem_->setLabel(title_);
+    }
+}
+
+void DesktopStatusItem::setToolTip(const std::string& toolTip) {
+    toolTip_ = validText(toolTip);
+    if (notifierItem_) {
+        notifierItem_->setToolTip(toolTip_);
+    }
+}
+
+// Panels choose the font of their labels themselves.
+void DesktopStatusItem::setFont(double /*size*/, FontWeight /*weight*/) {}
+
+void DesktopStatusItem::setMenu(Menu menu) {
+    for (MenuItem& item : menu) {
+        item.title = validText(item.title);
+    }
+    menu_ = std::move(menu);
+    publishMenu();
+}
+
+void DesktopStatusItem::publishMenu() {
+    if (busMenu_) {
+        busMenu_->setMenu(menu_, keyHintStyle_);
+    }
+}
+
+bool DesktopStatusItem::isVisible() const {
+    return notifierItem_ && notifierItem_->isShown();
+}
+
+void DesktopStatusItem::popUpMenu() {}
+
+void DesktopStatusItem::performRow(std::size_t row) {
+    if (row >= menu_.size() || !menu_[row].isEnabled || !menu_[row].action) {
+        return;
+    }
+    // The action may replace the menu that holds it.
+    const std::function<void()> action = menu_[row].action;
+    action();
+}
+
+}  // namespace vantrel::desktop

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace vantrel::desktop {
+
+/// What is known of a panel's way with items; it cannot be asked over the bus.
+struct PanelProgram {
+    bool drawsLabel = false;  ///< false also when in doubt: better a text on the screen than none at all
+    bool isQt = false;
+};
+
+/// What is known of the program that has the name, as the kernel gives it (at most 15 characters).
+PanelProgram panelProgram(std::string_view processName);
+
+/// The name of the process; empty when it cannot be read.
+std::string processName(std::uint32_t process);
+
+}  // namespace vantrel::desktop
