@@ -64,6 +64,10 @@ void ScreenState::eventArrived(const xcb_generic_event_t& event) {
 
 void ScreenState::synchronize() {
     connection_.drain();
+    if (connection_.isLost()) {
+        pointer_.reset();
+        return;
+    }
     for (int attempt = 0; attempt < readAttempts && (layoutIsStale_ || !pointerIsFresh_); ++attempt) {
         readOnce();
         connection_.takeQueued();
