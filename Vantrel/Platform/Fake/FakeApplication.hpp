@@ -1,0 +1,25 @@
+#pragma once
+
+#include "Vantrel/Platform/Application.hpp"
+#include "Vantrel/Platform/Fake/Journal.hpp"
+
+namespace vantrel::fake {
+
+/// A process that only notes what is asked of it.
+class FakeApplication final : public Application {
+  public:
+    explicit FakeApplication(Journal& journal) : journal_(journal) {}
+
+    void setActivationPolicy(ActivationPolicy policy) override {
+        journal_.record("setActivationPolicy " + std::to_string(static_cast<int>(policy)));
+    }
+    void activate(bool ignoringOtherApps) override {
+        journal_.record(ignoringOtherApps ? "activate ignoring others" : "activate");
+    }
+    void terminate() override { journal_.record("terminate"); }
+
+  private:
+    Journal& journal_;
+};
+
+}  // namespace vantrel::fake

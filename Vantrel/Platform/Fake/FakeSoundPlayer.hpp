@@ -1,0 +1,19 @@
+#pragma once
+
+#include "Vantrel/Platform/Fake/Journal.hpp"
+#include "Vantrel/Platform/SoundPlayer.hpp"
+
+namespace vantrel::fake {
+
+/// Silence, noted.
+class FakeSoundPlayer final : public SoundPlayer {
+  public:
+    explicit FakeSoundPlayer(Journal& journal) : journal_(journal) {}
+
+    void play(std::string_view soundName) override { journal_.record("play " + std::string(soundName)); }
+
+  private:
+    Journal& journal_;
+};
+
+}  // namespace vantrel::fake
