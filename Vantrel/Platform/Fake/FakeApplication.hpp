@@ -11,12 +11,12 @@ class FakeApplication final : public Application {
     explicit FakeApplication(Journal& journal) : journal_(journal) {}
 
     void setActivationPolicy(ActivationPolicy policy) override {
-        journal_.record("setActivationPolicy " + std::to_string(static_cast<int>(policy)));
+        journal_.push_back("setActivationPolicy(" + std::to_string(static_cast<int>(policy)) + ")");
     }
     void activate(bool ignoringOtherApps) override {
-        journal_.record(ignoringOtherApps ? "activate ignoring others" : "activate");
+        journal_.emplace_back(ignoringOtherApps ? "activate(ignoringOtherApps)" : "activate");
     }
-    void terminate() override { journal_.record("terminate"); }
+    void terminate() override { journal_.emplace_back("terminate"); }
 
   private:
     Journal& journal_;

@@ -5,7 +5,7 @@
 namespace vantrel::fake {
 
 CGError FakeDisplays::CGGetActiveDisplayList(std::span<CGDirectDisplayID> activeDisplays, std::uint32_t& displayCount) {
-    journal_.record("CGGetActiveDisplayList " + std::to_string(activeDisplays.size()));
+    journal_.push_back("CGGetActiveDisplayList(" + std::to_string(activeDisplays.size()) + ")");
     const std::size_t count = activeDisplays.empty() ? layout.size() : std::min(layout.size(), activeDisplays.size());
     displayCount = static_cast<std::uint32_t>(count);
     if (activeDisplays.empty()) {
@@ -21,7 +21,7 @@ CGError FakeDisplays::CGGetActiveDisplayList(std::span<CGDirectDisplayID> active
 }
 
 CGRect FakeDisplays::CGDisplayBounds(CGDirectDisplayID display) {
-    journal_.record("CGDisplayBounds " + std::to_string(display));
+    journal_.push_back("CGDisplayBounds(" + std::to_string(display) + ")");
     const auto found = std::find_if(layout.begin(), layout.end(),
                                     [display](const Display& candidate) { return candidate.id == display; });
     return found == layout.end() ? CGRect{} : found->bounds;

@@ -21,7 +21,7 @@ EventTargetRef FakeHotKeys::GetEventDispatcherTarget() {
 
 OSStatus FakeHotKeys::InstallEventHandler(EventTargetRef target, EventHandlerProc handler, EventTypeSpec eventType,
                                           void* userData, EventHandlerRef& handlerRef) {
-    journal_.record("InstallEventHandler");
+    journal_.emplace_back("InstallEventHandler");
     if (target != GetEventDispatcherTarget() || eventType.eventClass != kEventClassKeyboard ||
         eventType.eventKind != kEventHotKeyPressed) {
         return parameterError;
@@ -35,7 +35,7 @@ OSStatus FakeHotKeys::InstallEventHandler(EventTargetRef target, EventHandlerPro
 }
 
 OSStatus FakeHotKeys::RemoveEventHandler(EventHandlerRef handler) {
-    journal_.record("RemoveEventHandler");
+    journal_.emplace_back("RemoveEventHandler");
     if (handler != reinterpret_cast<EventHandlerRef>(&handlerToken_) || handler_ == nullptr) {
         return parameterError;
     }
@@ -45,8 +45,8 @@ OSStatus FakeHotKeys::RemoveEventHandler(EventHandlerRef handler) {
 
 OSStatus FakeHotKeys::RegisterEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyID hotKeyID,
                                           EventTargetRef target, std::uint32_t options, EventHotKeyRef& hotKeyRef) {
-    journal_.record("RegisterEventHotKey " + std::to_string(keyCode) + " " + std::to_string(modifiers) + " id " +
-                    std::to_string(hotKeyID.id));
+    journal_.push_back("RegisterEventHotKey(" + std::to_string(keyCode) + ", " + std::to_string(modifiers) + ", id " +
+                       std::to_string(hotKeyID.id) + ")");
     const Combination combination{keyCode, modifiers};
     if (target != GetEventDispatcherTarget() || options != 0) {
         return parameterError;
@@ -68,10 +68,10 @@ OSStatus FakeHotKeys::UnregisterEventHotKey(EventHotKeyRef hotKey) {
         std::find_if(registrations_.begin(), registrations_.end(),
                      [hotKey](const Registration& candidate) { return candidate.reference == hotKey; });
     if (registration == registrations_.end()) {
-        journal_.record("UnregisterEventHotKey unknown");
+        journal_.emplace_back("UnregisterEventHotKey(unknown)");
         return parameterError;
     }
-    journal_.record("UnregisterEventHotKey id " + std::to_string(registration->hotKeyID.id));
+    journal_.push_back("UnregisterEventHotKey(id " + std::to_string(registration->hotKeyID.id) + ")");
     registrations_.erase(registration);
     return 0;
 }

@@ -17,12 +17,12 @@ FakeMainQueue::~FakeMainQueue() {
 }
 
 void FakeMainQueue::async(std::function<void()> task) {
-    journal_.record("async");
+    journal_.emplace_back("async");
     tasks_.push_back(std::move(task));
 }
 
 void FakeMainQueue::asyncAfter(Seconds delay, std::shared_ptr<DispatchWorkItem> item) {
-    journal_.record("asyncAfter " + journalText(delay.count()));
+    journal_.push_back("asyncAfter(" + journalText(delay.count()) + ")");
     const std::uint64_t number = ++calls_;
     item->setCancellationHandler([this, number] {
         std::erase_if(items_, [number](const DelayedItem& delayed) { return delayed.number == number; });
@@ -32,7 +32,7 @@ void FakeMainQueue::asyncAfter(Seconds delay, std::shared_ptr<DispatchWorkItem> 
 
 std::shared_ptr<Timer> FakeMainQueue::scheduledTimer(Seconds interval, bool repeats,
                                                      std::function<void(Timer&)> action) {
-    journal_.record("scheduledTimer " + journalText(interval.count()) + (repeats ? " repeating" : " once"));
+    journal_.push_back("scheduledTimer(" + journalText(interval.count()) + (repeats ? ", repeating)" : ")"));
     auto timer = std::make_shared<FakeTimer>(journal_, now_, interval, repeats, std::move(action));
     timers_.push_back(timer);
     return timer;

@@ -13,17 +13,19 @@ class FakePointer final : public PointerReader, public PointerWarper {
     explicit FakePointer(Journal& journal) : journal_(journal) {}
 
     std::optional<CGEvent> CGEventCreate() override {
-        journal_.record("CGEventCreate");
+        journal_.emplace_back("CGEventCreate");
         return isReadable ? std::optional(CGEvent{location}) : std::nullopt;
     }
     CGPoint CGEventGetLocation(const CGEvent& event) override { return event.location; }
     void CGWarpMouseCursorPosition(CGPoint position) override {
-        journal_.record("CGWarpMouseCursorPosition (" + journalText(position.x) + ", " + journalText(position.y) + ")");
+        journal_.push_back("CGWarpMouseCursorPosition(" + journalText(position.x) + ", " + journalText(position.y) +
+                           ")");
         location = position;
         warps.push_back(position);
     }
     void CGAssociateMouseAndMouseCursorPosition(bool connected) override {
-        journal_.record(std::string("CGAssociateMouseAndMouseCursorPosition ") + (connected ? "true" : "false"));
+        journal_.emplace_back(connected ? "CGAssociateMouseAndMouseCursorPosition(true)"
+                                        : "CGAssociateMouseAndMouseCursorPosition(false)");
     }
 
     CGPoint location;

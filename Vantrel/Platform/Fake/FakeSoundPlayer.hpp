@@ -10,7 +10,7 @@ class FakeSoundPlayer final : public SoundPlayer {
   public:
     explicit FakeSoundPlayer(Journal& journal) : journal_(journal) {}
 
-    void play(std::string_view soundName) override { journal_.record("play " + std::string(soundName)); }
+    void play(std::string_view soundName) override { journal_.push_back("play(" + std::string(soundName) + ")"); }
 
   private:
     Journal& journal_;

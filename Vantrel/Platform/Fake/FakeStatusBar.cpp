@@ -5,7 +5,7 @@
 namespace vantrel::fake {
 
 std::unique_ptr<StatusItem> FakeStatusBar::statusItem(double length) {
-    journal_.record("statusItem " + journalText(length));
+    journal_.push_back("statusItem(" + journalText(length) + ")");
     return std::make_unique<Item>(*this);
 }
 
@@ -16,23 +16,24 @@ const MenuItem* FakeStatusBar::row(const std::string& rowTitle) const {
 }
 
 void FakeStatusBar::Button::setTitle(const std::string& newTitle) {
-    bar_.journal_.record("setTitle " + newTitle);
+    bar_.journal_.push_back("setTitle(" + newTitle + ")");
     bar_.title = newTitle;
 }
 
 void FakeStatusBar::Button::setToolTip(const std::string& newToolTip) {
-    bar_.journal_.record("setToolTip " + newToolTip);
+    bar_.journal_.push_back("setToolTip(" + newToolTip + ")");
     bar_.toolTip = newToolTip;
 }
 
 void FakeStatusBar::Button::setFont(double size, FontWeight weight) {
-    bar_.journal_.record("setFont " + journalText(size) + (weight == FontWeight::semibold ? " semibold" : " regular"));
+    bar_.journal_.push_back("setFont(" + journalText(size) +
+                            (weight == FontWeight::semibold ? ", semibold)" : ", regular)"));
     bar_.fontSize = size;
     bar_.fontWeight = weight;
 }
 
 void FakeStatusBar::Item::setMenu(Menu newMenu) {
-    bar_.journal_.record("setMenu");
+    bar_.journal_.emplace_back("setMenu");
     bar_.menu = std::move(newMenu);
 }
 

@@ -46,7 +46,7 @@ class FakeStatusBar final : public StatusBar {
         StatusBarButton* button() override { return bar_.hasButton ? &bar_.button_ : nullptr; }
         void setMenu(Menu newMenu) override;
         [[nodiscard]] bool isVisible() const override { return bar_.isVisible; }
-        void popUpMenu() override { bar_.journal_.record("popUpMenu"); }
+        void popUpMenu() override { bar_.journal_.emplace_back("popUpMenu"); }
 
       private:
         FakeStatusBar& bar_;

@@ -18,7 +18,7 @@ class FakeTimer final : public Timer {
         : journal_(journal), start_(start), interval_(interval), repeats_(repeats), action_(std::move(action)) {}
 
     void invalidate() override {
-        journal_.record("invalidate");
+        journal_.emplace_back("invalidate");
         isValid_ = false;
     }
     [[nodiscard]] bool isValid() const override { return isValid_; }

@@ -14,44 +14,44 @@ std::string journalText(const DefaultsValue& value) {
 }  // namespace
 
 std::optional<DefaultsValue> FakeUserDefaults::objectForKey(std::string_view key) {
-    journal_.record("objectForKey " + std::string(key));
+    journal_.push_back("objectForKey(" + std::string(key) + ")");
     return value(key);
 }
 
 std::optional<std::string> FakeUserDefaults::stringForKey(std::string_view key) {
-    journal_.record("stringForKey " + std::string(key));
+    journal_.push_back("stringForKey(" + std::string(key) + ")");
     const auto stored = value(key);
     return stored ? stringFromDefaultsValue(*stored) : std::nullopt;
 }
 
 bool FakeUserDefaults::boolForKey(std::string_view key) {
-    journal_.record("boolForKey " + std::string(key));
+    journal_.push_back("boolForKey(" + std::string(key) + ")");
     const auto stored = value(key);
     return stored && boolFromDefaultsValue(*stored);
 }
 
 std::int64_t FakeUserDefaults::integerForKey(std::string_view key) {
-    journal_.record("integerForKey " + std::string(key));
+    journal_.push_back("integerForKey(" + std::string(key) + ")");
     const auto stored = value(key);
     return stored ? integerFromDefaultsValue(*stored) : 0;
 }
 
 std::optional<std::string> FakeUserDefaults::dataForKey(std::string_view key) {
-    journal_.record("dataForKey " + std::string(key));
+    journal_.push_back("dataForKey(" + std::string(key) + ")");
     const auto stored = value(key);
     return stored ? dataFromDefaultsValue(*stored) : std::nullopt;
 }
 
 void FakeUserDefaults::setObjects(std::initializer_list<Entry> entries) {
-    std::string line = "setObjects";
+    std::string line;
     for (const auto& [key, newValue] : entries) {
-        line += ' ';
+        line += line.empty() ? "setObjects(" : ", ";
         line += key;
         line += '=';
         line += journalText(newValue);
         values.insert_or_assign(std::string(key), newValue);
     }
-    journal_.record(std::move(line));
+    journal_.push_back(line + ")");
 }
 
 std::optional<DefaultsValue> FakeUserDefaults::value(std::string_view key) const {

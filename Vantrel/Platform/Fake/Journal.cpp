@@ -3,16 +3,16 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <iterator>
 
 namespace vantrel::fake {
 
-std::vector<std::string> Journal::of(std::initializer_list<std::string_view> operations) const {
-    std::vector<std::string> selected;
-    std::copy_if(entries_.begin(), entries_.end(), std::back_inserter(selected),
-                 [operations](const std::string& entry) {
-                     const std::string_view operation = std::string_view(entry).substr(0, entry.find(' '));
-                     return std::find(operations.begin(), operations.end(), operation) != operations.end();
-                 });
+Journal entriesOf(const Journal& journal, std::initializer_list<std::string_view> operations) {
+    Journal selected;
+    std::copy_if(journal.begin(), journal.end(), std::back_inserter(selected), [operations](const std::string& entry) {
+        const std::string_view operation = std::string_view(entry).substr(0, entry.find('('));
+        return std::find(operations.begin(), operations.end(), operation) != operations.end();
+    });
     return selected;
 }
 
