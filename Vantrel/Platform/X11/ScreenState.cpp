@@ -29,8 +29,12 @@ ScreenState::ScreenState(X11Connection& connection) : connection_(connection), n
                            XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE | XCB_RANDR_NOTIFY_MASK_CRTC_CHANGE |
                                XCB_RANDR_NOTIFY_MASK_OUTPUT_CHANGE | XCB_RANDR_NOTIFY_MASK_OUTPUT_PROPERTY |
                                XCB_RANDR_NOTIFY_MASK_RESOURCE_CHANGE);
+    // Monitors that a user defines or removes are told only as a change of the root window.
+    const std::uint32_t rootEvents = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    xcb_change_window_attributes(connection_.get(), connection_.root(), XCB_CW_EVENT_MASK, &rootEvents);
     const xcb_query_extension_cookie_t xwayland = xcb_query_extension(connection_.get(), 8, "XWAYLAND");
     synchronize();
+    pointerIsFresh_ = false;
     if (const auto reply = adopt(xcb_query_extension_reply(connection_.get(), xwayland, nullptr))) {
         isInsideWayland_ = isInsideWayland_ || reply->present != 0;
     }
@@ -38,7 +42,7 @@ ScreenState::ScreenState(X11Connection& connection) : connection_(connection), n
 
 void ScreenState::eventArrived(const xcb_generic_event_t& event) {
     const std::uint8_t type = event.response_type & 0x7FU;
-    if (type == connection_.randrFirstEvent() + XCB_RANDR_SCREEN_CHANGE_NOTIFY) {
+    if (type == XCB_CONFIGURE_NOTIFY || type == connection_.randrFirstEvent() + XCB_RANDR_SCREEN_CHANGE_NOTIFY) {
         layoutIsStale_ = true;
         return;
     }
@@ -49,13 +53,13 @@ void ScreenState::eventArrived(const xcb_generic_event_t& event) {
     const auto& notify = reinterpret_cast<const xcb_randr_notify_event_t&>(event);
     switch (notify.subCode) {
         case XCB_RANDR_NOTIFY_OUTPUT_CHANGE:
-            names_.forget(notify.u.oc.output);
+            names_.doubt(notify.u.oc.output);
             break;
         case XCB_RANDR_NOTIFY_OUTPUT_PROPERTY:
-            names_.forget(notify.u.op.output);
+            names_.doubt(notify.u.op.output);
             break;
         case XCB_RANDR_NOTIFY_RESOURCE_CHANGE:
-            names_.forgetOutputs();
+            names_.doubtAll();
             break;
         default:
             break;
@@ -80,6 +84,7 @@ void ScreenState::readOnce() {
     xcb_randr_get_monitors_cookie_t monitors{};
     if (readsLayout) {
         layoutIsStale_ = false;
+        names_.askAgain();
         monitors = xcb_randr_get_monitors(connection, connection_.root(), 1);
     }
     const auto pointer = xcb_query_pointer(connection, connection_.root());
@@ -97,6 +102,7 @@ void ScreenState::readOnce() {
 void ScreenState::takeMonitors(xcb_randr_get_monitors_cookie_t cookie) {
     const auto reply = adopt(xcb_randr_get_monitors_reply(connection_.get(), cookie, nullptr));
     if (!reply) {
+        names_.learn({}, {});
         layout_ = {};
         return;
     }
