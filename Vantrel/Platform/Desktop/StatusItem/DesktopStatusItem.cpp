@@ -17,9 +17,21 @@ std::string validText(const std::string& text) {
     return valid.get();
 }
 
+/// As much of the text as a screen can hold.
+std::string beginning(const std::string& text) {
+    constexpr glong mostCharacters = 500;
+    const GCharPointer cut(g_utf8_strlen(text.c_str(), -1) <= mostCharacters
+                               ? nullptr
+                               : g_utf8_substring(text.c_str(), 0, mostCharacters));
+    return cut ? cut.get() : text;
+}
+
 }  // namespace
 
-DesktopStatusItem::DesktopStatusItem(DesktopStatusBar& statusBar) : statusBar_(statusBar) {}
+DesktopStatusItem::DesktopStatusItem(DesktopStatusBar& statusBar)
+    : statusBar_(statusBar),
+      overlay_(
+          {.rowChosen = [this](std::size_t row) { performRow(row); }, .windowPainted = [](std::uint32_t, int) {}}) {}
 
 DesktopStatusItem::~DesktopStatusItem() {
     leaveBus();
@@ -66,13 +78,31 @@ void DesktopStatusItem::presenceChanged() {
     if (std::exchange(keyHintStyle_, style) != style) {
         publishMenu();
     }
+    updateScreenText();
 }
 
 void DesktopStatusItem::setTitle(const std::string& title) {
     title_ = validText(title);
+    if (!restingTitle_) {
+        restingTitle_ = title_;
+    }
     if (notifierItem_) {
         notifierItem_->setLabel(title_);
     }
+    updateScreenText();
+}
+
+void DesktopStatusItem::updateScreenText() {
+    const bool isWanted = title_ != restingTitle_ && !title_.empty() && !isTitleSeenInPanel();
+    if (isWanted) {
+        overlay_.showText(beginning(title_), font_);
+    } else {
+        overlay_.hideText();
+    }
+}
+
+bool DesktopStatusItem::isTitleSeenInPanel() const {
+    return notifierItem_ && notifierItem_->drawsLabel();
 }
 
 void DesktopStatusItem::setToolTip(const std::string& toolTip) {
@@ -82,8 +112,10 @@ void DesktopStatusItem::setToolTip(const std::string& toolTip) {
     }
 }
 
-// Panels choose the font of their labels themselves.
-void DesktopStatusItem::setFont(double /*size*/, FontWeight /*weight*/) {}
+// Panels choose the font of their labels themselves; the text on the screen has this one.
+void DesktopStatusItem::setFont(double size, FontWeight weight) {
+    font_ = {.size = size, .weight = weight};
+}
 
 void DesktopStatusItem::setMenu(Menu menu) {
     for (MenuItem& item : menu) {
@@ -97,13 +129,29 @@ void DesktopStatusItem::publishMenu() {
     if (busMenu_) {
         busMenu_->setMenu(menu_, keyHintStyle_);
     }
+    if (overlay_.isMenuOpen()) {
+        overlay_.updateMenu(overlayRows());
+    }
+}
+
+std::vector<OverlayRow> DesktopStatusItem::overlayRows() const {
+    std::vector<OverlayRow> rows;
+    for (const MenuItem& item : menu_) {
+        rows.push_back({.isSeparator = item.isSeparator,
+                        .isEnabled = !item.isSeparator && item.isEnabled,
+                        .title = item.title,
+                        .keyEquivalent = item.keyEquivalent});
+    }
+    return rows;
 }
 
 bool DesktopStatusItem::isVisible() const {
     return notifierItem_ && notifierItem_->isShown();
 }
 
-void DesktopStatusItem::popUpMenu() {}
+void DesktopStatusItem::popUpMenu() {
+    overlay_.openMenu(overlayRows());
+}
 
 void DesktopStatusItem::performRow(std::size_t row) {
     if (row >= menu_.size() || !menu_[row].isEnabled || !menu_[row].action) {

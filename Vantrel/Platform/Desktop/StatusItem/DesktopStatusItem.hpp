@@ -4,9 +4,11 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "Vantrel/Platform/Desktop/StatusItem/BusMenu.hpp"
 #include "Vantrel/Platform/Desktop/StatusItem/GLibHandles.hpp"
+#include "Vantrel/Platform/Desktop/StatusItem/OverlayProcess.hpp"
 #include "Vantrel/Platform/Desktop/StatusItem/StatusNotifierItem.hpp"
 #include "Vantrel/Platform/StatusItem.hpp"
 
@@ -40,9 +42,13 @@ class DesktopStatusItem final : public StatusItem, private StatusBarButton {
     void presenceChanged();
     void publishMenu();
     void performRow(std::size_t row);
+    void updateScreenText();
+    [[nodiscard]] bool isTitleSeenInPanel() const;
+    [[nodiscard]] std::vector<OverlayRow> overlayRows() const;
 
     DesktopStatusBar& statusBar_;
     std::string title_;
+    std::optional<std::string> restingTitle_;  ///< the first one: every other is a message for a moment
     std::string toolTip_;
     Menu menu_;
     GObjectPointer<GDBusConnection> bus_;
@@ -50,6 +56,8 @@ class DesktopStatusItem final : public StatusItem, private StatusBarButton {
     std::unique_ptr<BusMenu> busMenu_;
     KeyHintStyle keyHintStyle_ = KeyHintStyle::x11Names;
     std::unique_ptr<StatusNotifierItem> notifierItem_;
+    ItemFont font_;
+    OverlayProcess overlay_;
 };
 
 }  // namespace vantrel::desktop
