@@ -6,6 +6,7 @@
 #include "Vantrel/Platform/Fake/FakeHotKeys.hpp"
 #include "Vantrel/Platform/Fake/FakeMainQueue.hpp"
 #include "Vantrel/Platform/Fake/FakePointer.hpp"
+#include "Vantrel/Platform/Fake/FakePreferencesWindowView.hpp"
 #include "Vantrel/Platform/Fake/FakeSoundPlayer.hpp"
 #include "Vantrel/Platform/Fake/FakeStatusBar.hpp"
 #include "Vantrel/Platform/Fake/FakeUUIDGenerator.hpp"
@@ -19,8 +20,6 @@ namespace vantrel::fake {
 /// URLs are split by the real parser, which needs no desktop.
 class FakePlatform {
   public:
-    explicit FakePlatform(PreferencesWindowViewFactory& views) : preferencesWindowViews(views) {}
-
     [[nodiscard]] Platform platform() {
         return Platform{application,
                         displays,
@@ -48,7 +47,7 @@ class FakePlatform {
     FakeSoundPlayer sounds{journal};
     FakeUUIDGenerator uuids;
     desktop::GLibURLParser urls;
-    PreferencesWindowViewFactory& preferencesWindowViews;
+    FakePreferencesWindowViewFactory preferencesWindowViews{journal};
 };
 
 }  // namespace vantrel::fake

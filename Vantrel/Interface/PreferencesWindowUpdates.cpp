@@ -1,0 +1,56 @@
+#include "Vantrel/Controller/AppDelegate.hpp"
+#include "Vantrel/Interface/PreferencesWindowController.hpp"
+
+namespace vantrel {
+
+void AppDelegate::refreshPreferencesWindow() {
+    assertMainThread("refreshPreferencesWindow");
+    if (!preferencesWindowController) {
+        return;
+    }
+    preferencesWindowController->refresh({.primaryShortcut = primaryShortcut,
+                                          .primaryShortcutIsRegistered = primaryShortcutIsRegistered,
+                                          .primaryShortcutStatusText = primaryShortcutStatusText,
+                                          .mode = mode,
+                                          .animationStyle = animationStyle,
+                                          .soundEnabled = soundEnabled,
+                                          .savedPoints = savedPoints});
+}
+
+void AppDelegate::preferencesDidRecordShortcut(const KeyboardShortcut& shortcut) {
+    assertMainThread("preferencesDidRecordShortcut");
+    applyPrimaryShortcut(shortcut);
+}
+
+void AppDelegate::preferencesDidResetShortcut() {
+    assertMainThread("preferencesDidResetShortcut");
+    applyPrimaryShortcut(KeyboardShortcut{2, KeyboardShortcut::hyper});
+}
+
+void AppDelegate::preferencesDidChangeMode(VantrelMode newMode) {
+    assertMainThread("preferencesDidChangeMode");
+    storeMode(newMode);
+    rebuildMenu();
+    refreshPreferencesWindow();
+}
+
+void AppDelegate::preferencesDidChangeAnimation(AnimationStyle style) {
+    assertMainThread("preferencesDidChangeAnimation");
+    storeAnimationStyle(style);
+    rebuildMenu();
+    refreshPreferencesWindow();
+}
+
+void AppDelegate::preferencesDidChangeSound(bool enabled) {
+    assertMainThread("preferencesDidChangeSound");
+    storeSoundEnabled(enabled);
+    rebuildMenu();
+    refreshPreferencesWindow();
+}
+
+void AppDelegate::preferencesDidClearSavedPoints() {
+    assertMainThread("preferencesDidClearSavedPoints");
+    clearSavedPoints();
+}
+
+}  // namespace vantrel

@@ -1,0 +1,100 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Vantrel/Interface/ShortcutRecorderButton.hpp"
+
+namespace vantrel {
+
+/// Colours by meaning; what they look like is the theme's business.
+enum class SemanticColor {
+    label,
+    secondaryLabel,
+    systemRed,
+};
+
+/// The window's pop-up buttons.
+enum class PreferencesPopUp {
+    mode,
+    animation,
+};
+
+/// What the window tells its controller: the actions of its controls, and the rows of its table.
+class PreferencesWindowViewDelegate {
+  public:
+    virtual ~PreferencesWindowViewDelegate() = default;
+
+    virtual void resetShortcut() = 0;
+    virtual void modeChanged() = 0;
+    virtual void animationChanged() = 0;
+    virtual void soundChanged() = 0;
+    virtual void clearSavedPoints() = 0;
+
+    [[nodiscard]] virtual std::size_t numberOfRows() const = 0;
+
+    /// The text of the table's row, asked for when the row is drawn; none for a row that does not exist.
+    [[nodiscard]] virtual std::optional<std::string> textForRow(std::int64_t row) const = 0;
+};
+
+/// The settings window as it is drawn. It decides nothing: it shows what it is told and hands every event on. Closing
+/// only hides it; it then comes back as it was. Texts and measures: PreferencesWindowLayout.hpp.
+class PreferencesWindowView {
+  public:
+    virtual ~PreferencesWindowView() = default;
+
+    /// Held weakly; without it the controls do nothing and the table is empty.
+    virtual void setDelegate(std::weak_ptr<PreferencesWindowViewDelegate> delegate) = 0;
+
+    /// Lives as long as the window.
+    virtual ShortcutRecorderButton& shortcutRecorderButton() = 0;
+
+    virtual void setShortcutStatus(const std::string& text, SemanticColor color) = 0;
+
+    virtual void setTitles(PreferencesPopUp popUp, const std::vector<std::string>& titles) = 0;
+    virtual void selectItem(PreferencesPopUp popUp, std::size_t index) = 0;
+
+    /// The selected item's index, -1 when none is selected.
+    [[nodiscard]] virtual std::int64_t indexOfSelectedItem(PreferencesPopUp popUp) const = 0;
+
+    virtual void setSoundChecked(bool checked) = 0;
+    [[nodiscard]] virtual bool isSoundChecked() const = 0;
+
+    virtual void setSavedPointsSummary(const std::string& text) = 0;
+    virtual void setSavedPointsEmptyLabelHidden(bool hidden) = 0;
+
+    /// Hides the table but not the frame around it.
+    virtual void setSavedPointsTableHidden(bool hidden) = 0;
+    virtual void setClearSavedPointsEnabled(bool enabled) = 0;
+
+    /// Asks the delegate for all rows again. The scroll position stays.
+    virtual void reloadSavedPoints() = 0;
+
+    /// Shows the window.
+    virtual void showWindow() = 0;
+
+    /// Brings the window to the front, onto the workspace that the person looks at, and gives it the keyboard.
+    virtual void makeKeyAndOrderFront() = 0;
+};
+
+/// A new settings window, or why there is none.
+struct PreferencesWindowViewResult {
+    std::unique_ptr<PreferencesWindowView> view;
+    std::string problem;    ///< one line that says what is missing; empty when there is a window
+    std::string flashText;  ///< the same in two or three words
+};
+
+/// Makes settings windows. What draws them may be a package of its own, so there may be none.
+class PreferencesWindowViewFactory {
+  public:
+    virtual ~PreferencesWindowViewFactory() = default;
+
+    /// A hidden window, centred on the display that the pointer is on. Asking again after a failure tries again.
+    virtual PreferencesWindowViewResult makePreferencesWindowView() = 0;
+};
+
+}  // namespace vantrel
