@@ -1,6 +1,5 @@
 #include "Vantrel/Controller/AppDelegate.hpp"
 
-#include <algorithm>
 #include <cmath>
 
 namespace vantrel {
@@ -10,9 +9,17 @@ namespace {
 constexpr std::int64_t glideSteps = 18;
 constexpr Seconds glideInterval{0.16 / 18};
 
-/// Fast at first, slow at the end: an ease-out cubic over a progress of 0 to 1.
-double eased(double progress) {
-    return 1 - std::pow(1 - progress, 3.0);
+/// Where the glide is after its present step: fast at first, slow at the end (an ease-out cubic).
+CGPoint place(const CursorAnimation& animation) {
+    if (animation.step >= animation.steps) {
+        // Not by the curve: start + (target - start) may miss the target by a hair, and half a hair below a whole
+        // number is a pixel off once the display server rounds down.
+        return animation.target.cgPoint();
+    }
+    const double progress = static_cast<double>(animation.step) / static_cast<double>(animation.steps);
+    const double eased = 1 - std::pow(1 - progress, 3.0);
+    return CGPoint{animation.start.x + (animation.target.x - animation.start.x) * eased,
+                   animation.start.y + (animation.target.y - animation.start.y) * eased};
 }
 
 }  // namespace
@@ -39,15 +46,10 @@ void AppDelegate::animationTick(Timer& timer) {
         animationTimer = nullptr;
         return;
     }
-    CursorAnimation& animation = *cursorAnimation;
-    animation.step += 1;
-    const double progress = std::min(static_cast<double>(animation.step) / static_cast<double>(animation.steps), 1.0);
-    const double fraction = eased(progress);
-    platform_.pointerWarper.CGWarpMouseCursorPosition(
-        CGPoint{animation.start.x + (animation.target.x - animation.start.x) * fraction,
-                animation.start.y + (animation.target.y - animation.start.y) * fraction});
+    cursorAnimation->step += 1;
+    platform_.pointerWarper.CGWarpMouseCursorPosition(place(*cursorAnimation));
     platform_.pointerWarper.CGAssociateMouseAndMouseCursorPosition(true);
-    if (animation.step < animation.steps) {
+    if (cursorAnimation->step < cursorAnimation->steps) {
         return;
     }
     timer.invalidate();
