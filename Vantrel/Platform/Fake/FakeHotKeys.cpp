@@ -87,7 +87,7 @@ OSStatus FakeHotKeys::GetEventParameter(EventRef event, std::uint32_t name, std:
     return readStatus;
 }
 
-OSStatus FakeHotKeys::press(EventHotKeyID hotKeyID) {
+OSStatus FakeHotKeys::deliverPress(EventHotKeyID hotKeyID) {
     return handler_(nullptr, reinterpret_cast<EventRef>(&hotKeyID), userData_);
 }
 
@@ -98,7 +98,7 @@ bool FakeHotKeys::press(Combination combination) {
     if (registration == registrations_.end() || handler_ == nullptr) {
         return false;
     }
-    press(registration->hotKeyID);
+    deliverPress(registration->hotKeyID);
     return true;
 }
 

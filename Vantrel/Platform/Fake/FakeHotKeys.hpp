@@ -37,8 +37,8 @@ class FakeHotKeys final : public HotKeyServices {
     OSStatus GetEventParameter(EventRef event, std::uint32_t name, std::uint32_t type, std::size_t bufferSize,
                                EventHotKeyID& hotKeyID) override;
 
-    /// Presses a hot key with that identity, registered or not: what the handler returned.
-    OSStatus press(EventHotKeyID hotKeyID);
+    /// Delivers a press of that identity, registered or not: what the handler returned.
+    OSStatus deliverPress(EventHotKeyID hotKeyID);
 
     /// Presses the keys; false, and nothing happens, when nobody registered them or no handler is installed.
     bool press(Combination combination);

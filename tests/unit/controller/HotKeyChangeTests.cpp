@@ -1,0 +1,136 @@
+#include "tests/unit/controller/ControllerTest.hpp"
+
+namespace vantrel {
+namespace {
+
+constexpr std::uint32_t hyper = 0x1B00;
+constexpr std::uint32_t controlOptionCommand = 0x1900;
+
+/// Changes of the primary shortcut, with the settings window open so that its refresh is seen.
+class HotKeyChangeTest : public ControllerTest {
+  protected:
+    void launchAndOpenSettings() {
+        launch();
+        controller->openSettings();
+        fakes.journal.clear();
+    }
+
+    /// Registrations, stores and what the person sees, in order.
+    [[nodiscard]] fake::Journal visibleCalls() const {
+        return calls({"RegisterEventHotKey", "UnregisterEventHotKey", "setObjects", "setMenu",
+                      "window.setShortcutStatus", "setTitle"});
+    }
+};
+
+TEST_F(HotKeyChangeTest, apply_freeShortcut_replacesTheOldOneInOrder) {
+    launchAndOpenSettings();
+    controller->applyPrimaryShortcut({40, controlOptionCommand});
+    EXPECT_EQ(visibleCalls(),
+              (fake::Journal{"UnregisterEventHotKey(id 1)", "RegisterEventHotKey(40, 6400, id 1)",
+                             "setObjects(primaryHotKeyCode=40, primaryHotKeyModifiers=6400)", "setMenu",
+                             "window.setShortcutStatus(Ready. Use Ctrl + Option + Command + K., secondary)",
+                             "setTitle(Shortcut saved)"}));
+    EXPECT_EQ(fields.primaryShortcut(), (KeyboardShortcut{40, controlOptionCommand}));
+    EXPECT_TRUE(fields.primaryShortcutIsRegistered());
+    EXPECT_TRUE(fakes.hotKeys.isRegistered({40, controlOptionCommand}));
+    EXPECT_FALSE(fakes.hotKeys.isRegistered({2, hyper}));
+    EXPECT_NE(fields.primaryHotKeyRef(), nullptr);
+}
+
+TEST_F(HotKeyChangeTest, apply_shortcutInForce_releasesRegistersAndStoresItAgain) {
+    launchAndOpenSettings();
+    controller->applyPrimaryShortcut({2, hyper});
+    EXPECT_EQ(visibleCalls(),
+              (fake::Journal{"UnregisterEventHotKey(id 1)", "RegisterEventHotKey(2, 6912, id 1)",
+                             "setObjects(primaryHotKeyCode=2, primaryHotKeyModifiers=6912)", "setMenu",
+                             "window.setShortcutStatus(Ready. With Raycast Hyper Key, use Caps Lock + D., secondary)",
+                             "setTitle(Shortcut saved)"}));
+}
+
+TEST_F(HotKeyChangeTest, apply_reservedShortcut_changesNothingAndSaysSo) {
+    launchAndOpenSettings();
+    controller->applyPrimaryShortcut({20, hyper});
+    const std::string text = "Hyper + 3 is already reserved in Raycast. Hyper + 1 through Hyper + 5 are avoided.";
+    EXPECT_EQ(visibleCalls(), (fake::Journal{"setMenu", "window.setShortcutStatus(" + text + ", secondary)",
+                                             "setTitle(Shortcut busy)"}));
+    EXPECT_EQ(fields.primaryShortcutStatusText(), text);
+    EXPECT_EQ(fields.primaryShortcut(), (KeyboardShortcut{2, hyper}));
+    EXPECT_TRUE(fields.primaryShortcutIsRegistered());
+    EXPECT_TRUE(fakes.defaults.values.empty());
+}
+
+TEST_F(HotKeyChangeTest, apply_refusedShortcut_restoresThePreviousOne) {
+    launchAndOpenSettings();
+    fakes.hotKeys.refusals = {{{40, hyper}, eventHotKeyExistsErr}};
+    controller->applyPrimaryShortcut({40, hyper});
+    EXPECT_EQ(visibleCalls(),
+              (fake::Journal{"UnregisterEventHotKey(id 1)", "RegisterEventHotKey(40, 6912, id 1)",
+                             "RegisterEventHotKey(2, 6912, id 1)", "setMenu",
+                             "window.setShortcutStatus(Hyper + K is unavailable. Restored Hyper + D., secondary)",
+                             "setTitle(Shortcut busy)"}));
+    EXPECT_EQ(fields.primaryShortcutStatusText(), "Hyper + K is unavailable. Restored Hyper + D.");
+    EXPECT_EQ(fields.primaryShortcut(), (KeyboardShortcut{2, hyper}));
+    EXPECT_TRUE(fields.primaryShortcutIsRegistered());
+    EXPECT_TRUE(fakes.hotKeys.isRegistered({2, hyper}));
+    EXPECT_NE(fields.primaryHotKeyRef(), nullptr);
+    EXPECT_TRUE(fakes.defaults.values.empty());
+}
+
+TEST_F(HotKeyChangeTest, apply_bothRefused_quotesTheStatusOfTheNewOne) {
+    launchAndOpenSettings();
+    fakes.hotKeys.refusals = {{{40, hyper}, eventHotKeyInvalidErr}, {{2, hyper}, eventHotKeyExistsErr}};
+    controller->applyPrimaryShortcut({40, hyper});
+    EXPECT_EQ(fields.primaryShortcutStatusText(),
+              "Hyper + K is unavailable, and Hyper + D could not be restored. macOS returned -9879.");
+    EXPECT_EQ(fields.primaryShortcut(), (KeyboardShortcut{2, hyper}));
+    EXPECT_FALSE(fields.primaryShortcutIsRegistered());
+    EXPECT_EQ(fields.primaryHotKeyRef(), nullptr);
+    EXPECT_EQ(fakes.statusBar.title, "Shortcut busy");
+    EXPECT_TRUE(fakes.defaults.values.empty());
+}
+
+TEST_F(HotKeyChangeTest, apply_emptyReference_isARefusalWithStatusZero) {
+    launchAndOpenSettings();
+    fakes.hotKeys.refusals = {{{40, hyper}, 0}, {{2, hyper}, 0}};
+    controller->applyPrimaryShortcut({40, hyper});
+    EXPECT_EQ(fields.primaryShortcutStatusText(),
+              "Hyper + K is unavailable, and Hyper + D could not be restored. macOS returned 0.");
+    EXPECT_FALSE(fields.primaryShortcutIsRegistered());
+}
+
+TEST_F(HotKeyChangeTest, apply_whileNotRegistered_bringsThePreviousOneBack) {
+    fakes.hotKeys.refusals = {{{2, hyper}, eventHotKeyExistsErr}, {{40, hyper}, eventHotKeyExistsErr}};
+    launchAndOpenSettings();
+    ASSERT_FALSE(fields.primaryShortcutIsRegistered());
+    fakes.hotKeys.refusals.erase({2, hyper});
+    controller->applyPrimaryShortcut({40, hyper});
+    EXPECT_EQ(calls({"RegisterEventHotKey", "UnregisterEventHotKey"}),
+              (fake::Journal{"RegisterEventHotKey(40, 6912, id 1)", "RegisterEventHotKey(2, 6912, id 1)"}));
+    EXPECT_TRUE(fields.primaryShortcutIsRegistered());
+    EXPECT_EQ(fields.primaryShortcutStatusText(), "Hyper + K is unavailable. Restored Hyper + D.");
+}
+
+TEST_F(HotKeyChangeTest, apply_reservedWhileNotRegistered_staysNotRegistered) {
+    fakes.hotKeys.refusals = {{{2, hyper}, eventHotKeyExistsErr}};
+    launchAndOpenSettings();
+    controller->applyPrimaryShortcut({18, hyper});
+    EXPECT_FALSE(fields.primaryShortcutIsRegistered());
+    EXPECT_TRUE(calls({"RegisterEventHotKey"}).empty());
+}
+
+TEST_F(HotKeyChangeTest, apply_combinationOfAFixedKey_isRefusedAndRestored) {
+    launchAndOpenSettings();
+    controller->applyPrimaryShortcut({1, hyper});
+    EXPECT_EQ(fields.primaryShortcutStatusText(), "Hyper + S is unavailable. Restored Hyper + D.");
+    EXPECT_TRUE(fakes.hotKeys.isRegistered({1, hyper}));
+}
+
+TEST_F(HotKeyChangeTest, apply_shortcutWithoutModifiers_isRegistered) {
+    launchAndOpenSettings();
+    controller->applyPrimaryShortcut({111, 0});
+    EXPECT_EQ(fields.primaryShortcutStatusText(), "Ready. Use F12.");
+    EXPECT_TRUE(fakes.hotKeys.isRegistered({111, 0}));
+}
+
+}  // namespace
+}  // namespace vantrel

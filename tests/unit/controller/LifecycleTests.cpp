@@ -1,0 +1,119 @@
+#include "tests/unit/controller/ControllerTest.hpp"
+
+namespace vantrel {
+namespace {
+
+class LifecycleTest : public ControllerTest {};
+
+TEST_F(LifecycleTest, create_nothingElse_makesAnUntitledItemAndBuiltInValues) {
+    EXPECT_EQ(fakes.journal, fake::Journal{"statusItem(-1)"});
+    EXPECT_EQ(fakes.statusBar.title, "");
+    EXPECT_EQ(fields.mode(), VantrelMode::automatic);
+    EXPECT_EQ(fields.animationStyle(), AnimationStyle::glide);
+    EXPECT_TRUE(fields.soundEnabled());
+    EXPECT_EQ(fields.primaryShortcut(), (KeyboardShortcut{2, 6912}));
+    EXPECT_FALSE(fields.primaryShortcutIsRegistered());
+    EXPECT_EQ(fields.primaryShortcutStatusText(), "Shortcut not registered yet.");
+    EXPECT_TRUE(fields.savedPoints().empty());
+    EXPECT_EQ(fields.savedPointIndex(), 0);
+    EXPECT_TRUE(fields.rememberedPositions().empty());
+    EXPECT_EQ(fields.primaryHotKeyRef(), nullptr);
+    EXPECT_EQ(fields.secondaryHotKeyCount(), 0U);
+    EXPECT_EQ(fields.eventHandlerRef(), nullptr);
+    EXPECT_EQ(fields.animationTimer(), nullptr);
+    EXPECT_FALSE(fields.cursorAnimation().has_value());
+    EXPECT_EQ(fields.statusResetItem(), nullptr);
+    EXPECT_FALSE(fields.hasPreferencesWindow());
+}
+
+TEST_F(LifecycleTest, launch_freshInstall_doesEverythingInOrder) {
+    fakes.journal.clear();
+    controller->applicationDidFinishLaunching();
+    EXPECT_EQ(fakes.journal,
+              (fake::Journal{"setActivationPolicy(1)", "stringForKey(mode)", "stringForKey(animation)",
+                             "objectForKey(soundEnabled)", "objectForKey(primaryHotKeyCode)", "dataForKey(savedPoints)",
+                             "dataForKey(rememberedPositions)", "setTitle(Vantrel)", "setToolTip(Vantrel)",
+                             "setFont(12, semibold)", "InstallEventHandler", "RegisterEventHotKey(2, 6912, id 1)",
+                             "RegisterEventHotKey(124, 6400, id 2)", "RegisterEventHotKey(123, 6400, id 3)",
+                             "RegisterEventHotKey(46, 6400, id 4)", "RegisterEventHotKey(1, 6912, id 5)", "setMenu"}));
+    EXPECT_EQ(fakes.statusBar.title, "Vantrel");
+    EXPECT_TRUE(fields.primaryShortcutIsRegistered());
+    EXPECT_EQ(fields.primaryShortcutStatusText(), "Ready. With Raycast Hyper Key, use Caps Lock + D.");
+    for (const auto& registration : fakes.hotKeys.registrations()) {
+        EXPECT_EQ(registration.hotKeyID.signature, 0x564E544CU);  // "VNTL"
+    }
+}
+
+TEST_F(LifecycleTest, launch_itemWithoutButton_skipsItsLooks) {
+    fakes.statusBar.hasButton = false;
+    controller->applicationDidFinishLaunching();
+    EXPECT_TRUE(calls({"setTitle", "setToolTip", "setFont"}).empty());
+    EXPECT_EQ(calls({"InstallEventHandler", "setMenu"}), (fake::Journal{"InstallEventHandler", "setMenu"}));
+}
+
+TEST_F(LifecycleTest, terminate_afterLaunch_releasesInOrder) {
+    launch();
+    controller->applicationWillTerminate();
+    EXPECT_EQ(fakes.journal, (fake::Journal{"UnregisterEventHotKey(id 1)", "UnregisterEventHotKey(id 2)",
+                                            "UnregisterEventHotKey(id 3)", "UnregisterEventHotKey(id 4)",
+                                            "UnregisterEventHotKey(id 5)", "RemoveEventHandler"}));
+    EXPECT_TRUE(fakes.hotKeys.registrations().empty());
+    EXPECT_FALSE(fakes.hotKeys.hasHandler());
+    EXPECT_FALSE(fields.primaryShortcutIsRegistered());
+    EXPECT_EQ(fields.primaryHotKeyRef(), nullptr);
+    EXPECT_EQ(fields.secondaryHotKeyCount(), 0U);
+    EXPECT_NE(fields.eventHandlerRef(), nullptr);  // not cleared: nothing runs after it
+}
+
+TEST_F(LifecycleTest, terminate_beforeLaunch_callsNothing) {
+    fakes.journal.clear();
+    controller->applicationWillTerminate();
+    EXPECT_TRUE(fakes.journal.empty());
+}
+
+TEST_F(LifecycleTest, terminate_glideInProgress_stopsTheTimerFirstAndLeavesThePointer) {
+    launch();
+    controller->glidePointer({180, 0});
+    fakes.mainQueue.advance(Seconds(0.08));
+    const CGPoint place = fakes.pointer.location;
+    fakes.journal.clear();
+    controller->applicationWillTerminate();
+    ASSERT_FALSE(fakes.journal.empty());
+    EXPECT_EQ(fakes.journal.front(), "invalidate");
+    EXPECT_EQ(fakes.mainQueue.runningTimers(), 0U);
+    EXPECT_NE(fields.animationTimer(), nullptr);
+    fakes.mainQueue.advance(Seconds(1));
+    EXPECT_EQ(fakes.pointer.location, place);
+}
+
+TEST_F(LifecycleTest, terminate_flashInProgress_leavesItsReset) {
+    launch();
+    controller->flashStatus("Saved");
+    controller->applicationWillTerminate();
+    fakes.mainQueue.advance(Seconds(1.2));
+    EXPECT_EQ(fakes.statusBar.title, "Vantrel");
+}
+
+TEST_F(LifecycleTest, terminate_always_storesNothing) {
+    launch();
+    controller->applicationWillTerminate();
+    EXPECT_TRUE(calls({"setObjects"}).empty());
+    EXPECT_TRUE(fakes.defaults.values.empty());
+}
+
+TEST_F(LifecycleTest, destroy_afterLaunch_releasesNoHotKeys) {
+    launch();
+    controller = nullptr;
+    EXPECT_EQ(fakes.hotKeys.registrations().size(), 5U);
+    EXPECT_TRUE(fakes.journal.empty());
+}
+
+TEST_F(LifecycleTest, reopen_opensTheSettingsWindow) {
+    launch();
+    controller->applicationDidReopen();
+    EXPECT_TRUE(fields.hasPreferencesWindow());
+    EXPECT_EQ(calls({"window.showWindow"}).size(), 1U);
+}
+
+}  // namespace
+}  // namespace vantrel
