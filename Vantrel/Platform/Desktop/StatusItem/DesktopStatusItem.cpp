@@ -30,8 +30,11 @@ std::string beginning(const std::string& text) {
 
 DesktopStatusItem::DesktopStatusItem(DesktopStatusBar& statusBar)
     : statusBar_(statusBar),
-      overlay_(
-          {.rowChosen = [this](std::size_t row) { performRow(row); }, .windowPainted = [](std::uint32_t, int) {}}) {}
+      overlay_({.rowChosen = [this](std::size_t row) { performRow(row); },
+                .windowPainted = [this](std::uint32_t window, int width) { tray_.windowPainted(window, width); }}),
+      tray_(overlay_, {.pressed = [this] { popUpMenu(); }, .presenceChanged = [this] { updateScreenText(); }}) {
+    tray_.setWanted(true);
+}
 
 DesktopStatusItem::~DesktopStatusItem() {
     leaveBus();
@@ -44,6 +47,7 @@ void DesktopStatusItem::setSessionBus(GDBusConnection* bus) {
     }
     leaveBus();
     if (bus == nullptr || g_dbus_connection_is_closed(bus)) {
+        presenceChanged();
         return;
     }
     bus_ = shareObject(bus);
@@ -78,6 +82,7 @@ void DesktopStatusItem::presenceChanged() {
     if (std::exchange(keyHintStyle_, style) != style) {
         publishMenu();
     }
+    tray_.setWanted(!hasHost());
     updateScreenText();
 }
 
@@ -89,6 +94,7 @@ void DesktopStatusItem::setTitle(const std::string& title) {
     if (notifierItem_) {
         notifierItem_->setLabel(title_);
     }
+    tray_.setTitle(title_, font_);
     updateScreenText();
 }
 
@@ -102,7 +108,7 @@ void DesktopStatusItem::updateScreenText() {
 }
 
 bool DesktopStatusItem::isTitleSeenInPanel() const {
-    return notifierItem_ && notifierItem_->drawsLabel();
+    return (notifierItem_ && notifierItem_->drawsLabel()) || tray_.showsTitle();
 }
 
 void DesktopStatusItem::setToolTip(const std::string& toolTip) {
@@ -146,7 +152,7 @@ std::vector<OverlayRow> DesktopStatusItem::overlayRows() const {
 }
 
 bool DesktopStatusItem::isVisible() const {
-    return notifierItem_ && notifierItem_->isShown();
+    return hasHost() || tray_.isShown();
 }
 
 void DesktopStatusItem::popUpMenu() {

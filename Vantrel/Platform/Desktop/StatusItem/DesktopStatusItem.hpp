@@ -10,6 +10,7 @@
 #include "Vantrel/Platform/Desktop/StatusItem/GLibHandles.hpp"
 #include "Vantrel/Platform/Desktop/StatusItem/OverlayProcess.hpp"
 #include "Vantrel/Platform/Desktop/StatusItem/StatusNotifierItem.hpp"
+#include "Vantrel/Platform/Desktop/StatusItem/TrayFallback.hpp"
 #include "Vantrel/Platform/StatusItem.hpp"
 
 namespace vantrel::desktop {
@@ -40,6 +41,7 @@ class DesktopStatusItem final : public StatusItem, private StatusBarButton {
     static void busClosed(GDBusConnection* bus, gboolean remotePeerVanished, GError* error, gpointer data);
     void leaveBus();
     void presenceChanged();
+    [[nodiscard]] bool hasHost() const { return notifierItem_ && notifierItem_->isShown(); }
     void publishMenu();
     void performRow(std::size_t row);
     void updateScreenText();
@@ -58,6 +60,7 @@ class DesktopStatusItem final : public StatusItem, private StatusBarButton {
     std::unique_ptr<StatusNotifierItem> notifierItem_;
     ItemFont font_;
     OverlayProcess overlay_;
+    TrayFallback tray_;
 };
 
 }  // namespace vantrel::desktop

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+namespace vantrel::desktop {
+
+/// A picture of opaque or premultiplied pixels, 0xAARRGGBB, row by row from the top.
+struct TrayImage {
+    int width = 0;
+    int height = 0;
+    std::vector<std::uint32_t> pixels;
+};
+
+/// The item's drawing, as large as fits, in the middle of a transparent picture; colours multiplied by alpha.
+TrayImage trayIconImage(int width, int height);
+
+/// The picture on top of an opaque one of the same size.
+TrayImage blended(const TrayImage& picture, const TrayImage& background);
+
+}  // namespace vantrel::desktop
