@@ -69,16 +69,13 @@ void AppDelegate::handleURL(std::string_view url) {
     const std::string command = commandOf(*components);
     const std::string modeValue = queryValue(*components, "mode");
     const std::string directionValue = queryValue(*components, "direction");
-    if (command == "teleport" && modeValue == "manual") {
+    const bool isTeleport = command == "teleport";
+    if (command == "manual" || (isTeleport && modeValue == "manual")) {
         teleportSavedPoint();
-    } else if (command == "teleport" && directionValue == "previous") {
+    } else if (command == "previous" || (isTeleport && directionValue == "previous")) {
         teleportDisplay(TeleportDirection::previous);
-    } else if (command == "teleport" || command == "next") {
+    } else if (command == "next" || isTeleport) {
         teleportDisplay(TeleportDirection::next);
-    } else if (command == "previous") {
-        teleportDisplay(TeleportDirection::previous);
-    } else if (command == "manual") {
-        teleportSavedPoint();
     } else if (command == "save-point") {
         saveCurrentPoint();
     } else {

@@ -36,7 +36,6 @@ constexpr std::array<RoleKeysyms, 4> roleKeysyms{{
     {carbonControl, 0xffe3, 0xffe4},
 }};
 
-constexpr unsigned modifierCount = 8;
 constexpr std::uint16_t lockModifier = 1U << 1U;  // the core protocol's Lock: Caps Lock
 constexpr std::uint16_t allModifiers = 0xFF;      // without the pointer buttons and the group of an event's state
 

@@ -30,6 +30,7 @@ struct KeyGrab {
     std::uint8_t keycode = 0;
     std::uint16_t modifiers = 0;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): clang-tidy 14 takes the comparison with zero inside for a null pointer
     auto operator<=>(const KeyGrab&) const = default;
 };
 

@@ -18,7 +18,8 @@ std::vector<std::string> Environment::entries() const {
     std::vector<std::string> entries;
     entries.reserve(variables_.size());
     for (const auto& [name, value] : variables_) {
-        entries.push_back(name + "=" + value);
+        auto& entry = entries.emplace_back(name);
+        entry.append("=").append(value);
     }
     return entries;
 }

@@ -62,7 +62,6 @@ bool KeyGrab::waitForPress(Duration deadline) {
             if (!event || (event->response_type & 0x7FU) != XCB_KEY_PRESS) {
                 return false;
             }
-            // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): this is how xcb hands out events
             return reinterpret_cast<const xcb_key_press_event_t*>(event.get())->detail == keycode_;
         },
         deadline);

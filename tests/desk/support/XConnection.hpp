@@ -9,7 +9,8 @@
 namespace vantrel::desk {
 
 struct FreeDeleter {
-    void operator()(void* memory) const { std::free(memory); }  // NOLINT(cppcoreguidelines-no-malloc): xcb mallocs
+    // NOLINTNEXTLINE(cppcoreguidelines-owning-memory): the deleter of what xcb allocated
+    void operator()(void* memory) const { std::free(memory); }
 };
 
 /// A reply, error or event of the X server.

@@ -71,8 +71,10 @@ std::uint32_t pixelAt(int column, int row, double unitsPerPixel) {
     int badgeSamples = 0;
     int glyphSamples = 0;
     for (int sample = 0; sample < samplesPerSide * samplesPerSide; ++sample) {
-        const Point point{(column + (sample % samplesPerSide + 0.5) / samplesPerSide) * unitsPerPixel,
-                          (row + (sample / samplesPerSide + 0.5) / samplesPerSide) * unitsPerPixel};
+        const int sampleColumn = sample % samplesPerSide;
+        const int sampleRow = sample / samplesPerSide;
+        const Point point{(column + (sampleColumn + 0.5) / samplesPerSide) * unitsPerPixel,
+                          (row + (sampleRow + 0.5) / samplesPerSide) * unitsPerPixel};
         if (isInBadge(point)) {
             ++badgeSamples;
             glyphSamples += isInGlyph(point) ? 1 : 0;
