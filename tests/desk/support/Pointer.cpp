@@ -33,4 +33,14 @@ bool Pointer::staysAt(MainPoint point, Duration time) {
     return !waitUntil([&] { return position() != point; }, time);
 }
 
+bool Pointer::catchDeparture(MainPoint point, Duration deadline) {
+    const auto end = std::chrono::steady_clock::now() + deadline;
+    while (position() == point) {
+        if (std::chrono::steady_clock::now() >= end) {
+            return false;
+        }
+    }
+    return true;
+}
+
 }  // namespace vantrel::desk

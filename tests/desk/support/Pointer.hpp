@@ -23,6 +23,9 @@ class Pointer {
     /// Asks for a while whether the pointer is still at the point; false as soon as it is not.
     bool staysAt(MainPoint point, Duration time = quietTime);
 
+    /// Asks without a pause until the pointer has left the point; false when it has not before the deadline.
+    bool catchDeparture(MainPoint point, Duration deadline = generousDeadline);
+
   private:
     XConnection& connection_;
     const DisplayLayout& layout_;
