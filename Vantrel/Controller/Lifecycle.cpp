@@ -40,7 +40,12 @@ void AppDelegate::applicationWillTerminate() {
 
 void AppDelegate::applicationDidReopen() {
     assertMainThread("applicationDidReopen");
-    openSettings();
+    // With no panel to show the item, starting the program again is the one way to its menu.
+    if (statusItem->isVisible()) {
+        openSettings();
+    } else {
+        statusItem->popUpMenu();
+    }
 }
 
 void AppDelegate::dressStatusItem() {

@@ -108,9 +108,18 @@ TEST_F(LifecycleTest, destroy_afterLaunch_releasesNoHotKeys) {
     EXPECT_TRUE(fakes.journal.empty());
 }
 
-TEST_F(LifecycleTest, reopen_opensTheSettingsWindow) {
+TEST_F(LifecycleTest, reopen_itemNotSeen_popsTheMenuUp) {
+    launch();
+    fakes.statusBar.isVisible = false;
+    controller->applicationDidReopen();
+    EXPECT_EQ(fakes.journal, fake::Journal{"popUpMenu"});
+    EXPECT_FALSE(fields.hasPreferencesWindow());
+}
+
+TEST_F(LifecycleTest, reopen_itemSeen_opensTheSettingsWindow) {
     launch();
     controller->applicationDidReopen();
+    EXPECT_TRUE(calls({"popUpMenu"}).empty());
     EXPECT_TRUE(fields.hasPreferencesWindow());
     EXPECT_EQ(calls({"window.showWindow"}).size(), 1U);
 }
