@@ -1,0 +1,71 @@
+#pragma once
+
+#include <glib.h>
+
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "Vantrel/Platform/Desktop/StoreCheckpoint.hpp"
+
+namespace vantrel::desktop {
+
+struct SourceRemover {
+    void operator()(GSource* source) const {
+        g_source_destroy(source);
+        g_source_unref(source);
+    }
+};
+/// A source of the main loop, which goes with its owner.
+using LoopSource = std::unique_ptr<GSource, SourceRemover>;
+
+/// When the log is moved into the database.
+struct CheckpointTimes {
+    std::chrono::milliseconds idle{10'000};  ///< after the last commit
+    int longLog = 1000;                      ///< or as soon as the log has this many pages
+};
+
+/// Runs checkpoints in a short-lived thread of its own, so that no commit waits for the disk. Nothing is armed and no
+/// thread exists unless something was committed. Main thread only; uses the default main context.
+class StoreCheckpointer {
+  public:
+    /// `finished` is called on the main loop after each run.
+    StoreCheckpointer(std::filesystem::path path, const char* vfs, CheckpointTimes times,
+                      std::function<void(CheckpointOutcome)> finished);
+
+    /// Waits for the thread, if it runs.
+    ~StoreCheckpointer();
+    StoreCheckpointer(const StoreCheckpointer&) = delete;
+    StoreCheckpointer& operator=(const StoreCheckpointer&) = delete;
+
+    /// Runs once the main loop has nothing better to do. For the launch: what an earlier run left in the log is moved,
+    /// and the first commit finds a log that was begun.
+    void runSoon();
+
+    /// Tells of a commit, after which the log has that many pages.
+    void noteCommit(int logPages);
+
+    [[nodiscard]] bool isRunning() const { return thread_ != nullptr; }
+
+  private:
+    struct Thread;
+
+    void start();
+    void armIdleTimer(std::chrono::milliseconds delay);
+    void idleTimerFired();
+    void threadEnded();
+
+    std::filesystem::path path_;
+    std::string vfs_;
+    CheckpointTimes times_;
+    std::function<void(CheckpointOutcome)> finished_;
+    std::chrono::steady_clock::time_point lastCommit_;
+    int nextLongLog_;
+    LoopSource idleTimer_;
+    LoopSource soon_;
+    std::unique_ptr<Thread> thread_;
+};
+
+}  // namespace vantrel::desktop
