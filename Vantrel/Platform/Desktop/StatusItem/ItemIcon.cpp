@@ -15,23 +15,21 @@ struct Point {
 };
 
 constexpr double fieldSize = 64;
-constexpr double badgeMargin = 2;
-constexpr double badgeRadius = 13;
+constexpr double badgeRadius = 14;
 constexpr std::uint32_t badgeColor = 0x2F6BD8;
 constexpr std::uint32_t glyphColor = 0xFFFFFF;
-constexpr std::array pointerOutline{Point{26, 10},   Point{26, 50}, Point{35, 41.5}, Point{41, 55.5},
-                                    Point{48, 52.5}, Point{42, 39}, Point{54, 38}};
+constexpr std::array pointerOutline{Point{32, 8},  Point{32, 48},   Point{40, 40}, Point{46, 54},
+                                    Point{53, 51}, Point{47, 37.5}, Point{58, 37}};
 struct Bar {
     Point topLeft;
     Point bottomRight;
 };
-constexpr std::array motionBars{Bar{{8, 20}, {20, 24}}, Bar{{12, 32}, {20, 36}}};
+constexpr std::array motionBars{Bar{{8, 16}, {24, 20}}, Bar{{12, 32}, {24, 36}}};
 
 constexpr int samplesPerSide = 8;
 
 bool isInBadge(Point point) {
-    const double half = fieldSize / 2 - badgeMargin;
-    const double straight = half - badgeRadius;
+    constexpr double straight = fieldSize / 2 - badgeRadius;
     const double dx = std::max(std::abs(point.x - fieldSize / 2) - straight, 0.0);
     const double dy = std::max(std::abs(point.y - fieldSize / 2) - straight, 0.0);
     return dx * dx + dy * dy <= badgeRadius * badgeRadius;

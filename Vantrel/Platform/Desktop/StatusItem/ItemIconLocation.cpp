@@ -1,10 +1,9 @@
-#include <sys/stat.h>
+#include "Vantrel/Platform/Desktop/StatusItem/ItemIcon.hpp"
+
+#include <glib.h>
 
 #include <filesystem>
 #include <system_error>
-
-#include "Vantrel/Platform/Desktop/StatusItem/GLibHandles.hpp"
-#include "Vantrel/Platform/Desktop/StatusItem/ItemIcon.hpp"
 
 namespace vantrel::desktop {
 
@@ -27,7 +26,7 @@ bool isDataFolderOfDesktop(const std::filesystem::path& folder) {
 ItemIconLocation itemIconLocation() {
     std::error_code error;
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
-    const std::filesystem::path data = program.parent_path().parent_path() / "share";
+    const std::filesystem::path data = (program.parent_path() / VANTREL_DATA_FROM_BIN).lexically_normal();
     const std::filesystem::path icons = data / "icons";
     if (error || !std::filesystem::exists(icons / "hicolor/scalable/apps" / (std::string(iconName) + ".svg"), error)) {
         return {};
