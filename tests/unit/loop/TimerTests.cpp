@@ -1,0 +1,225 @@
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <cmath>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Vantrel/Platform/Desktop/GLibRunLoop.hpp"
+#include "tests/unit/loop/AllocationCount.hpp"
+#include "tests/unit/loop/TestLoop.hpp"
+
+namespace vantrel::desktop {
+namespace {
+
+constexpr Seconds glideInterval{0.16 / 18};
+
+/// What the kernel says of each timer descriptor of this process: its interval, "(seconds, nanoseconds)".
+std::vector<std::string> kernelTimerIntervals() {
+    std::vector<std::string> intervals;
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fdinfo")) {
+        std::ifstream file(entry.path());
+        const std::string label = "it_interval: ";
+        for (std::string line; std::getline(file, line);) {
+            if (line.rfind(label, 0) == 0) {
+                intervals.push_back(line.substr(label.size()));
+            }
+        }
+    }
+    return intervals;
+}
+
+std::int64_t microseconds(Seconds duration) {
+    return std::llround(duration.count() * 1e6);
+}
+
+/// Keeps the process from opening descriptors for as long as it lives.
+class NoDescriptorsLeft {
+  public:
+    NoDescriptorsLeft() {
+        getrlimit(RLIMIT_NOFILE, &before_);
+        const rlimit none{0, before_.rlim_max};
+        setrlimit(RLIMIT_NOFILE, &none);
+    }
+    ~NoDescriptorsLeft() { setrlimit(RLIMIT_NOFILE, &before_); }
+    NoDescriptorsLeft(const NoDescriptorsLeft&) = delete;
+    NoDescriptorsLeft& operator=(const NoDescriptorsLeft&) = delete;
+
+  private:
+    rlimit before_{};
+};
+
+/// Lets the loop be late by some intervals on purpose, and checks that they were not made up for. `first` is the moment
+/// at which the timer was made.
+void expectOneFiringForALateTurn(TestLoop& loop, const int& firings, gint64 first, Seconds interval) {
+    constexpr int missed = 5;
+    loop.turnUntil([&firings] { return firings == 1; });
+    const gint64 lateFrom = g_get_monotonic_time();
+    g_usleep(static_cast<gulong>(microseconds(interval) * (missed + 1)));
+    while (loop.turn()) {
+    }
+    // Of the intervals that passed before the turn, at most one was fired for; more may have passed during the turns.
+    EXPECT_GE(firings, 2);
+    const gint64 onTime = g_get_monotonic_time() - lateFrom - microseconds(interval) * missed;
+    EXPECT_LE(firings, 1 + onTime / microseconds(interval) + 1);
+    loop.turnUntil([&firings] { return firings >= 10; });
+    // Ten firings and those missed cannot be over before as many intervals are, counted from the start.
+    EXPECT_GE(g_get_monotonic_time() - first, microseconds(interval) * (10 + missed - 1));
+}
+
+TEST(RunLoopTimer, scheduledTimer_glideInterval_isKeptToTheNanosecond) {
+    TestLoop loop;
+    GLibRunLoop runLoop(loop.context());
+    const auto timer = runLoop.scheduledTimer(glideInterval, true, [](Timer&) {});
+    EXPECT_EQ(kernelTimerIntervals(), std::vector<std::string>{"(0, 8888889)"});
+}
+
+TEST(RunLoopTimer, scheduledTimer_repeating_firesAfterEachInterval) {
+    TestLoop loop;
+    GLibRunLoop runLoop(loop.context());
+    int firings = 0;
+    const gint64 begin = g_get_monotonic_time();
+    const auto timer = runLoop.scheduledTimer(glideInterval, true, [&firings](Timer&) { ++firings; });
+    EXPECT_FALSE(loop.turn());
+    loop.turnUntil([&firings] { return firings == 18; });
+    EXPECT_GE(g_get_monotonic_time() - begin, 160000);
+    EXPECT_TRUE(timer->isValid());
+}
+
+TEST(RunLoopTimer, scheduledTimer_lateLoop_firesOnceAndKeepsTheSchedule) {
+    TestLoop loop;
+    GLibRunLoop runLoop(loop.context());
+    int firings = 0;
+    const gint64 begin = g_get_monotonic_time();
+    const auto timer = runLoop.scheduledTimer(glideInterval, true, [&firings](Timer&) { ++firings; });
+    expectOneFiringForALateTurn(loop, firings, begin, glideInterval);
+}
+
+TEST(RunLoopTimer, scheduledTimer_noDescriptorLeft_keepsTheScheduleToTheMillisecond) {
+    TestLoop loop;
+    GLibRunLoop runLoop(loop.context());
+    int firings = 0;
+    const gint64 begin = g_get_monotonic_time();
+    std::shared_ptr<Timer> timer;
+    {
+        const NoDescriptorsLeft limit;
+        timer = runLoop.scheduledTimer(glideInterval, true, [&firings](Timer&) { ++firings; });
+    }
+    EXPECT_TRUE(kernelTimerIntervals().empty());
+    expectOneFiringForALateTurn(loop, firings, begin, glideInterval);
+    timer->invalidate();
+    EXPECT_EQ(loop.sleepTime(), -1);
+}
+
+TEST(RunLoopTimer, scheduledTimer_ticks_allocateNothing) {
+    TestLoop loop;
+    GLibRunLoop runLoop(loop.context());
+    int firings = 0;
+    std::size_t afterFirst = 0;
+    std::size_t afterLast = 0;
+    const auto timer = runLoop.scheduledTimer(Seconds(0.001), true, [&](Timer&) {
+        ++firings;
+        (firings == 1 ? afterFirst : afterLast) = allocationCount();
+    });
+    loop.turnUntil([&firings] { return firings >= 10; });
+    EXPECT_EQ(afterLast, afterFirst);
+}
+
+TEST(RunLoopTimer, scheduledTimer_notRepeating_firesOnceAndIsInvalid) {
+    TestLoop loop;
+    GLibRunLoop runLoop(loop.context());
+    int firings = 0;
+    const auto timer = runLoop.scheduledTimer(Seconds(0.001), false, [&firings](Timer&) { ++firings; });
+    loop.turnUntil([&firings] { return firings > 0; });
+    EXPECT_FALSE(timer->isValid());
+    EXPECT_EQ(loop.sleepTime(), -1);
+    EXPECT_TRUE(kernelTimerIntervals().empty());
+}
+
+TEST(RunLoopTimer, invalidate_fromItsOwnAction_stopsAndClosesTheDescriptor) {
+    TestLoop loop;
+    GLibRunLoop runLoop(loop.context());
+    int firings = 0;
+    const auto timer = runLoop.scheduledTimer(Seconds(0.001), true, [&firings](Timer& firing) {
+        ++firings;
+        firing.invalidate();
+    });
+    loop.turnUntil([&firings] { return firings > 0; });
+    EXPECT_FALSE(timer->isValid());
+    EXPECT_TRUE(kernelTimerIntervals().empty());
+    g_usleep(3000);
+    EXPECT_FALSE(loop.turn());
+    EXPECT_EQ(firings, 1);
+}
+
+TEST(RunLoopTimer, invalidate_whenAFiringIsDue_keepsItFromRunning) {
+    TestLoop loop;
+    GLibRunLoop runLoop(loop.context());
+    int firings = 0;
+    const auto timer = runLoop.scheduledTimer(Seconds(0.001), true, [&firings](Timer&) { ++firings; });
+    g_usleep(3000);
+    timer->invalidate();
+    timer->invalidate();
+    EXPECT_FALSE(loop.turn());
+    EXPECT_EQ(firings, 0);
+}
+
+TEST(RunLoopTimer, release_lastReference_stopsAndClosesTheDescriptor) {
+    TestLoop loop;
+    GLibRunLoop runLoop(loop.context());
+    auto timer = runLoop.scheduledTimer(Seconds(0.001), true, [](Timer&) { FAIL(); });
+    timer.reset();
+    EXPECT_TRUE(kernelTimerIntervals().empty());
+    g_usleep(3000);
+    EXPECT_FALSE(loop.turn());
+}
+
+TEST(RunLoopTimer, release_fromItsOwnAction_isSafe) {
+    TestLoop loop;
+    GLibRunLoop runLoop(loop.context());
+    std::shared_ptr<Timer> timer;
+    std::string kept;
+    // The text is longer than what the action could hold without memory of its own, which would be gone too early.
+    const std::string text(200, 'x');
+    timer = runLoop.scheduledTimer(Seconds(0.001), true, [&timer, &kept, text](Timer&) {
+        timer.reset();
+        kept = text;
+    });
+    loop.turnUntil([&kept] { return !kept.empty(); });
+    EXPECT_EQ(kept, text);
+    EXPECT_TRUE(kernelTimerIntervals().empty());
+}
+
+TEST(RunLoopTimer, scheduledTimer_replacedFromItsOwnAction_theNewOneRuns) {
+    TestLoop loop;
+    GLibRunLoop runLoop(loop.context());
+    std::shared_ptr<Timer> timer;
+    int firings = 0;
+    timer = runLoop.scheduledTimer(Seconds(0.001), true, [&](Timer& firing) {
+        firing.invalidate();
+        timer = runLoop.scheduledTimer(Seconds(0.001), true, [&firings](Timer&) { ++firings; });
+    });
+    loop.turnUntil([&firings] { return firings == 3; });
+    EXPECT_EQ(kernelTimerIntervals().size(), 1U);
+}
+
+TEST(RunLoopTimer, scheduledTimer_intervalOutOfRange_isBroughtIntoRange) {
+    struct Case {
+        double interval;
+        const char* kept;
+    };
+    for (const auto& [interval, kept] : {Case{0, "(0, 100000)"}, Case{-1, "(0, 100000)"},
+                                         Case{std::nan(""), "(0, 100000)"}, Case{1e300, "(1000000000, 0)"}}) {
+        TestLoop loop;
+        GLibRunLoop runLoop(loop.context());
+        const auto timer = runLoop.scheduledTimer(Seconds(interval), true, [](Timer&) {});
+        EXPECT_EQ(kernelTimerIntervals(), std::vector<std::string>{kept});
+    }
+}
+
+}  // namespace
+}  // namespace vantrel::desktop
