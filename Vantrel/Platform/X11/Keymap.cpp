@@ -11,6 +11,7 @@ namespace vantrel::x11 {
 namespace {
 
 // Keysyms of the X protocol (keysymdef.h).
+constexpr std::uint32_t keysymEscape = 0xff1b;
 constexpr std::uint32_t keysymNumLock = 0xff7f;
 constexpr std::uint32_t keysymScrollLock = 0xff14;
 constexpr std::uint32_t keysymFirstGroupSwitch = 0xfe06;  // ISO_Group_Latch
@@ -95,6 +96,7 @@ std::vector<std::uint16_t> subsetsOf(std::uint16_t mask) {
 
 Keymap::Keymap(const KeymapDescription& description) : names_(description.names) {
     findRoles(description);
+    findModifierAndEscapeKeys(description);
     findLocks(description);
 }
 
@@ -118,6 +120,18 @@ void Keymap::findRoles(const KeymapDescription& description) {
         switchingRoles += role.canSwitchLayout ? 1 : 0;
     }
     hidesModifiers_ = switchingRoles > 1;
+}
+
+void Keymap::findModifierAndEscapeKeys(const KeymapDescription& description) {
+    for (const std::uint8_t keycode : description.modifierKeycodes) {
+        if (keycode != 0) {
+            modifierKeys_.set(keycode);
+        }
+    }
+    for (std::size_t keycode = 0; keycode < escapeKeys_.size(); ++keycode) {
+        const auto keysyms = keysymsOf(description, keycode);
+        escapeKeys_.set(keycode, !keysyms.empty() && keysyms.front() == keysymEscape);
+    }
 }
 
 void Keymap::findLocks(const KeymapDescription& description) {
@@ -220,6 +234,25 @@ std::optional<std::uint32_t> Keymap::carbonModifiersOfState(std::uint16_t state)
         }
     }
     return modifiers & carbonAll;
+}
+
+std::uint32_t Keymap::carbonModifiersIn(std::uint16_t state) const {
+    std::uint32_t modifiers = 0;
+    for (const Role& role : roles_) {
+        if ((state & role.mask) != 0) {
+            modifiers |= role.carbonBit;
+        }
+    }
+    return modifiers;
+}
+
+std::optional<std::uint32_t> Keymap::virtualKeyOf(std::uint8_t keycode) const {
+    // Some people have Escape on Caps Lock.
+    constexpr std::uint32_t escapeKeyCode = 53;
+    if (escapeKeys_.test(keycode)) {
+        return escapeKeyCode;
+    }
+    return virtualKeyForXkbName(textOf(names_.at(keycode)));
 }
 
 std::uint32_t Keymap::carbonModifiersOfHeldKeys(const KeySet& held) const {

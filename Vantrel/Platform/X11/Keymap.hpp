@@ -59,6 +59,16 @@ class Keymap {
     /// The Carbon mask of the modifier keys among the keys that are held.
     [[nodiscard]] std::uint32_t carbonModifiersOfHeldKeys(const KeySet& held) const;
 
+    /// The Carbon mask of the shortcut's modifiers in an event's state, whatever else is set.
+    [[nodiscard]] std::uint32_t carbonModifiersIn(std::uint16_t state) const;
+
+    /// The macOS virtual key code of a key: of its place, but Escape's wherever a key gives Escape. None for keys
+    /// without one, such as media keys.
+    [[nodiscard]] std::optional<std::uint32_t> virtualKeyOf(std::uint8_t keycode) const;
+
+    /// Whether the key stands in the modifier map.
+    [[nodiscard]] bool isModifierKey(std::uint8_t keycode) const { return modifierKeys_.test(keycode); }
+
     /// Whether the state holds modifiers that are neither locks nor one of the four of a shortcut.
     [[nodiscard]] bool hasForeignModifiers(std::uint16_t state) const;
 
@@ -71,12 +81,15 @@ class Keymap {
     };
 
     void findRoles(const KeymapDescription& description);
+    void findModifierAndEscapeKeys(const KeymapDescription& description);
     void findLocks(const KeymapDescription& description);
     [[nodiscard]] std::vector<std::uint16_t> stateMasksFor(std::uint32_t modifiers) const;
     [[nodiscard]] std::vector<std::uint16_t> withLocks(const std::vector<std::uint16_t>& masks) const;
 
     std::array<VantrelXkbKeyName, 256> names_{};
     std::array<Role, 4> roles_{};
+    KeySet modifierKeys_;
+    KeySet escapeKeys_;
     std::uint16_t lockMask_ = 0;
     bool hidesModifiers_ = false;
 };

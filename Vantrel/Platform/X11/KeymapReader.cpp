@@ -6,8 +6,7 @@
 
 namespace vantrel::x11 {
 
-Keymap readKeymap(const X11Connection& connection) {
-    xcb_connection_t* xcb = connection.get();
+Keymap readKeymap(xcb_connection_t* xcb) {
     const xcb_setup_t* setup = xcb_get_setup(xcb);
     const std::uint8_t firstKeycode = setup->min_keycode;
     const auto keycodeCount = static_cast<std::uint8_t>(setup->max_keycode - firstKeycode + 1);
@@ -34,9 +33,9 @@ Keymap readKeymap(const X11Connection& connection) {
     return Keymap(description);
 }
 
-KeySet readHeldKeys(const X11Connection& connection) {
+KeySet readHeldKeys(xcb_connection_t* xcb) {
     KeySet held;
-    const auto reply = adopt(xcb_query_keymap_reply(connection.get(), xcb_query_keymap(connection.get()), nullptr));
+    const auto reply = adopt(xcb_query_keymap_reply(xcb, xcb_query_keymap(xcb), nullptr));
     if (reply) {
         for (std::size_t keycode = 0; keycode < held.size(); ++keycode) {
             held.set(keycode, (reply->keys[keycode / 8] & (1U << (keycode % 8))) != 0);
