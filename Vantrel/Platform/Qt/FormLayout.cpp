@@ -1,0 +1,48 @@
+#include "Vantrel/Platform/Qt/FormLayout.hpp"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "Vantrel/Interface/PreferencesWindowLayout.hpp"
+#include "Vantrel/Platform/Qt/QtObjects.hpp"
+
+namespace vantrel::qt {
+
+using Layout = PreferencesWindowLayout;
+
+QGroupBox& makeSection(const char* title, std::initializer_list<QWidget*> arrangedSubviews) {
+    auto& box = makeOwnedByParent<QGroupBox>(title);
+    auto& stack = makeOwnedByParent<QVBoxLayout>(&box);
+    stack.setContentsMargins(Layout::sectionMargin, Layout::sectionMargin, Layout::sectionMargin,
+                             Layout::sectionMargin);
+    stack.setSpacing(Layout::sectionSpacing);
+    for (QWidget* const view : arrangedSubviews) {
+        stack.addWidget(view);
+    }
+    return box;
+}
+
+QWidget& makeFormRow(TintedLabel& label, QWidget& control, QWidget& labelled) {
+    label.setWordWrap(false);
+    label.setBuddy(&labelled);
+    auto& row = makeOwnedByParent<QWidget>();
+    auto& stack = makeOwnedByParent<QHBoxLayout>(&row);
+    stack.setContentsMargins(0, 0, 0, 0);
+    stack.setSpacing(Layout::formRowSpacing);
+    stack.addWidget(&label, 0, Qt::AlignVCenter);
+    stack.addWidget(&control, 1, Qt::AlignVCenter);
+    return row;
+}
+
+void alignFormLabels(std::initializer_list<TintedLabel*> labels) {
+    int width = Layout::formLabelWidth;
+    for (TintedLabel* const label : labels) {
+        width = std::max(width, label->sizeHint().width());
+    }
+    for (TintedLabel* const label : labels) {
+        label->setFixedWidth(width);
+    }
+}
+
+}  // namespace vantrel::qt

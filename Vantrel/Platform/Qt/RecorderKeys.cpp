@@ -1,0 +1,74 @@
+#include "Vantrel/Platform/Qt/RecorderKeys.hpp"
+
+#include <array>
+#include <cstddef>
+
+#include "Vantrel/Controller/KeyboardShortcut.hpp"
+
+namespace vantrel::qt {
+
+namespace {
+
+struct FlagOfModifier {
+    std::uint32_t modifier;
+    std::uint32_t flag;
+};
+
+constexpr std::array flagsOfModifiers = std::to_array<FlagOfModifier>({
+    {KeyboardShortcut::command, KeyEvent::commandFlag},
+    {KeyboardShortcut::shift, KeyEvent::shiftFlag},
+    {KeyboardShortcut::option, KeyEvent::optionFlag},
+    {KeyboardShortcut::control, KeyEvent::controlFlag},
+});
+
+}  // namespace
+
+std::optional<KeyEvent> RecorderKeys::press(std::uint8_t keycode, std::uint16_t state) {
+    if (held_.test(keycode)) {
+        return std::nullopt;
+    }
+    held_.set(keycode);
+    if (keymap_.isModifierKey(keycode)) {
+        return modifierChange(keycode, state);
+    }
+    const auto virtualKey = keymap_.virtualKeyOf(keycode);
+    if (!virtualKey) {
+        return std::nullopt;
+    }
+    return KeyEvent{KeyEventType::keyDown, *virtualKey, flags(state)};
+}
+
+std::optional<KeyEvent> RecorderKeys::release(std::uint8_t keycode, std::uint16_t state) {
+    held_.reset(keycode);
+    if (!keymap_.isModifierKey(keycode)) {
+        return std::nullopt;
+    }
+    return modifierChange(keycode, state);
+}
+
+bool RecorderKeys::holdsRegularKey() const {
+    for (std::size_t keycode = 0; keycode < held_.size(); ++keycode) {
+        if (held_.test(keycode) && !keymap_.isModifierKey(static_cast<std::uint8_t>(keycode))) {
+            return true;
+        }
+    }
+    return false;
+}
+
+KeyEvent RecorderKeys::modifierChange(std::uint8_t keycode, std::uint16_t state) const {
+    return {KeyEventType::flagsChanged, keymap_.virtualKeyOf(keycode).value_or(0), flags(state)};
+}
+
+std::uint32_t RecorderKeys::flags(std::uint16_t state) const {
+    // The state knows latched modifiers, the held keys know those that a layout switch hides from the state.
+    const std::uint32_t modifiers = keymap_.carbonModifiersIn(state) | keymap_.carbonModifiersOfHeldKeys(held_);
+    std::uint32_t result = 0;
+    for (const auto& [modifier, flag] : flagsOfModifiers) {
+        if ((modifiers & modifier) != 0) {
+            result |= flag;
+        }
+    }
+    return result;
+}
+
+}  // namespace vantrel::qt

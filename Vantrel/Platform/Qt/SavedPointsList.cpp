@@ -1,0 +1,77 @@
+#include "Vantrel/Platform/Qt/SavedPointsList.hpp"
+
+#include <QFontMetrics>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <limits>
+
+#include "Vantrel/Interface/PreferencesWindowLayout.hpp"
+#include "Vantrel/Platform/Qt/QtObjects.hpp"
+
+namespace vantrel::qt {
+
+void SavedPointsModel::reload() {
+    const auto source = source_.lock();
+    const std::size_t rows = source ? source->numberOfRows() : 0;
+    const int newCount = static_cast<int>(std::min<std::size_t>(rows, std::numeric_limits<int>::max()));
+    if (newCount > count_) {
+        beginInsertRows({}, count_, newCount - 1);
+        count_ = newCount;
+        endInsertRows();
+    } else if (newCount < count_) {
+        beginRemoveRows({}, newCount, count_ - 1);
+        count_ = newCount;
+        endRemoveRows();
+    }
+    if (count_ > 0) {
+        emit dataChanged(index(0), index(count_ - 1), {Qt::DisplayRole});
+    }
+}
+
+int SavedPointsModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : count_;
+}
+
+QVariant SavedPointsModel::data(const QModelIndex& index, int role) const {
+    const auto source = source_.lock();
+    if (!source || role != Qt::DisplayRole || !index.isValid()) {
+        return {};
+    }
+    const auto text = source->textForRow(index.row());
+    return text ? QVariant(QString::fromStdString(*text)) : QVariant();
+}
+
+QString SavedPointDelegate::displayText(const QVariant& value, const QLocale& /*locale*/) const {
+    // A name may hold line breaks; a row is one line.
+    return value.toString().simplified();
+}
+
+QSize SavedPointDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& /*index*/) const {
+    // Without the row's text, which is made when the row is drawn and not before.
+    return {0, std::max(PreferencesWindowLayout::savedPointRowHeight, option.fontMetrics.height())};
+}
+
+SavedPointsList::SavedPointsList() {
+    setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
+    setBackgroundRole(QPalette::Base);
+    setAutoFillBackground(true);
+    setFixedHeight(PreferencesWindowLayout::savedPointsHeight);
+
+    table_.setFrameShape(QFrame::NoFrame);
+    table_.setModel(&model_);
+    table_.setItemDelegate(&delegate_);
+    table_.setUniformItemSizes(true);
+    table_.setTextElideMode(Qt::ElideRight);
+    table_.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    table_.setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    table_.setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table_.setTabKeyNavigation(false);
+    table_.setAccessibleName(PreferencesWindowTexts::savedPointsSection);
+    setFocusProxy(&table_);
+
+    auto& layout = makeOwnedByParent<QVBoxLayout>(this);
+    layout.setContentsMargins(0, 0, 0, 0);
+    layout.addWidget(&table_);
+}
+
+}  // namespace vantrel::qt

@@ -1,0 +1,260 @@
+#include "Vantrel/Platform/Qt/SettingsWindow.hpp"
+
+#include <QCursor>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+#include "Vantrel/Interface/PreferencesWindowLayout.hpp"
+#include "Vantrel/Platform/Qt/DesktopFonts.hpp"
+#include "Vantrel/Platform/Qt/FormLayout.hpp"
+#include "Vantrel/Platform/Qt/QtObjects.hpp"
+#include "Vantrel/Platform/Qt/WindowManager.hpp"
+
+namespace vantrel::qt {
+
+using Layout = PreferencesWindowLayout;
+using Texts = PreferencesWindowTexts;
+
+SettingsWindow::SettingsWindow()
+    : QWidget(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                           Qt::WindowCloseButtonHint),
+      title_(Texts::title),
+      subtitle_(SemanticColor::secondaryLabel, Texts::subtitle),
+      primaryLabel_(SemanticColor::secondaryLabel, Texts::primaryLabel),
+      resetShortcutButton_(Texts::resetButton),
+      recommendation_(SemanticColor::secondaryLabel, Texts::recommendation),
+      modeLabel_(SemanticColor::secondaryLabel, Texts::modeLabel),
+      animationLabel_(SemanticColor::secondaryLabel, Texts::animationLabel),
+      feedbackLabel_(SemanticColor::secondaryLabel, Texts::feedbackLabel),
+      soundButton_(Texts::soundButton),
+      savedPointsSummaryLabel_(SemanticColor::secondaryLabel),
+      savedPointsEmptyLabel_(SemanticColor::secondaryLabel, Texts::savedPointsEmpty),
+      clearSavedPointsButton_(Texts::clearSavedPointsButton) {
+    setWindowTitle(Texts::windowTitle);
+    setWindowIcon(QIcon::fromTheme("org.vantrel.Vantrel"));
+    wireControls();
+    buildContent();
+    setTabOrders();
+    isBuilt_ = true;
+    updateFonts();
+    updateColors();
+    centerOnPointersDisplay();
+}
+
+void SettingsWindow::buildContent() {
+    auto& stack = makeOwnedByParent<QVBoxLayout>(this);
+    stack.setContentsMargins(Layout::sideMargin, Layout::topMargin, Layout::sideMargin, Layout::bottomMargin);
+    stack.setSpacing(Layout::rootSpacing);
+    stack.addWidget(&makeHeader());
+    stack.addWidget(&makeShortcutSection());
+    stack.addWidget(&makeBehaviorSection());
+    stack.addWidget(&makeSavedPointsSection());
+    // Spare height stays at the bottom. A stretch as an item of its own would bring a spacing with it.
+    stack.setAlignment(Qt::AlignTop);
+}
+
+QWidget& SettingsWindow::makeHeader() {
+    auto& header = makeOwnedByParent<QWidget>();
+    auto& stack = makeOwnedByParent<QVBoxLayout>(&header);
+    stack.setContentsMargins(0, 0, 0, 0);
+    stack.setSpacing(Layout::headerSpacing);
+    stack.addWidget(&title_);
+    stack.addWidget(&subtitle_);
+    return header;
+}
+
+QWidget& SettingsWindow::makeShortcutSection() {
+    auto& controls = makeOwnedByParent<QWidget>();
+    auto& stack = makeOwnedByParent<QHBoxLayout>(&controls);
+    stack.setContentsMargins(0, 0, 0, 0);
+    stack.setSpacing(Layout::recorderSpacing);
+    stack.addWidget(&recorder_, 0, Qt::AlignVCenter);
+    stack.addWidget(&resetShortcutButton_, 0, Qt::AlignVCenter);
+    stack.addStretch(1);
+    return makeSection(Texts::shortcutSection,
+                       {&makeFormRow(primaryLabel_, controls, recorder_), &shortcutStatusLabel_, &recommendation_});
+}
+
+QWidget& SettingsWindow::makeBehaviorSection() {
+    return makeSection(Texts::behaviorSection, {&makeFormRow(modeLabel_, modePopup_, modePopup_),
+                                                &makeFormRow(animationLabel_, animationPopup_, animationPopup_),
+                                                &makeFormRow(feedbackLabel_, soundButton_, soundButton_)});
+}
+
+QWidget& SettingsWindow::makeSavedPointsSection() {
+    savedPointsSummaryLabel_.setWordWrap(false);
+    savedPointsEmptyLabel_.setWordWrap(false);
+    return makeSection(Texts::savedPointsSection, {&savedPointsSummaryLabel_, &savedPointsEmptyLabel_,
+                                                   &savedPointsTable_, &clearSavedPointsButton_});
+}
+
+void SettingsWindow::wireControls() {
+    using Delegate = PreferencesWindowViewDelegate;
+    // Only what the person does: what the controller sets is not an action.
+    connect(&resetShortcutButton_, &QPushButton::clicked, this, [this] { send(&Delegate::resetShortcut); });
+    connect(&modePopup_, &QComboBox::activated, this, [this] { send(&Delegate::modeChanged); });
+    connect(&animationPopup_, &QComboBox::activated, this, [this] { send(&Delegate::animationChanged); });
+    connect(&soundButton_, &QCheckBox::clicked, this, [this] { send(&Delegate::soundChanged); });
+    connect(&clearSavedPointsButton_, &QPushButton::clicked, this, [this] { send(&Delegate::clearSavedPoints); });
+    // Enter presses buttons too, not only Space.
+    resetShortcutButton_.setAutoDefault(true);
+    clearSavedPointsButton_.setAutoDefault(true);
+}
+
+void SettingsWindow::setTabOrders() {
+    QWidget* previous = &recorder_;
+    for (QWidget* const next :
+         std::initializer_list<QWidget*>{&resetShortcutButton_, &modePopup_, &animationPopup_, &soundButton_,
+                                         &savedPointsTable_.table(), &clearSavedPointsButton_}) {
+        setTabOrder(previous, next);
+        previous = next;
+    }
+    recorder_.setFocus();
+}
+
+void SettingsWindow::send(Action action) {
+    if (const auto delegate = delegate_.lock()) {
+        (delegate.get()->*action)();
+    }
+}
+
+void SettingsWindow::setDelegate(std::weak_ptr<PreferencesWindowViewDelegate> delegate) {
+    delegate_ = delegate;
+    savedPointsTable_.setSource(std::move(delegate));
+}
+
+void SettingsWindow::setShortcutStatus(const std::string& text, SemanticColor color) {
+    shortcutStatusLabel_.announce(QString::fromStdString(text), color);
+    shortcutStatusLabel_.tint(palette());
+    fitHeight();
+}
+
+void SettingsWindow::setTitles(PreferencesPopUp popUp, const std::vector<std::string>& titles) {
+    QComboBox& button = popUpButton(popUp);
+    button.clear();
+    for (const std::string& title : titles) {
+        button.addItem(QString::fromStdString(title));
+    }
+}
+
+void SettingsWindow::selectItem(PreferencesPopUp popUp, std::size_t index) {
+    popUpButton(popUp).setCurrentIndex(static_cast<int>(index));
+}
+
+std::int64_t SettingsWindow::indexOfSelectedItem(PreferencesPopUp popUp) const {
+    return popUpButton(popUp).currentIndex();
+}
+
+void SettingsWindow::setSoundChecked(bool checked) {
+    soundButton_.setChecked(checked);
+}
+
+void SettingsWindow::setSavedPointsSummary(const std::string& text) {
+    savedPointsSummaryLabel_.setText(QString::fromStdString(text));
+}
+
+void SettingsWindow::setSavedPointsEmptyLabelHidden(bool hidden) {
+    savedPointsEmptyLabel_.setHidden(hidden);
+}
+
+void SettingsWindow::setSavedPointsTableHidden(bool hidden) {
+    savedPointsTable_.setTableHidden(hidden);
+}
+
+void SettingsWindow::setClearSavedPointsEnabled(bool enabled) {
+    clearSavedPointsButton_.setEnabled(enabled);
+}
+
+void SettingsWindow::reloadSavedPoints() {
+    savedPointsTable_.reload();
+    fitHeight();
+}
+
+void SettingsWindow::showWindow() {
+    if (isHidden()) {
+        WindowManager::skipTaskBar(*this);
+    }
+    show();
+}
+
+void SettingsWindow::makeKeyAndOrderFront() {
+    WindowManager::bringToFront(*this);
+}
+
+void SettingsWindow::keyPressEvent(QKeyEvent* event) {
+    // While a shortcut is recorded no key gets here.
+    if (event->key() == Qt::Key_Escape) {
+        close();
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+void SettingsWindow::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (!isBuilt_) {
+        return;
+    }
+    switch (event->type()) {
+        case QEvent::PaletteChange:
+            updateColors();
+            break;
+        case QEvent::FontChange:
+        case QEvent::StyleChange:
+            updateFonts();
+            break;
+        default:
+            break;
+    }
+}
+
+void SettingsWindow::updateColors() {
+    for (TintedLabel* const label : std::initializer_list<TintedLabel*>{
+             &subtitle_, &primaryLabel_, &shortcutStatusLabel_, &recommendation_, &modeLabel_, &animationLabel_,
+             &feedbackLabel_, &savedPointsSummaryLabel_, &savedPointsEmptyLabel_}) {
+        label->tint(palette());
+    }
+}
+
+void SettingsWindow::updateFonts() {
+    title_.setFont(titleFont());
+    recorder_.updateFont();
+    alignFormLabels({&primaryLabel_, &modeLabel_, &animationLabel_, &feedbackLabel_});
+    fitHeight();
+}
+
+void SettingsWindow::fitHeight() {
+    const int needed = layout()->totalHeightForWidth(Layout::contentWidth);
+    // A window does not shrink under the person's hands.
+    setFixedSize(Layout::contentWidth, std::max({Layout::contentHeight, needed, height()}));
+}
+
+void SettingsWindow::centerOnPointersDisplay() {
+    const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
+    if (screen == nullptr) {
+        screen = QGuiApplication::primaryScreen();
+    }
+    if (screen == nullptr) {
+        return;
+    }
+    QRect frame = rect();
+    frame.moveCenter(screen->availableGeometry().center());
+    move(frame.topLeft());
+}
+
+QComboBox& SettingsWindow::popUpButton(PreferencesPopUp popUp) {
+    return popUp == PreferencesPopUp::mode ? modePopup_ : animationPopup_;
+}
+
+const QComboBox& SettingsWindow::popUpButton(PreferencesPopUp popUp) const {
+    return popUp == PreferencesPopUp::mode ? modePopup_ : animationPopup_;
+}
+
+}  // namespace vantrel::qt

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QWidget>
+
+namespace vantrel::qt {
+
+/// What Qt does not ask of a window manager by itself (Extended Window Manager Hints). On other windowing systems than
+/// X nothing happens.
+struct WindowManager {
+    WindowManager() = delete;
+
+    /// Keeps the window out of task bars and pagers. To be repeated before each showing: a hidden window loses it.
+    static void skipTaskBar(QWidget& window);
+
+    /// Brings the shown window onto the present workspace, to the front, and gives it the keyboard. Asked as a pager
+    /// asks, on the person's behalf: a plain request of a program whose last input is long ago is often refused.
+    static void bringToFront(QWidget& window);
+};
+
+}  // namespace vantrel::qt

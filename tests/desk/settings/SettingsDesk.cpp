@@ -1,0 +1,151 @@
+#include "tests/desk/settings/SettingsDesk.hpp"
+
+#include <glib.h>
+#include <xcb/xtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <stdexcept>
+
+namespace vantrel::desk {
+
+namespace {
+
+/// The test's own process is the agent here.
+void enter(const Environment& environment) {
+    for (const char* const name : {"QT_QPA_PLATFORM", "QT_QPA_PLATFORMTHEME", "QT_STYLE_OVERRIDE", "QT_IM_MODULE",
+                                   "SESSION_MANAGER", "WAYLAND_DISPLAY", "XDG_CURRENT_DESKTOP"}) {
+        unsetenv(name);
+    }
+    for (const std::string& entry : environment.entries()) {
+        const auto equals = entry.find('=');
+        setenv(entry.substr(0, equals).c_str(), entry.substr(equals + 1).c_str(), 1);
+    }
+}
+
+Platform withRealHotKeys(Platform platform, x11::X11Platform& x11, PreferencesWindowViewFactory& windows) {
+    return Platform{platform.application,
+                    platform.displays,
+                    platform.pointerReader,
+                    platform.pointerWarper,
+                    x11.hotKeys(),
+                    platform.mainQueue,
+                    platform.runLoop,
+                    platform.standardUserDefaults,
+                    platform.systemStatusBar,
+                    platform.sounds,
+                    platform.uuids,
+                    platform.urls,
+                    windows};
+}
+
+}  // namespace
+
+PreferencesWindowViewResult RememberingWindowFactory::makePreferencesWindowView() {
+    auto made = std::make_unique<qt::SettingsWindow>();
+    window = made.get();
+    return {.view = std::move(made), .problem = {}, .flashText = {}};
+}
+
+SettingsDesk::SettingsDesk(const DeskOptions& options) : desk_(options) {
+    enter(desk_.environment());
+    std::string error;
+    x11_ = x11::X11Platform::connect(error);
+    if (!x11_) {
+        throw std::runtime_error(error);
+    }
+    x11_->attach(
+        nullptr, [] {}, [](const std::vector<std::string>&) {});
+    qt_ = qt::QtGuest::start("xcb", problem_);
+    if (!qt_) {
+        throw std::runtime_error(problem_);
+    }
+    controller_ = AppDelegate::create(withRealHotKeys(fakes_.platform(), *x11_, windows_), vantrelHotKeySignature,
+                                      AppDelegate::hotKeyPressed);
+    controller_->applicationDidFinishLaunching();
+}
+
+SettingsDesk::~SettingsDesk() {
+    controller_->applicationWillTerminate();
+}
+
+void SettingsDesk::open() {
+    controller_->openSettings();
+    if (!turnUntil([&] { return window().isVisible() && window().isActiveWindow(); })) {
+        throw std::runtime_error("the settings window does not get the keyboard");
+    }
+}
+
+bool SettingsDesk::turnUntil(const std::function<bool()>& condition, Duration deadline) {
+    const auto end = std::chrono::steady_clock::now() + deadline;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() >= end) {
+            return false;
+        }
+        if (!g_main_context_iteration(nullptr, FALSE)) {
+            g_usleep(500);
+        }
+        fakes_.mainQueue.turn();
+    }
+    return true;
+}
+
+bool SettingsDesk::holds(const std::function<bool()>& condition, Duration time) {
+    return !turnUntil([&] { return !condition(); }, time);
+}
+
+QAbstractButton& SettingsDesk::recorder() {
+    return static_cast<qt::RecorderButton&>(window().shortcutRecorderButton());
+}
+
+std::string SettingsDesk::recorderTitle() {
+    return recorder().text().replace('\n', ' ').toStdString();
+}
+
+QAbstractButton& SettingsDesk::button(const std::string& text) {
+    const auto buttons = window().findChildren<QAbstractButton*>();
+    const auto found = std::find_if(buttons.begin(), buttons.end(), [&](const QAbstractButton* button) {
+        return button->text().toStdString() == text;
+    });
+    if (found == buttons.end()) {
+        throw std::runtime_error("no button " + text);
+    }
+    return **found;
+}
+
+std::string SettingsDesk::status() {
+    return window().findChild<QLabel*>("shortcutStatus")->text().toStdString();
+}
+
+bool SettingsDesk::statusIsRed() {
+    const QColor color = window().findChild<QLabel*>("shortcutStatus")->palette().color(QPalette::WindowText);
+    return color.red() > 2 * color.green() && color.red() > 2 * color.blue();
+}
+
+void SettingsDesk::click(const QWidget& widget) {
+    const QPoint center = widget.mapToGlobal(widget.rect().center());
+    const QPoint onScreen = center * widget.devicePixelRatio();
+    xcb_connection_t* const server = desk_.connection().get();
+    xcb_test_fake_input(server, XCB_MOTION_NOTIFY, 0, XCB_CURRENT_TIME, desk_.connection().root(),
+                        static_cast<std::int16_t>(onScreen.x()), static_cast<std::int16_t>(onScreen.y()), 0);
+    xcb_test_fake_input(server, XCB_BUTTON_PRESS, XCB_BUTTON_INDEX_1, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+    xcb_test_fake_input(server, XCB_BUTTON_RELEASE, XCB_BUTTON_INDEX_1, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+    desk_.connection().synchronise();
+}
+
+void SettingsDesk::startRecording() {
+    click(recorder());
+    if (!turnUntil([&] { return recorderTitle() == "Press shortcut..."; })) {
+        throw std::runtime_error("the recorder does not start");
+    }
+}
+
+void SettingsDesk::saveScreenshot(const std::string& name) {
+    if (const char* const folder = std::getenv("VANTREL_SCREENSHOTS")) {
+        holds([] { return true; });
+        desk_.saveScreenshot(std::string(folder) + "/" + name + ".png");
+    }
+}
+
+}  // namespace vantrel::desk

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLabel>
+#include <QListView>
+#include <QWidget>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Vantrel/Controller/AppDelegate.hpp"
+#include "Vantrel/Platform/Fake/FakePlatform.hpp"
+#include "Vantrel/Platform/Qt/QtGuest.hpp"
+#include "Vantrel/Platform/Qt/SettingsWindow.hpp"
+#include "Vantrel/Platform/X11/X11Platform.hpp"
+#include "tests/desk/support/Desk.hpp"
+
+namespace vantrel::desk {
+
+/// Makes real windows and remembers the last.
+class RememberingWindowFactory final : public PreferencesWindowViewFactory {
+  public:
+    PreferencesWindowViewResult makePreferencesWindowView() override;
+
+    qt::SettingsWindow* window = nullptr;  ///< belongs to its controller
+};
+
+/// The settings window on a private desk, in this process: the real controller with real hot keys; the rest of its
+/// platform is in memory. GLib's default main context serves all of it, as in the agent.
+class SettingsDesk {
+  public:
+    explicit SettingsDesk(const DeskOptions& options = {.hasSessionBus = false, .hasWindowManager = true});
+    ~SettingsDesk();
+    SettingsDesk(const SettingsDesk&) = delete;
+    SettingsDesk& operator=(const SettingsDesk&) = delete;
+
+    Desk& desk() { return desk_; }
+    fake::FakePlatform& fakes() { return fakes_; }
+    AppDelegate& controller() { return *controller_; }
+    qt::SettingsWindow& window() { return *windows_.window; }
+
+    /// Opens the settings and waits until the window is shown and has the keyboard.
+    void open();
+
+    /// Turns the main loop until the condition holds; false at the deadline.
+    bool turnUntil(const std::function<bool()>& condition, Duration deadline = generousDeadline);
+
+    /// Turns the main loop for a while; false as soon as the condition fails.
+    bool holds(const std::function<bool()>& condition, Duration time = quietTime);
+
+    /// The recorder, and what it shows, on one line.
+    QAbstractButton& recorder();
+    std::string recorderTitle();
+
+    /// The button, list or box with that text or accessible name.
+    QAbstractButton& button(const std::string& text);
+
+    /// The status line's text, and whether it is red.
+    std::string status();
+    bool statusIsRed();
+
+    /// Moves the real pointer to the middle of the widget and presses the left button.
+    void click(const QWidget& widget);
+
+    /// Presses the recorder with the mouse and waits for its prompt.
+    void startRecording();
+
+    /// A screenshot for people, where VANTREL_SCREENSHOTS names a folder.
+    void saveScreenshot(const std::string& name);
+
+  private:
+    Desk desk_;
+    fake::FakePlatform fakes_;
+    RememberingWindowFactory windows_;
+    std::unique_ptr<x11::X11Platform> x11_;
+    std::string problem_;
+    std::unique_ptr<qt::QtGuest> qt_;
+    std::shared_ptr<AppDelegate> controller_;
+};
+
+}  // namespace vantrel::desk
