@@ -18,13 +18,13 @@ class SaveCurrentPointTest : public ControllerTest {
 };
 
 TEST_F(SaveCurrentPointTest, save_withSound_doesEverythingInOrder) {
+    const std::string json = R"([{"id":"00000000-0000-0000-0000-000000000001","name":"Point 1",)"
+                             R"("point":{"x":-1020.5,"y":102},"displayID":2}])";
     controller->saveCurrentPoint();
     EXPECT_EQ(calls({"CGEventCreate", "CGGetActiveDisplayList", "setObjects", "setMenu", "window.setShortcutStatus",
                      "play", "setTitle", "CGWarpMouseCursorPosition"}),
               (fake::Journal{"CGEventCreate", "CGGetActiveDisplayList(0)", "CGGetActiveDisplayList(2)",
-                             R"(setObjects(savedPoints=[{"id":"00000000-0000-0000-0000-000000000001","name":"Point 1",)"
-                             R"("point":{"x":-1020.5,"y":102},"displayID":2}]))",
-                             "setMenu",
+                             "setObjects(savedPoints=" + json + ")", "setMenu",
                              "window.setShortcutStatus(Ready. With Raycast Hyper Key, use Caps Lock + D., secondary)",
                              "play(Pop)", "setTitle(Saved)"}));
     ASSERT_EQ(fields.savedPoints().size(), 1U);
