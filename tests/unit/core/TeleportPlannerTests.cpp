@@ -84,7 +84,7 @@ TEST(TeleportPlanner, nearestDisplayIndex_equallyFar_givesTheEarlier) {
 
 TEST(TeleportPlanner, nearestDisplayIndex_equallyFarAcrossAndDown_givesTheEarlier) {
     // The squares are summed in the other order: a fused multiply-add would break this tie by its rounding.
-    const std::vector<DisplaySnapshot> layout{{1, 0.1, 0.7, 0, 0}, {2, 0.7, 0.1, 0, 0}};
+    const std::vector<DisplaySnapshot> layout{{1, 0.1, 0.4, 0, 0}, {2, 0.4, 0.1, 0, 0}};
     EXPECT_EQ(Planner::nearestDisplayIndex(VantrelPoint(0, 0), layout), 0U);
     const std::vector<DisplaySnapshot> swapped{layout[1], layout[0]};
     EXPECT_EQ(Planner::nearestDisplayIndex(VantrelPoint(0, 0), swapped), 0U);

@@ -1,0 +1,32 @@
+#include "AllocationCounter.hpp"
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+std::atomic<std::uint64_t> count{0};
+
+}  // namespace
+
+std::uint64_t vantrel::allocationCount() {
+    return count.load(std::memory_order_relaxed);
+}
+
+// The standard library's other forms come down to these.
+void* operator new(std::size_t size) {
+    count.fetch_add(1, std::memory_order_relaxed);
+    if (void* const memory = std::malloc(size == 0 ? 1 : size)) {
+        return memory;
+    }
+    throw std::bad_alloc();
+}
+
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
