@@ -1,0 +1,61 @@
+# Builds the Debian packages. Sourced, not run.
+
+package_directory=$repository_root/build/package
+
+project_version() {
+    sed -n 's/^project(Vantrel VERSION \([0-9.]*\).*/\1/p' "$repository_root/CMakeLists.txt"
+}
+
+# What debian/control says is needed to build. A compiler is there anyway and must not be named.
+build_dependencies() {
+    { echo 'debhelper-compat (= 13)' && packages_of build | grep -vx g++; } | paste -sd, | sed 's/,/, /g'
+}
+
+# write_changelog VERSION: the one entry that the tools want; what changed is in CHANGELOG.md.
+write_changelog() {
+    cat <<END
+vantrel ($1) unstable; urgency=medium
+
+  * Build of Vantrel $1. See CHANGELOG.md for what changed.
+
+ -- $(sed -n 's/^Maintainer: //p' packaging/debian/control.in)  $(date -R)
+END
+}
+
+# export_source DIRECTORY VERSION: the sources as they are now, with debian/ where the tools look for it.
+export_source() {
+    local directory=$1 version=$2
+    rm -rf "$directory"
+    mkdir -p "$directory"
+    tar -c --exclude-vcs --exclude=./build --exclude='./build-*' --exclude=./.cache . | tar -x -C "$directory"
+    cp -r packaging/debian "$directory/debian"
+    rm "$directory/debian/control.in"
+    sed "s/@BUILD_DEPENDS@/$(build_dependencies)/" packaging/debian/control.in >"$directory/debian/control"
+    write_changelog "$version" >"$directory/debian/changelog"
+}
+
+# build_packages OUTPUT VERSION: leaves the .deb files, and nothing else, in the directory.
+build_packages() {
+    local output=$1 version=$2 work=$package_directory/work
+    rm -rf "$work" "$output"
+    mkdir -p "$output"
+    export_source "$work/vantrel-$version" "$version"
+    (
+        cd "$work/vantrel-$version"
+        # The compiler cache is found like any compiler; debhelper gives the build a home of its own.
+        [[ ! -d /usr/lib/ccache ]] || PATH=/usr/lib/ccache:$PATH
+        CCACHE_DIR=${CCACHE_DIR-$HOME/.cache/ccache} DEB_BUILD_OPTIONS=terse dpkg-buildpackage --build=binary --no-sign
+    ) >"$work/log" 2>&1 || {
+        tail -n 40 "$work/log" | cut -c 1-300 >&2
+        return 1
+    }
+    mv "$work"/*.deb "$work"/*.changes "$work"/*.buildinfo "$output"
+    rm -rf "$work/vantrel-$version"
+}
+
+# check_packages DIRECTORY: fails on anything that lintian has to say, remarks about style excepted. The packages are
+# published nowhere, so nobody can be written to about them yet: that the maintainer's address is none is no news.
+check_packages() {
+    lintian --allow-root --tag-display-limit 0 --display-info --fail-on error,warning,info \
+        --suppress-tags bogus-mail-host,bogus-mail-host-in-debian-changelog "$1"/*.changes
+}

@@ -1,0 +1,184 @@
+# What scripts/check-package does with the packages in the clean root. Sourced, not run.
+
+packages_in_root() {
+    in_root dpkg-query -W -f '${Package}\n'
+}
+
+expect() {
+    local what=$1
+    shift
+    "$@" || die "not so: $what"
+    say "$what"
+}
+
+expect_not() {
+    local what=$1
+    shift
+    ! "$@" || die "not so: $what"
+    say "$what"
+}
+
+has_qt() {
+    packages_in_root | grep -qi '^libqt\|^qt'
+}
+
+# Asks until the command succeeds, for 20 s.
+wait_until() {
+    local deadline=$((SECONDS + 20))
+    until "$@"; do
+        ((SECONDS < deadline)) || return 1
+        sleep 0.05
+    done
+}
+
+start_desk() {
+    local configuration=$package_directory/xorg.conf number=$package_directory/display
+    cat >"$configuration" <<'END'
+Section "Device"
+    Identifier "Card"
+    Driver "dummy"
+    VideoRam 256000
+EndSection
+Section "ServerFlags"
+    Option "AutoAddDevices" "false"
+    Option "AutoAddGPU" "false"
+EndSection
+END
+    : >"$number"
+    # Without access control, because the agent runs as another person.
+    /usr/lib/xorg/Xorg -displayfd 3 -config "$configuration" -logfile "$package_directory/xorg.log" \
+        -seat vantrel-private -noreset -nolisten tcp -ac 3>"$number" 2>/dev/null &
+    wait_until test -s "$number" || die 'no private X server'
+    DISPLAY=:$(<"$number")
+    export DISPLAY
+    setxkbmap -rules evdev -model pc105 -layout us
+    xrandr --newmode small 65 1024 1048 1184 1344 768 771 777 806
+    xrandr --addmode DUMMY1 small
+    xrandr --output DUMMY0 --mode 1024x768 --pos 0x0 --primary --output DUMMY1 --mode small --pos 1024x0
+}
+
+# The display that the pointer is on, by its left edge.
+pointer_is_on_second() {
+    local X=0
+    eval "$(xdotool getmouselocation --shell 2>/dev/null)"
+    ((X >= 1024))
+}
+
+pointer_is_on_first() {
+    ! pointer_is_on_second
+}
+
+# Presses until the agent that is starting takes the key.
+pressing_reaches_second() {
+    xdotool key --clearmodifiers ctrl+alt+shift+super+d
+    sleep 0.3
+    pointer_is_on_second
+}
+
+agent_process() {
+    in_root sh -c 'for exe in /proc/[0-9]*/exe; do
+        case $(readlink "$exe") in /usr/bin/vantrel*) exe=${exe%/exe}; echo "${exe#/proc/}" ;; esac
+    done'
+}
+
+agent_runs() {
+    [[ -n $(agent_process) ]]
+}
+
+agent_is_gone() {
+    ! agent_runs
+}
+
+end_agent() {
+    kill "$(agent_process)"
+    wait_until agent_is_gone || die 'the agent does not end'
+}
+
+in_session() {
+    as_person DISPLAY="$DISPLAY" DBUS_SESSION_BUS_ADDRESS=unix:path=/tmp/session-bus "$@"
+}
+
+start_session_bus() {
+    in_session dbus-daemon --session --address=unix:path=/tmp/session-bus --nofork 2>/dev/null &
+    wait_until test -S "$clean_root/tmp/session-bus" || die 'no session bus'
+}
+
+to_first_display() {
+    xdotool mousemove 500 400
+}
+
+settings_sum() {
+    in_root sha256sum /home/person/.config/vantrel/defaults.sqlite3
+}
+
+try_install() {
+    step 'Installing'
+    apt_in_root update
+    apt_in_root install /packages/deb/vantrel_*.deb
+    expect 'vantrel is installed' in_root dpkg-query -W vantrel
+    expect_not 'it needs no Qt' has_qt
+    expect 'it starts and says its version' in_root vantrel --version
+    local status=0
+    in_root vantrel || status=$?
+    expect 'without a display it ends with 1' test "$status" = 1
+}
+
+try_in_session() {
+    step 'Using it in a session'
+    apt_in_root install dbus-daemon desktop-file-utils libglib2.0-bin xdg-utils
+    in_root useradd --create-home --uid 1000 person
+    start_desk
+    start_session_bus
+    to_first_display
+    in_session vantrel &
+    expect 'Hyper + D carries the pointer to the second display' wait_until pressing_reaches_second
+    to_first_display
+    in_session xdg-open vantrel://next
+    expect 'xdg-open reaches the agent' wait_until pointer_is_on_second
+    expect 'and there is one agent' test "$(agent_process | wc -w)" = 1
+    end_agent
+
+    to_first_display
+    in_session gdbus call --session --dest org.vantrel.Vantrel --object-path /org/vantrel/Vantrel \
+        --method org.freedesktop.Application.Open "['vantrel://next']" '{}'
+    expect 'opening a URL on the bus starts the agent, which obeys it' wait_until pointer_is_on_second
+    expect 'and the agent stays' agent_runs
+    to_first_display
+    expect 'with its hot keys' wait_until pressing_reaches_second
+}
+
+try_upgrade() {
+    step 'Upgrading, with the settings window'
+    apt_in_root install /packages/next/deb/vantrel_*.deb /packages/next/deb/vantrel-settings_*.deb
+    expect 'the next version is there' in_root dpkg-query -W vantrel vantrel-settings
+    to_first_display
+    expect 'the agent that runs goes on' wait_until pressing_reaches_second
+    end_agent
+    to_first_display
+    in_session xdg-open vantrel://next
+    expect 'the next version starts' wait_until pointer_is_on_second
+    end_agent
+}
+
+try_removal() {
+    local before
+    step 'Removing and purging'
+    before=$(settings_sum)
+    apt_in_root remove vantrel-settings vantrel
+    expect_not 'nothing of it is left' has_files
+    apt_in_root purge vantrel-settings vantrel
+    expect "the person's settings are as they were" test "$(settings_sum)" = "$before"
+}
+
+has_files() {
+    in_root find / -xdev -path /home -prune -o -path /packages -prune -o -path '/var/lib/*' -prune -o \
+        -iname '*vantrel*' -print | grep .
+}
+
+try_packages() {
+    mount_clean_root "$package_directory"
+    try_install
+    try_in_session
+    try_upgrade
+    try_removal
+}
