@@ -87,6 +87,9 @@ void SQLiteUserDefaults::setObjects(std::initializer_list<Entry> entries) {
             known->second.isStored = false;
         }
     }
+    if (connection_) {
+        connection_->setLockWait(std::chrono::milliseconds::zero());
+    }
     storeUnstoredValues();
 }
 

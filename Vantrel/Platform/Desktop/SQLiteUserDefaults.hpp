@@ -46,6 +46,12 @@ class SQLiteUserDefaults final : public UserDefaults {
     /// Whether something waits to be stored.
     [[nodiscard]] bool hasUnstoredValues() const;
 
+    /// Whether the log is being moved into the database at this moment.
+    [[nodiscard]] bool isCheckpointing() const { return checkpointer_ && checkpointer_->isRunning(); }
+
+    /// Whether nothing is armed that would wake the process.
+    [[nodiscard]] bool isAtRest() const { return !retryTimer_ && (!checkpointer_ || checkpointer_->isAtRest()); }
+
   private:
     /// A value as this run last read or wrote it.
     struct KnownValue {

@@ -13,6 +13,9 @@ void SQLiteUserDefaults::openStore(std::chrono::milliseconds lockWait) {
     if (hasOrphanedLog(realFile_) && !setDamagedStoreAside("was empty beside a log")) {
         return;
     }
+    if (isCutOff(realFile_) && !setDamagedStoreAside("was cut off")) {
+        return;
+    }
     StoreConnection::Opened opened = StoreConnection::open(realFile_, options_.vfs, lockWait);
     if (meansDamage(opened.status)) {
         if (!setDamagedStoreAside("was damaged")) {

@@ -6,8 +6,8 @@ namespace vantrel::desktop {
 namespace {
 
 constexpr std::chrono::milliseconds longestRetryDelay{60'000};
-/// A lock held for so long is worth a line.
-constexpr std::chrono::milliseconds remarkableDelay{8'000};
+/// A lock that outlasts so many doublings is worth a line.
+constexpr int remarkableFactor = 8;
 
 }  // namespace
 
@@ -81,7 +81,7 @@ void SQLiteUserDefaults::handleFailedWrite(int status) {
 }
 
 void SQLiteUserDefaults::retryLater() {
-    if (retryDelay_ >= remarkableDelay) {
+    if (retryDelay_ >= options_.firstRetry * remarkableFactor) {
         reportProblem("is locked by another program");
     }
     retryTimer_.reset(g_timeout_source_new(static_cast<guint>(retryDelay_.count())));

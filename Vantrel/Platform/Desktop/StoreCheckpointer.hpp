@@ -49,6 +49,9 @@ class StoreCheckpointer {
 
     [[nodiscard]] bool isRunning() const { return thread_ != nullptr; }
 
+    /// Whether no thread runs and no timer is armed.
+    [[nodiscard]] bool isAtRest() const { return !thread_ && !idleTimer_ && !soon_; }
+
   private:
     struct Thread;
 

@@ -53,11 +53,21 @@ StoreFileProblem makeDirectories(const fs::path& directory) {
     return {};
 }
 
-void takeRightsOfOthers(const fs::path& path) {
-    struct stat status {};
-    const bool isOurs = ::stat(path.c_str(), &status) == 0 && status.st_uid == ::geteuid();
-    if (isOurs && (status.st_mode & othersRights) != 0) {
-        ::chmod(path.c_str(), status.st_mode & ~othersRights & 07777U);
+/// Takes the rights of others from our database, and gives what lies beside it the same rights: a log that was made
+/// while the database was read only would keep it so.
+void setRights(const fs::path& path) {
+    struct stat database {};
+    if (::stat(path.c_str(), &database) != 0 || database.st_uid != ::geteuid()) {
+        return;
+    }
+    const mode_t rights = database.st_mode & 07777U & ~othersRights;
+    for (const char* suffix : storeSuffixes) {
+        const fs::path part = withSuffix(path, suffix);
+        struct stat status {};
+        const bool isOurs = ::stat(part.c_str(), &status) == 0 && status.st_uid == ::geteuid();
+        if (isOurs && (status.st_mode & 07777U) != rights) {
+            ::chmod(part.c_str(), rights);
+        }
     }
 }
 
@@ -150,7 +160,7 @@ StoreFileProblem prepareStoreFile(fs::path& path) {
         return "not a regular file";
     }
     path = std::move(real);
-    std::ranges::for_each(storeSuffixes, [&](const char* suffix) { takeRightsOfOthers(withSuffix(path, suffix)); });
+    setRights(path);
     return {};
 }
 
@@ -159,7 +169,14 @@ bool hasLogContent(const fs::path& path) {
 }
 
 bool hasOrphanedLog(const fs::path& path) {
-    return sizeOf(path) == 0 && hasLogContent(path);
+    // SQLite takes a single byte for nothing too: it writes one itself where a file system needs that for its locks.
+    return sizeOf(path) <= 1 && hasLogContent(path);
+}
+
+bool isCutOff(const fs::path& path) {
+    constexpr off_t smallestPage = 512;  // every page size is a multiple of it
+    const off_t size = sizeOf(path);
+    return size > 1 && size % smallestPage != 0 && !hasLogContent(path) && sizeOf(withSuffix(path, "-journal")) == 0;
 }
 
 std::optional<fs::path> setStoreAside(const fs::path& path) {

@@ -22,6 +22,10 @@ StoreFileProblem prepareStoreFile(std::filesystem::path& path);
 /// empty one and the log deleted.
 bool hasOrphanedLog(const std::filesystem::path& path);
 
+/// Whether the database ends within a page, and no log or journal tells of a change that was under way. What is missing
+/// would read as zeros.
+bool isCutOff(const std::filesystem::path& path);
+
 /// Whether a write-ahead log with content lies beside the database.
 bool hasLogContent(const std::filesystem::path& path);
 

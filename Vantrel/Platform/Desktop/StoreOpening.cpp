@@ -66,17 +66,33 @@ SQLiteDatabase openFile(const std::filesystem::path& path, const StoreConnection
     return database;
 }
 
+/// Whether the database's file system offers the memory that a log's users share.
+bool canShareMemory(sqlite3* database) {
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(database, "main", SQLITE_FCNTL_FILE_POINTER, static_cast<void*>(&file));
+    return file != nullptr && file->pMethods != nullptr && file->pMethods->iVersion >= 2 &&
+           file->pMethods->xShmMap != nullptr;
+}
+
 }  // namespace
 
 StoreConnection::Opened StoreConnection::open(const std::filesystem::path& path, const char* vfs,
                                               std::chrono::milliseconds lockWait) {
     const Journal best = isOnNetwork(path) ? Journal::rollback : Journal::writeAheadLog;
-    Opened opened = tryOpening(path, {vfs, best, lockWait});
+    // First without waiting: where there are no locks at all, every wait would be in vain.
+    Attempt attempt{vfs, best, std::chrono::milliseconds::zero()};
+    Opened opened = tryOpening(path, attempt);
     if (best == Journal::writeAheadLog && meansNoSharedMemory(opened.status)) {
-        opened = tryOpening(path, {vfs, Journal::rollback, lockWait});
+        attempt.journal = Journal::rollback;
+        opened = tryOpening(path, attempt);
     }
-    if (meansLocked(opened.status) && !canLock(path)) {
-        opened = tryOpening(path, {"unix-none", Journal::rollback, lockWait});
+    if (meansLocked(opened.status)) {
+        const bool hasLocks = canLock(path);
+        opened = tryOpening(path, hasLocks ? Attempt{vfs, attempt.journal, lockWait}
+                                           : Attempt{"unix-none", Journal::rollback, lockWait});
+    }
+    if (opened.connection) {
+        opened.connection->setLockWait(lockWait);
     }
     const bool mayRead = !opened.connection && !meansDamage(opened.status) && !meansLocked(opened.status);
     // Without its log the database may be in the middle of a change.
@@ -118,7 +134,7 @@ int StoreConnection::chooseJournal(const Attempt& attempt) {
         queryText(database, "SELECT count(*) FROM sqlite_schema", status);
         return status;
     }
-    if (attempt.journal == Journal::writeAheadLog) {
+    if (attempt.journal == Journal::writeAheadLog && canShareMemory(database)) {
         hasLog_ = queryText(database, "PRAGMA journal_mode=WAL", status) == "wal";
     }
     if (status == SQLITE_OK && !hasLog_) {
@@ -147,16 +163,20 @@ int StoreConnection::chooseJournal(const Attempt& attempt) {
 int StoreConnection::prepareStatements() {
     sqlite3* database = database_.get();
     int status = SQLITE_OK;
+    const bool hasTable =
+        !queryText(database, "SELECT name FROM sqlite_schema WHERE name = 'defaults'", status).empty();
+    if (hasTable && status == SQLITE_OK && queryText(database, "PRAGMA quick_check(defaults)", status) != "ok") {
+        // A page that was cut off reads as zeros, which look like a table with little in it until it is examined.
+        return status == SQLITE_OK ? SQLITE_CORRUPT : status;
+    }
     if (isReadOnly_) {
-        if (queryText(database, "SELECT name FROM sqlite_schema WHERE name = 'defaults'", status).empty()) {
-            return status;
+        if (hasTable && status == SQLITE_OK) {
+            select_ = prepare(database, selectValue, status);
         }
-        select_ = prepare(database, selectValue, status);
         return status;
     }
     // A statement that would change nothing still takes the writer's lock: look first.
-    if (queryText(database, "SELECT name FROM sqlite_schema WHERE name = 'defaults'", status).empty() &&
-        status == SQLITE_OK) {
+    if (!hasTable && status == SQLITE_OK) {
         status = execute(database, createTable);
     }
     struct Kept {
