@@ -1,8 +1,8 @@
 // A program with nothing but a status item, driven by lines on its standard input, which tells on its standard output
-// what was chosen in the menu. The tests run it beside real panels.
+// what was chosen in the menu. The tests run it beside real panels, with the number of a socket for both as argument.
 //
-//   title TEXT     tool-tip TEXT     points N (a menu for N saved points)     rebuild N (that often)
-//   rows N (a menu of N rows)        visible (answers "visible yes" or "visible no")     popup     quit
+//   title TEXT     tool-tip TEXT     points N (a menu for N saved points)     rebuild N (that often; answers "rebuilt")
+//   rows N (the menu's first N rows)     visible (answers "visible yes" or "visible no")     popup     quit
 
 #include <glib-unix.h>
 #include <unistd.h>
@@ -120,10 +120,8 @@ class Probe {
             menu.resize(static_cast<std::size_t>(std::stoi(rest)));
             item_->setMenu(menu);
         } else if (word == "rebuild") {
-            for (int count = std::stoi(rest); count > 0; --count) {
-                item_->setMenu(sampleMenu(count % 3));
-            }
-            report("rebuilt");
+            remainingRebuilds_ = std::stoi(rest);
+            g_idle_add(rebuild, this);
         } else if (word == "visible") {
             report(item_->isVisible() ? "visible yes" : "visible no");
         } else if (word == "popup") {
@@ -133,7 +131,21 @@ class Probe {
         }
     }
 
+    // Ten in each turn of the loop, as a burst of events would bring them.
+    static gboolean rebuild(gpointer data) {
+        auto& probe = *static_cast<Probe*>(data);
+        for (int count = 0; count < 10; ++count) {
+            probe.item_->setMenu(sampleMenu(probe.remainingRebuilds_-- % 3));
+        }
+        if (probe.remainingRebuilds_ > 0) {
+            return G_SOURCE_CONTINUE;
+        }
+        report("rebuilt");
+        return G_SOURCE_REMOVE;
+    }
+
     GMainLoop* loop_;
+    int remainingRebuilds_ = 0;
     vantrel::desktop::DesktopStatusBar statusBar_;
     std::unique_ptr<vantrel::StatusItem> item_;
     std::string input_;
@@ -141,7 +153,13 @@ class Probe {
 
 }  // namespace
 
-int main() {
+int main(int argumentCount, char** arguments) {
+    if (argumentCount == 2) {
+        const int socket = std::stoi(arguments[1]);
+        dup2(socket, STDIN_FILENO);
+        dup2(socket, STDOUT_FILENO);
+        close(socket);
+    }
     GMainLoop* loop = g_main_loop_new(nullptr, FALSE);
     {
         Probe probe(loop);

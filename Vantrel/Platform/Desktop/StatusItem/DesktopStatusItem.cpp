@@ -37,6 +37,9 @@ DesktopStatusItem::DesktopStatusItem(DesktopStatusBar& statusBar)
 }
 
 DesktopStatusItem::~DesktopStatusItem() {
+    if (menuSource_ != 0) {
+        g_source_remove(menuSource_);
+    }
     leaveBus();
     statusBar_.forget(*this);
 }
@@ -80,7 +83,7 @@ void DesktopStatusItem::presenceChanged() {
     const bool isQt = notifierItem_ && notifierItem_->isQtHost();
     const KeyHintStyle style = isQt ? KeyHintStyle::characters : KeyHintStyle::x11Names;
     if (std::exchange(keyHintStyle_, style) != style) {
-        publishMenu();
+        publishMenuLater();
     }
     tray_.setWanted(!hasHost());
     updateScreenText();
@@ -128,7 +131,21 @@ void DesktopStatusItem::setMenu(Menu menu) {
         item.title = validText(item.title);
     }
     menu_ = std::move(menu);
-    publishMenu();
+    publishMenuLater();
+}
+
+// Once for all the rebuilds of one turn of the loop: libdbusmenu lets go of a menu only in the next turn.
+void DesktopStatusItem::publishMenuLater() {
+    if (menuSource_ != 0) {
+        return;
+    }
+    const auto publish = [](gpointer data) -> gboolean {
+        auto& item = *static_cast<DesktopStatusItem*>(data);
+        item.menuSource_ = 0;
+        item.publishMenu();
+        return G_SOURCE_REMOVE;
+    };
+    menuSource_ = g_idle_add_full(G_PRIORITY_DEFAULT, publish, this, nullptr);
 }
 
 void DesktopStatusItem::publishMenu() {

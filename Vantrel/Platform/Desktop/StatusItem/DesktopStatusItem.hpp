@@ -42,6 +42,7 @@ class DesktopStatusItem final : public StatusItem, private StatusBarButton {
     void leaveBus();
     void presenceChanged();
     [[nodiscard]] bool hasHost() const { return notifierItem_ && notifierItem_->isShown(); }
+    void publishMenuLater();
     void publishMenu();
     void performRow(std::size_t row);
     void updateScreenText();
@@ -56,6 +57,7 @@ class DesktopStatusItem final : public StatusItem, private StatusBarButton {
     GObjectPointer<GDBusConnection> bus_;
     gulong busClosedHandler_ = 0;
     std::unique_ptr<BusMenu> busMenu_;
+    guint menuSource_ = 0;
     KeyHintStyle keyHintStyle_ = KeyHintStyle::x11Names;
     std::unique_ptr<StatusNotifierItem> notifierItem_;
     ItemFont font_;

@@ -115,13 +115,14 @@ void StatusNotifierItem::emitSignal(const char* name, GVariant* arguments) {
 }
 
 GVariant* StatusNotifierItem::property(const std::string& name) const {
+    const ItemIconLocation icon = itemIconLocation();
     const std::pair<std::string_view, std::string_view> strings[] = {
         {"Category", "ApplicationStatus"},
         {"Id", "vantrel"},
         {"Title", itemTitle},
         {"Status", "Active"},
-        {"IconThemePath", itemIconLocation().themePath},
-        {"IconName", itemIconLocation().name},
+        {"IconThemePath", icon.themePath},
+        {"IconName", icon.name},
         {"IconAccessibleDesc", itemTitle},
         {"OverlayIconName", ""},
         {"AttentionIconName", ""},

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "tests/desk/status/BusClient.hpp"
+
+namespace vantrel::desk {
+
+/// A row of the item's menu as a panel reads it.
+struct PanelRow {
+    int identifier = 0;
+    std::string label;
+    bool isEnabled = true;
+    bool isSeparator = false;
+    std::string shortcut;  ///< e.g. "Control+q"
+};
+
+/// The item as a panel sees it.
+class PanelItem {
+  public:
+    /// `busName` is what the item registered with.
+    PanelItem(BusClient& bus, std::string busName);
+    ~PanelItem();
+    PanelItem(const PanelItem&) = delete;
+    PanelItem& operator=(const PanelItem&) = delete;
+
+    GVariantPointer property(const std::string& name);
+    std::string text(const std::string& name) { return textOf(property(name)); }
+
+    /// The labels that were signalled since the start, in order.
+    [[nodiscard]] const std::vector<std::string>& labels() const { return labels_; }
+    bool waitForLabel(const std::string& label);
+
+    /// The rows of the menu at this moment.
+    std::vector<PanelRow> rows();
+
+    /// What a click on the row sends; returns whether the item took it.
+    bool click(int identifier);
+
+    /// What some panels send for a click on the icon.
+    void activate();
+
+  private:
+    BusClient& bus_;
+    std::string busName_;
+    guint subscription_;
+    std::vector<std::string> labels_;
+};
+
+}  // namespace vantrel::desk
