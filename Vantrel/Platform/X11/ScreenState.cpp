@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 #include <vector>
 
 namespace vantrel::x11 {
@@ -138,6 +139,23 @@ void ScreenState::takeMonitors(xcb_randr_get_monitors_cookie_t cookie) {
     layout_ = layoutOfMonitors(monitors);
 }
 
+void ScreenState::notePress(const xcb_key_press_event_t& press) {
+    const std::uint32_t sequence = reinterpret_cast<const xcb_generic_event_t&>(press).full_sequence;
+    const bool isSinceLastWarp = static_cast<std::int32_t>(sequence - lastWarp_) >= 0;
+    if (press.same_screen != 0 && isSinceLastWarp) {
+        pressPointer_ = RootPosition{press.root_x, press.root_y};
+    } else {
+        pressPointer_.reset();
+    }
+}
+
+void ScreenState::beginTurn() {
+    pointerIsFresh_ = pressPointer_.has_value();
+    if (pressPointer_) {
+        pointer_ = std::exchange(pressPointer_, std::nullopt);
+    }
+}
+
 std::optional<CGPoint> ScreenState::pointer() const {
     if (!pointer_) {
         return std::nullopt;
@@ -150,9 +168,11 @@ void ScreenState::warpPointer(CGPoint position) {
     if (!std::isfinite(position.x) || !std::isfinite(position.y)) {
         return;
     }
-    xcb_warp_pointer(connection_.get(), XCB_NONE, connection_.root(), 0, 0, 0, 0,
-                     rootCoordinate(position.x, layout_.originX), rootCoordinate(position.y, layout_.originY));
+    const auto cookie =
+        xcb_warp_pointer(connection_.get(), XCB_NONE, connection_.root(), 0, 0, 0, 0,
+                         rootCoordinate(position.x, layout_.originX), rootCoordinate(position.y, layout_.originY));
     xcb_flush(connection_.get());
+    lastWarp_ = cookie.sequence;
     pointerIsFresh_ = false;
 }
 

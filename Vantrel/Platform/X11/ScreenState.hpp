@@ -11,9 +11,10 @@
 namespace vantrel::x11 {
 
 /// The layout and the pointer as the server has them. The layout is a copy that the server's events keep fresh: events
-/// come in order, so a change that precedes a key press is known before the press is. The pointer is asked for once in
-/// a turn of the loop. Both together cost one blocking round trip at most, whether or not the layout changed, unless it
-/// changes at that very moment.
+/// come in order, so a change that precedes a key press is known before the press is. A key press tells where the
+/// pointer was, so that a jump by a hot key asks nothing; otherwise the pointer is asked for once in a turn of the
+/// loop. Both together cost one blocking round trip at most, whether or not the layout changed, unless it changes at
+/// that very moment.
 class ScreenState final : public X11EventListener {
   public:
     explicit ScreenState(X11Connection& connection);
@@ -29,8 +30,12 @@ class ScreenState final : public X11EventListener {
     /// Moves the pointer to a point of the global display space. A fraction is rounded down.
     void warpPointer(CGPoint position);
 
-    /// What was read of the pointer in an earlier turn of the loop no longer counts.
-    void beginTurn() { pointerIsFresh_ = false; }
+    /// Takes the pointer from a key press, for what the press sets off in the next turn of the loop. Does nothing when
+    /// the press happened before this client's last warp took effect.
+    void notePress(const xcb_key_press_event_t& press);
+
+    /// What was read of the pointer in an earlier turn of the loop no longer counts, but for a press of the last turn.
+    void beginTurn();
 
     /// Whether the layout changed since it was last read.
     [[nodiscard]] bool layoutIsStale() const { return layoutIsStale_; }
@@ -57,6 +62,8 @@ class ScreenState final : public X11EventListener {
     bool isInsideWayland_ = false;
     bool pointerIsFresh_ = false;
     std::optional<RootPosition> pointer_;
+    std::optional<RootPosition> pressPointer_;
+    std::uint32_t lastWarp_ = 0;  ///< the sequence number of the request
 };
 
 }  // namespace vantrel::x11

@@ -31,8 +31,8 @@ struct X11HotKeys::Handler {
     void* userData;
 };
 
-X11HotKeys::X11HotKeys(X11Connection& connection)
-    : connection_(connection), heldKeys_(connection), keymapTask_([this] { followKeymap(); }) {
+X11HotKeys::X11HotKeys(X11Connection& connection, ScreenState& screen)
+    : connection_(connection), screen_(screen), heldKeys_(connection), keymapTask_([this] { followKeymap(); }) {
     connection_.addListener(*this);
     vantrelXkbSelectKeymapEvents(connection_.get());
     const unsigned autoRepeat = vantrelXkbSendDetectableAutoRepeat(connection_.get());
@@ -152,6 +152,7 @@ void X11HotKeys::handleKeyPress(const xcb_key_press_event_t& press) {
         xcb_flush(connection_.get());
     }
     if (hotKey != nullptr && heldKeys_.press(press.detail)) {
+        screen_.notePress(press);
         report(*hotKey);
     }
 }

@@ -9,6 +9,7 @@
 #include "Vantrel/Platform/X11/HeldKeyWatch.hpp"
 #include "Vantrel/Platform/X11/IdleTask.hpp"
 #include "Vantrel/Platform/X11/Keymap.hpp"
+#include "Vantrel/Platform/X11/ScreenState.hpp"
 #include "Vantrel/Platform/X11/X11Connection.hpp"
 
 namespace vantrel::x11 {
@@ -17,7 +18,7 @@ namespace vantrel::x11 {
 /// layout or keyboard only what is different is grabbed anew.
 class X11HotKeys final : public HotKeyServices, public X11EventListener {
   public:
-    explicit X11HotKeys(X11Connection& connection);
+    X11HotKeys(X11Connection& connection, ScreenState& screen);
     ~X11HotKeys() override;
     X11HotKeys(const X11HotKeys&) = delete;
     X11HotKeys& operator=(const X11HotKeys&) = delete;
@@ -52,6 +53,7 @@ class X11HotKeys final : public HotKeyServices, public X11EventListener {
     void releaseUnwantedGrabs();
 
     X11Connection& connection_;
+    ScreenState& screen_;
     GMainContext* context_ = nullptr;
     Keymap keymap_;
     std::set<KeyGrab> grabs_;

@@ -84,7 +84,7 @@ PointerWarper& X11Platform::pointerWarper() {
 
 HotKeyServices& X11Platform::hotKeys() {
     if (!parts_->hotKeys) {
-        parts_->hotKeys = std::make_unique<X11HotKeys>(*parts_->connection);
+        parts_->hotKeys = std::make_unique<X11HotKeys>(*parts_->connection, parts_->screen);
         parts_->hotKeys->setContext(parts_->context);
     }
     return *parts_->hotKeys;

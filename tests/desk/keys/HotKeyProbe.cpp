@@ -48,6 +48,10 @@ int HotKeyProbe::presses(std::uint32_t id) const {
     return found == presses_.end() ? 0 : found->second;
 }
 
+void HotKeyProbe::turnOnce() {
+    g_main_context_iteration(context_.get(), FALSE);
+}
+
 bool HotKeyProbe::turnUntil(const std::function<bool()>& condition, Duration deadline) {
     const auto end = std::chrono::steady_clock::now() + deadline;
     while (!condition()) {

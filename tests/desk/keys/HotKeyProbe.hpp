@@ -42,6 +42,9 @@ class HotKeyProbe {
     /// Turns the loop for a while; false as soon as any combination is pressed once more.
     bool staysQuiet(Duration time = quietTime);
 
+    /// Turns the loop once, without waiting.
+    void turnOnce();
+
     /// Turns the loop until the condition holds; false at the deadline.
     bool turnUntil(const std::function<bool()>& condition, Duration deadline = generousDeadline);
 
