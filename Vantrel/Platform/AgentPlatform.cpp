@@ -1,0 +1,42 @@
+#include "Vantrel/Platform/AgentPlatform.hpp"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vantrel {
+
+AgentPlatform::AgentPlatform(std::unique_ptr<x11::X11Platform> display)
+    : display_(std::move(display)),
+      defaults_(desktop::defaultStorePath()),
+      application_(mainQueue_, [this](GDBusConnection* bus) { statusBar_.setSessionBus(bus); }) {
+    display_->attach(
+        nullptr, [this] { application_.fail("the X server went away"); },
+        [this](std::vector<std::string> urls) {
+            if (urls.empty()) {
+                application_.reopen();
+            } else {
+                application_.open(std::move(urls));
+            }
+        });
+}
+
+AgentPlatform::~AgentPlatform() = default;
+
+Platform AgentPlatform::abilities() {
+    return {application_,
+            display_->displays(),
+            display_->pointerReader(),
+            display_->pointerWarper(),
+            display_->hotKeys(),
+            mainQueue_,
+            runLoop_,
+            defaults_,
+            statusBar_,
+            sounds_,
+            uuids_,
+            urls_,
+            preferencesWindowViews_};
+}
+
+}  // namespace vantrel

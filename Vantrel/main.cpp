@@ -1,0 +1,76 @@
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "Vantrel/CommandLine.hpp"
+#include "Vantrel/Controller/AppDelegate.hpp"
+#include "Vantrel/Platform/AgentPlatform.hpp"
+#include "Vantrel/Platform/OneInstance.hpp"
+#include "Vantrel/Platform/PlatformChoice.hpp"
+#include "Vantrel/ProcessSetup.hpp"
+
+namespace {
+
+constexpr int exitWrongArgument = 2;
+
+int print(std::string_view text) {
+    const bool isWritten = std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
+    return isWritten ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+int complain(const std::string& problem, int exitStatus) {
+    std::fprintf(stderr, "vantrel: %s\n", problem.c_str());
+    return exitStatus;
+}
+
+int runAgent(std::unique_ptr<vantrel::x11::X11Platform> display, std::vector<std::string> urls) {
+    const std::uint32_t hotKeySignature = vantrel::vantrelHotKeySignature;
+    const vantrel::EventHandlerProc hotKeyHandler = &vantrel::AppDelegate::hotKeyPressed;
+    vantrel::AgentPlatform platform(std::move(display));
+    vantrel::desktop::DesktopApplication& app = platform.application();
+    const auto delegate = vantrel::AppDelegate::create(platform.abilities(), hotKeySignature, hotKeyHandler);
+    app.setDelegate(delegate);
+    app.open(std::move(urls));
+    return app.run();
+}
+
+int start(std::vector<std::string> urls) {
+    std::string problem;
+    auto display = vantrel::chooseDisplayPlatform(problem);
+    if (!display) {
+        return complain(problem, EXIT_FAILURE);
+    }
+    switch (vantrel::becomeAgentOrHandOver(*display, urls)) {
+        case vantrel::StartOutcome::isTheAgent:
+            return runAgent(std::move(display), std::move(urls));
+        case vantrel::StartOutcome::handedOver:
+            return urls.empty() ? complain("Vantrel is already running", EXIT_SUCCESS) : EXIT_SUCCESS;
+        case vantrel::StartOutcome::noAnswer:
+            break;
+    }
+    return complain("Vantrel is already running, but does not answer", EXIT_FAILURE);
+}
+
+}  // namespace
+
+int main(int argumentCount, char* arguments[]) {
+    vantrel::setUpProcess();
+    const std::vector<std::string_view> given(arguments + (argumentCount > 0 ? 1 : 0), arguments + argumentCount);
+    vantrel::CommandLine commandLine = vantrel::parseCommandLine(given);
+    switch (commandLine.request) {
+        case vantrel::CommandLine::Request::showHelp:
+            return print(vantrel::usageText());
+        case vantrel::CommandLine::Request::showVersion:
+            return print("vantrel " VANTREL_VERSION "\n");
+        case vantrel::CommandLine::Request::refuse:
+            return complain(commandLine.problem, exitWrongArgument);
+        case vantrel::CommandLine::Request::open:
+            break;
+    }
+    return start(std::move(commandLine.urls));
+}
