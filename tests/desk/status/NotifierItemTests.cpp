@@ -91,6 +91,21 @@ TEST_F(NotifierItem, menu_rebuilt_isReplacedAsAWhole) {
     }));
 }
 
+TEST_F(NotifierItem, menu_rebuiltWithTheSameRows_keepsItsLayout) {
+    TestPanel panel(desk.bus().address());
+    ItemProcess process(desk.environment());
+    const auto item = registeredItem(panel);
+    ASSERT_TRUE(item);
+    ASSERT_EQ(item->rows().size(), 16U);
+    const int layoutChanges = item->layoutChanges();
+    process.say("points 1");
+    EXPECT_TRUE(waitOnBus([&] { return item->propertyChanges() > 0; }));
+    EXPECT_EQ(item->rows()[13].label, "Saved Points: 1 point");
+    EXPECT_EQ(item->layoutChanges(), layoutChanges);
+    process.say("rows 3");
+    EXPECT_TRUE(waitOnBus([&] { return item->layoutChanges() > layoutChanges; }));
+}
+
 TEST_F(NotifierItem, menu_qtPanel_getsKeyHintsThatQtReads) {
     const ProcessName name("lxqt-panel");
     TestPanel panel(desk.bus().address());

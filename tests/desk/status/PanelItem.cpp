@@ -58,10 +58,19 @@ PanelItem::PanelItem(BusClient& bus, std::string busName) : bus_(bus), busName_(
     subscription_ =
         g_dbus_connection_signal_subscribe(bus_.get(), busName_.c_str(), itemInterface, "XAyatanaNewLabel", itemPath,
                                            nullptr, G_DBUS_SIGNAL_FLAGS_NONE, labelled, this, nullptr);
+    const auto menuChanged = [](GDBusConnection*, const gchar*, const gchar*, const gchar*, const gchar* signal,
+                                GVariant*, gpointer data) {
+        auto& item = *static_cast<PanelItem*>(data);
+        ++(std::string(signal) == "LayoutUpdated" ? item.layoutChanges_ : item.propertyChanges_);
+    };
+    menuSubscription_ =
+        g_dbus_connection_signal_subscribe(bus_.get(), busName_.c_str(), menuInterface, nullptr, nullptr, nullptr,
+                                           G_DBUS_SIGNAL_FLAGS_NONE, menuChanged, this, nullptr);
 }
 
 PanelItem::~PanelItem() {
     g_dbus_connection_signal_unsubscribe(bus_.get(), subscription_);
+    g_dbus_connection_signal_unsubscribe(bus_.get(), menuSubscription_);
 }
 
 GVariantPointer PanelItem::property(const std::string& name) {

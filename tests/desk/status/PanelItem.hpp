@@ -33,6 +33,10 @@ class PanelItem {
     [[nodiscard]] const std::vector<std::string>& labels() const { return labels_; }
     bool waitForLabel(const std::string& label);
 
+    /// How often the layout and how often properties of rows were reported as changed since the start.
+    [[nodiscard]] int layoutChanges() const { return layoutChanges_; }
+    [[nodiscard]] int propertyChanges() const { return propertyChanges_; }
+
     /// The rows of the menu at this moment.
     std::vector<PanelRow> rows();
 
@@ -46,6 +50,9 @@ class PanelItem {
     BusClient& bus_;
     std::string busName_;
     guint subscription_;
+    guint menuSubscription_;
+    int layoutChanges_ = 0;
+    int propertyChanges_ = 0;
     std::vector<std::string> labels_;
 };
 

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "Vantrel/Platform/Desktop/StatusItem/GLibHandles.hpp"
 #include "Vantrel/Platform/Desktop/StatusItem/KeyHint.hpp"
@@ -14,7 +15,8 @@
 namespace vantrel::desktop {
 
 /// The menu on the session bus (com.canonical.dbusmenu). Rows have fixed identifiers, so that a panel which still shows
-/// the menu of a moment ago means the same row with its click, and updates an open menu in place.
+/// the menu of a moment ago means the same row with its click. A menu with the same rows as before reaches panels as
+/// changed properties of these, because some panels close an open menu when its layout changes.
 class BusMenu {
   public:
     /// `rowChosen` gets the number of the row, from 0.
@@ -29,12 +31,16 @@ class BusMenu {
   private:
     using RowChosen = std::function<void(std::size_t)>;
 
-    GObjectPointer<DbusmenuMenuitem> makeRow(const MenuItem& item, std::size_t row, KeyHintStyle keyHintStyle);
+    [[nodiscard]] bool hasRowsOf(const Menu& menu) const;
+    void makeRows(const Menu& menu);
+    GObjectPointer<DbusmenuMenuitem> makeRow(const MenuItem& item, std::size_t row);
     static void rowActivated(DbusmenuMenuitem* row, guint timestamp, gpointer data);
     static void releaseRowChosen(gpointer data, GClosure* closure);
 
     std::shared_ptr<RowChosen> rowChosen_;  ///< emptied with the menu: a click under way may hold a row for longer
     GObjectPointer<DbusmenuServer> server_;
+    std::vector<GObjectPointer<DbusmenuMenuitem>> rows_;
+    std::vector<bool> separators_;  ///< which rows are
 };
 
 }  // namespace vantrel::desktop
