@@ -80,7 +80,7 @@ class SQLiteUserDefaults final : public UserDefaults {
     std::map<std::string, KnownValue, std::less<>> knownValues_;
     std::unique_ptr<StoreConnection> connection_;
     std::unique_ptr<StoreCheckpointer> checkpointer_;
-    LoopSource retryTimer_;
+    SourceHandle retryTimer_;
     std::chrono::milliseconds retryDelay_;
     std::string lastProblem_;
 };

@@ -22,7 +22,7 @@ struct StoreCheckpointer::Thread {
     std::filesystem::path path;
     std::string vfs;
     CheckpointOutcome outcome;
-    LoopSource ended;  // attached by the thread as its last act
+    SourceHandle ended;  // attached by the thread as its last act
     pthread_t handle{};
 
     static void* run(void* data) {

@@ -1,25 +1,15 @@
 #pragma once
 
-#include <glib.h>
-
 #include <chrono>
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
 
+#include "Vantrel/Platform/Desktop/SourceHandles.hpp"
 #include "Vantrel/Platform/Desktop/StoreCheckpoint.hpp"
 
 namespace vantrel::desktop {
-
-struct SourceRemover {
-    void operator()(GSource* source) const {
-        g_source_destroy(source);
-        g_source_unref(source);
-    }
-};
-/// A source of the main loop, which goes with its owner.
-using LoopSource = std::unique_ptr<GSource, SourceRemover>;
 
 /// When the log is moved into the database.
 struct CheckpointTimes {
@@ -66,8 +56,8 @@ class StoreCheckpointer {
     std::function<void(CheckpointOutcome)> finished_;
     std::chrono::steady_clock::time_point lastCommit_;
     int nextLongLog_;
-    LoopSource idleTimer_;
-    LoopSource soon_;
+    SourceHandle idleTimer_;
+    SourceHandle soon_;
     std::unique_ptr<Thread> thread_;
 };
 
