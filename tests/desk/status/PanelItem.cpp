@@ -66,6 +66,8 @@ PanelItem::PanelItem(BusClient& bus, std::string busName) : bus_(bus), busName_(
     menuSubscription_ =
         g_dbus_connection_signal_subscribe(bus_.get(), busName_.c_str(), menuInterface, nullptr, nullptr, nullptr,
                                            G_DBUS_SIGNAL_FLAGS_NONE, menuChanged, this, nullptr);
+    // The bus has the subscriptions before it has the answer to this.
+    property("Id");
 }
 
 PanelItem::~PanelItem() {
