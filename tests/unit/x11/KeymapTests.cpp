@@ -6,6 +6,8 @@
 #include <set>
 #include <string_view>
 
+#include "tests/unit/x11/TestKeyboard.hpp"
+
 namespace vantrel::x11 {
 namespace {
 
@@ -14,58 +16,6 @@ constexpr std::uint32_t shift = 0x200;
 constexpr std::uint32_t option = 0x800;
 constexpr std::uint32_t control = 0x1000;
 constexpr std::uint32_t hyper = command | shift | option | control;
-
-constexpr std::uint16_t shiftMask = 1;
-constexpr std::uint16_t lockMask = 2;
-constexpr std::uint16_t controlMask = 4;
-constexpr std::uint16_t mod1 = 8;
-constexpr std::uint16_t mod2 = 16;
-constexpr std::uint16_t mod3 = 32;
-constexpr std::uint16_t mod4 = 64;
-constexpr std::uint16_t mod5 = 128;
-
-constexpr std::uint32_t shiftL = 0xffe1, controlL = 0xffe3, altL = 0xffe9, superL = 0xffeb, numLock = 0xff7f,
-                        scrollLock = 0xff14, nextGroup = 0xfe08, letterD = 0x64;
-
-/// A keyboard that is put together key by key; the modifiers are given by their bit's number.
-class Keyboard {
-  public:
-    Keyboard() {
-        description_.firstKeycode = 8;
-        description_.keysymsPerKeycode = 2;
-        description_.keysyms.resize(std::size_t{2} * 248);
-        description_.keycodesPerModifier = 2;
-        description_.modifierKeycodes.resize(16);
-    }
-
-    Keyboard& key(std::uint8_t keycode, std::string_view name, std::uint32_t base, std::uint32_t second = 0,
-                  int modifier = -1) {
-        std::copy(name.begin(), name.end(), std::begin(description_.names[keycode].name));
-        description_.keysyms[(keycode - 8U) * 2U] = base;
-        description_.keysyms[(keycode - 8U) * 2U + 1U] = second;
-        if (modifier >= 0) {
-            auto* slot = &description_.modifierKeycodes[static_cast<std::size_t>(modifier) * 2U];
-            *(slot[0] == 0 ? slot : slot + 1) = keycode;
-        }
-        return *this;
-    }
-
-    [[nodiscard]] Keymap map() const { return Keymap(description_); }
-
-  private:
-    KeymapDescription description_;
-};
-
-/// As XKB's "evdev" rules number the keys and its "pc105" model sets the modifiers.
-Keyboard ordinaryKeyboard() {
-    return Keyboard()
-        .key(40, "AC03", letterD)
-        .key(50, "LFSH", shiftL, 0, 0)
-        .key(37, "LCTL", controlL, 0, 2)
-        .key(64, "LALT", altL, 0, 3)
-        .key(77, "NMLK", numLock, 0, 4)
-        .key(133, "LWIN", superL, 0, 6);
-}
 
 std::set<std::uint16_t> masksOf(const std::vector<KeyGrab>& grabs) {
     std::set<std::uint16_t> masks;
@@ -91,13 +41,14 @@ TEST(Keymap, grabsFor_scrollLockOnTheModifierMap_isALockToo) {
 }
 
 TEST(Keymap, grabsFor_keysElsewhere_followsTheNames) {
-    const auto grabs = Keyboard().key(58, "AC03", letterD).key(20, "LCTL", controlL, 0, 2).map().grabsFor(2, control);
+    const auto grabs =
+        TestKeyboard().key(58, "AC03", letterD).key(20, "LCTL", controlL, 0, 2).map().grabsFor(2, control);
     ASSERT_TRUE(grabs);
     EXPECT_EQ(grabs->front().keycode, 58);
 }
 
 TEST(Keymap, grabsFor_commandOnAnotherModifier_followsTheModifierMap) {
-    const auto grabs = Keyboard().key(40, "AC03", letterD).key(64, "LALT", superL, 0, 3).map().grabsFor(2, command);
+    const auto grabs = TestKeyboard().key(40, "AC03", letterD).key(64, "LALT", superL, 0, 3).map().grabsFor(2, command);
     ASSERT_TRUE(grabs);
     EXPECT_TRUE(masksOf(*grabs).contains(mod1));
 }
@@ -108,7 +59,8 @@ TEST(Keymap, grabsFor_keyOrModifierThatIsLacking_isNone) {
     EXPECT_FALSE(map.grabsFor(4294967295U, hyper)) << "no such code";
     EXPECT_FALSE(map.grabsFor(2, 0)) << "a bare letter would be taken from every program";
     EXPECT_FALSE(map.grabsFor(2, 0x400)) << "Caps Lock alone is no combination";
-    EXPECT_FALSE(Keyboard().key(40, "AC03", letterD).key(50, "LFSH", shiftL, 0, 0).map().grabsFor(2, shift | option));
+    EXPECT_FALSE(
+        TestKeyboard().key(40, "AC03", letterD).key(50, "LFSH", shiftL, 0, 0).map().grabsFor(2, shift | option));
     EXPECT_FALSE(Keymap().grabsFor(2, hyper));
 }
 
@@ -128,7 +80,7 @@ TEST(Keymap, hidesModifiers_ordinaryKeyboard_isFalse) {
 }
 
 /// Alt + Shift switches the layout: whichever goes down second is no modifier.
-Keyboard switchingKeyboard() {
+TestKeyboard switchingKeyboard() {
     return ordinaryKeyboard().key(50, "LFSH", shiftL, nextGroup).key(64, "LALT", altL, nextGroup);
 }
 
