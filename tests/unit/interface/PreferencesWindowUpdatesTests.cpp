@@ -1,0 +1,165 @@
+#include <limits>
+
+#include "tests/unit/controller/ControllerTest.hpp"
+
+namespace vantrel {
+namespace {
+
+using fake::Journal;
+
+/// The controller with its settings window, both real; only what draws is a fake.
+class PreferencesWindowUpdatesTest : public ControllerTest {
+  protected:
+    void launchAndOpenSettings() {
+        launch();
+        controller->openSettings();
+        fakes.journal.clear();
+    }
+
+    fake::FakePreferencesWindowView& view() { return *fakes.preferencesWindowViews.view; }
+
+    void choose(PreferencesPopUp popUp, std::int64_t index) { view().popUp(popUp).selectedIndex = index; }
+
+    void record(std::uint32_t keyCode, std::uint32_t flags) {
+        view().recorderButton.click();
+        view().recorderButton.type({KeyEventType::keyDown, keyCode, flags});
+    }
+
+    PreferencesWindowViewDelegate& window() { return *view().delegate.lock(); }
+};
+
+constexpr std::uint32_t controlOption = KeyEvent::controlFlag | KeyEvent::optionFlag;
+
+TEST_F(PreferencesWindowUpdatesTest, refresh_neverOpened_doesNothing) {
+    launch();
+    controller->refreshPreferencesWindow();
+    EXPECT_EQ(fakes.journal, Journal{});
+}
+
+TEST_F(PreferencesWindowUpdatesTest, refresh_pointThatCannotBeShown_isNoConcernUntilDrawn) {
+    launchAndOpenSettings();
+    fields.savedPoints().resize(2);
+    fields.savedPoints()[0].point.x = std::numeric_limits<double>::quiet_NaN();
+    controller->refreshPreferencesWindow();
+    EXPECT_EQ(view().savedPointsSummary, "2 saved cursor points.");
+}
+
+TEST_F(PreferencesWindowUpdatesTest, refresh_listChangesAfterwards_windowKeepsItsCopy) {
+    launchAndOpenSettings();
+    fields.savedPoints().resize(2);
+    controller->refreshPreferencesWindow();
+    fields.savedPoints().clear();
+    EXPECT_EQ(view().drawnRows().size(), 2U);
+}
+
+TEST_F(PreferencesWindowUpdatesTest, record_freeChord_isAppliedShownAndStored) {
+    launchAndOpenSettings();
+    record(49, controlOption);
+    EXPECT_EQ(calls({"window.setShortcutStatus", "setObjects", "setMenu", "setTitle"}),
+              (Journal{"window.setShortcutStatus(Checking Ctrl + Option + Space..., secondary)",
+                       "setObjects(primaryHotKeyCode=49, primaryHotKeyModifiers=6144)", "setMenu",
+                       "window.setShortcutStatus(Ready. Use Ctrl + Option + Space., secondary)",
+                       "setTitle(Shortcut saved)"}));
+    EXPECT_EQ(view().recorderButton.title, "Ctrl + Option + Space");
+    EXPECT_EQ(fakes.statusBar.menu[11].title, "Shortcut: Ctrl + Option + Space");
+}
+
+TEST_F(PreferencesWindowUpdatesTest, record_chordHeldByAnother_isRestoredAndSaid) {
+    launchAndOpenSettings();
+    fakes.hotKeys.refusals[{49, 0x1800}] = eventHotKeyExistsErr;
+    record(49, controlOption);
+    EXPECT_EQ(calls({"window.setShortcutStatus"}),
+              (Journal{"window.setShortcutStatus(Checking Ctrl + Option + Space..., secondary)",
+                       "window.setShortcutStatus(Ctrl + Option + Space is unavailable. Restored Hyper + D., "
+                       "secondary)"}));
+    EXPECT_EQ(view().recorderButton.title, "Hyper + D");
+}
+
+TEST_F(PreferencesWindowUpdatesTest, record_chordAndRestoreRefused_isSaidInRed) {
+    launchAndOpenSettings();
+    fakes.hotKeys.refusals[{49, 0x1800}] = eventHotKeyExistsErr;
+    fakes.hotKeys.refusals[{2, 0x1B00}] = eventHotKeyInvalidErr;
+    record(49, controlOption);
+    EXPECT_EQ(view().shortcutStatus,
+              "Ctrl + Option + Space is unavailable, and Hyper + D could not be restored. macOS returned -9878.");
+    EXPECT_EQ(view().shortcutStatusColor, SemanticColor::systemRed);
+    EXPECT_EQ(fakes.statusBar.menu[11].title, "Shortcut unavailable: Hyper + D");
+}
+
+TEST_F(PreferencesWindowUpdatesTest, record_whileRecording_refreshLeavesThePrompt) {
+    launchAndOpenSettings();
+    view().recorderButton.click();
+    controller->toggleSound();
+    EXPECT_EQ(view().recorderButton.title, "Press shortcut...");
+}
+
+TEST_F(PreferencesWindowUpdatesTest, reset_anyShortcut_appliesHyperD) {
+    launchAndOpenSettings();
+    controller->applyPrimaryShortcut({49, 0x1800});
+    window().resetShortcut();
+    EXPECT_EQ(fields.primaryShortcut(), (KeyboardShortcut{2, 0x1B00}));
+    EXPECT_EQ(view().recorderButton.title, "Hyper + D");
+    EXPECT_EQ(view().shortcutStatus, "Ready. With Raycast Hyper Key, use Caps Lock + D.");
+}
+
+TEST_F(PreferencesWindowUpdatesTest, mode_chosen_isSetStoredAndShownInOrder) {
+    launchAndOpenSettings();
+    choose(PreferencesPopUp::mode, 1);
+    window().modeChanged();
+    EXPECT_EQ(fields.mode(), VantrelMode::manual);
+    EXPECT_EQ(calls({"setObjects", "setMenu", "window.reloadSavedPoints"}),
+              (Journal{"setObjects(mode=manual)", "setMenu", "window.reloadSavedPoints"}));
+    EXPECT_EQ(fakes.statusBar.menu[12].title, "Mode: Manual: saved points");
+}
+
+TEST_F(PreferencesWindowUpdatesTest, animation_chosen_isSetStoredAndShownInOrder) {
+    launchAndOpenSettings();
+    choose(PreferencesPopUp::animation, 0);
+    window().animationChanged();
+    EXPECT_EQ(fields.animationStyle(), AnimationStyle::none);
+    EXPECT_EQ(calls({"setObjects", "setMenu", "window.reloadSavedPoints"}),
+              (Journal{"setObjects(animation=none)", "setMenu", "window.reloadSavedPoints"}));
+}
+
+TEST_F(PreferencesWindowUpdatesTest, sound_switched_isSetStoredAndShownInOrder) {
+    launchAndOpenSettings();
+    view().soundChecked = false;
+    window().soundChanged();
+    EXPECT_FALSE(fields.soundEnabled());
+    EXPECT_EQ(calls({"setObjects", "setMenu", "window.setSoundChecked"}),
+              (Journal{"setObjects(soundEnabled=0)", "setMenu", "window.setSoundChecked(false)"}));
+}
+
+TEST_F(PreferencesWindowUpdatesTest, clear_pressed_emptiesStoresShowsAndFlashesInOrder) {
+    launch();
+    fields.savedPoints().resize(3);
+    fields.savedPointIndex() = 2;
+    controller->openSettings();
+    EXPECT_EQ(view().savedPointsSummary, "3 saved cursor points.");
+    fakes.journal.clear();
+    window().clearSavedPoints();
+    EXPECT_EQ(fields.savedPointIndex(), 0);
+    EXPECT_EQ(storedData("savedPoints"), "[]");
+    EXPECT_EQ(calls({"setObjects", "setMenu", "window.setSavedPointsSummary", "setTitle"}),
+              (Journal{"setObjects(savedPoints=[])", "setMenu", "window.setSavedPointsSummary(No saved cursor points.)",
+                       "setTitle(Cleared)"}));
+    EXPECT_TRUE(view().tableHidden);
+    EXPECT_FALSE(view().clearEnabled);
+}
+
+TEST_F(PreferencesWindowUpdatesTest, window_controllerGone_doesNothing) {
+    launchAndOpenSettings();
+    // The window outlives its delegate only while somebody else still holds it.
+    const auto held = view().delegate.lock();
+    controller.reset();
+    fakes.journal.clear();
+    held->resetShortcut();
+    held->modeChanged();
+    held->animationChanged();
+    held->soundChanged();
+    held->clearSavedPoints();
+    EXPECT_EQ(fakes.journal, Journal{});
+}
+
+}  // namespace
+}  // namespace vantrel

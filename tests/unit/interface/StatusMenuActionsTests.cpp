@@ -1,0 +1,201 @@
+#include "tests/unit/controller/ControllerTest.hpp"
+
+namespace vantrel {
+namespace {
+
+using fake::Journal;
+
+using StatusMenuActionsTest = ControllerTest;
+
+MenuItem senderOf(std::variant<std::monostate, std::string, std::int64_t> representedObject) {
+    MenuItem sender;
+    sender.representedObject = std::move(representedObject);
+    return sender;
+}
+
+TEST_F(StatusMenuActionsTest, rebuildMenu_state_isReadAfresh) {
+    launch();
+    ASSERT_EQ(fakes.statusBar.menu.size(), 16U);
+    EXPECT_EQ(fakes.statusBar.menu[11].title, "Shortcut: Hyper + D");
+    EXPECT_EQ(fakes.statusBar.menu[12].title, "Mode: Automatic: displays");
+    EXPECT_EQ(fakes.statusBar.menu[13].title, "Saved Points: none");
+    fields.mode() = VantrelMode::manual;
+    fields.primaryShortcut() = {124, 0x1900};
+    fields.savedPoints().resize(12);
+    EXPECT_EQ(fakes.statusBar.menu[12].title, "Mode: Automatic: displays") << "no menu is patched in place";
+    controller->rebuildMenu();
+    EXPECT_EQ(fakes.statusBar.menu[11].title, "Shortcut: Ctrl + Option + Command + Right Arrow");
+    EXPECT_EQ(fakes.statusBar.menu[12].title, "Mode: Manual: saved points");
+    EXPECT_EQ(fakes.statusBar.menu[13].title, "Saved Points: 12 points");
+    EXPECT_TRUE(fakes.statusBar.row("Clear Saved Points")->isEnabled);
+}
+
+TEST_F(StatusMenuActionsTest, rebuildMenu_primaryRefusedAtLaunch_saysUnavailable) {
+    fakes.hotKeys.refusals[{2, 0x1B00}] = eventHotKeyExistsErr;
+    launch();
+    EXPECT_EQ(fakes.statusBar.menu[11].title, "Shortcut unavailable: Hyper + D");
+}
+
+TEST_F(StatusMenuActionsTest, rows_chosen_reachTheController) {
+    launch();
+    layOutTwoDisplays();
+    fields.animationStyle() = AnimationStyle::none;
+    fakes.statusBar.row("Save Current Point")->action();
+    EXPECT_EQ(fields.savedPoints().size(), 1U);
+    fakes.statusBar.row("Clear Saved Points")->action();
+    EXPECT_TRUE(fields.savedPoints().empty());
+    fakes.statusBar.row("Settings...")->action();
+    EXPECT_TRUE(fields.hasPreferencesWindow());
+    fakes.journal.clear();
+    fakes.statusBar.row("Teleport Saved Point")->action();
+    EXPECT_EQ(calls({"setTitle"}), Journal{"setTitle(No points)"});
+    for (const char* const title : {"Teleport Now", "Next Display", "Previous Display"}) {
+        SCOPED_TRACE(title);
+        fakes.journal.clear();
+        fakes.statusBar.row(title)->action();
+        EXPECT_EQ(calls({"CGWarpMouseCursorPosition"}).size(), 1U);
+    }
+    fakes.journal.clear();
+    fakes.statusBar.row("Quit Vantrel")->action();
+    EXPECT_EQ(fakes.journal, Journal{"terminate"});
+}
+
+TEST_F(StatusMenuActionsTest, row_chosenAfterTheControllerIsGone_doesNothing) {
+    launch();
+    const Menu menu = fakes.statusBar.menu;
+    controller.reset();
+    fakes.journal.clear();
+    for (const MenuItem& item : menu) {
+        if (item.action) {
+            item.action();
+        }
+    }
+    EXPECT_EQ(fakes.journal, Journal{});
+}
+
+TEST_F(StatusMenuActionsTest, selectMode_rawValue_setsStoresRebuildsAndRefreshesInOrder) {
+    launch();
+    controller->openSettings();
+    fakes.journal.clear();
+    controller->selectMode(senderOf(std::string("manual")));
+    EXPECT_EQ(fields.mode(), VantrelMode::manual);
+    EXPECT_EQ(calls({"setObjects", "setMenu", "window.selectItem"}),
+              (Journal{"setObjects(mode=manual)", "setMenu", "window.selectItem(mode, 1)",
+                       "window.selectItem(animation, 1)"}));
+    controller->selectMode(senderOf(std::string("automatic")));
+    EXPECT_EQ(fields.mode(), VantrelMode::automatic);
+}
+
+TEST_F(StatusMenuActionsTest, selectAnimation_rawValue_setsStoresRebuildsAndRefreshesInOrder) {
+    launch();
+    controller->openSettings();
+    fakes.journal.clear();
+    controller->selectAnimation(senderOf(std::string("none")));
+    EXPECT_EQ(fields.animationStyle(), AnimationStyle::none);
+    EXPECT_EQ(calls({"setObjects", "setMenu", "window.selectItem"}),
+              (Journal{"setObjects(animation=none)", "setMenu", "window.selectItem(mode, 0)",
+                       "window.selectItem(animation, 0)"}));
+    controller->selectAnimation(senderOf(std::string("glide")));
+    EXPECT_EQ(fields.animationStyle(), AnimationStyle::glide);
+}
+
+TEST_F(StatusMenuActionsTest, select_unknownObject_isIgnoredInSilence) {
+    launch();
+    controller->openSettings();
+    fakes.journal.clear();
+    for (const MenuItem& sender :
+         {senderOf(std::monostate()), senderOf(std::int64_t{1}), senderOf(std::string()),
+          senderOf(std::string("Manual")), senderOf(std::string("NONE")), senderOf(std::string("manual "))}) {
+        controller->selectMode(sender);
+        controller->selectAnimation(sender);
+    }
+    controller->selectMode(senderOf(std::string("none")));
+    controller->selectAnimation(senderOf(std::string("manual")));
+    EXPECT_EQ(fakes.journal, Journal{});
+    EXPECT_EQ(fields.mode(), VantrelMode::automatic);
+    EXPECT_EQ(fields.animationStyle(), AnimationStyle::glide);
+}
+
+TEST_F(StatusMenuActionsTest, toggleSound_twice_returnsToTheStart) {
+    launch();
+    controller->openSettings();
+    fakes.journal.clear();
+    controller->toggleSound();
+    EXPECT_FALSE(fields.soundEnabled());
+    EXPECT_EQ(calls({"setObjects", "setMenu", "window.setSoundChecked"}),
+              (Journal{"setObjects(soundEnabled=0)", "setMenu", "window.setSoundChecked(false)"}));
+    controller->toggleSound();
+    EXPECT_TRUE(fields.soundEnabled());
+    EXPECT_TRUE(std::get<bool>(fakes.defaults.values.at("soundEnabled")));
+}
+
+TEST_F(StatusMenuActionsTest, openSettings_firstTime_makesRefreshesActivatesAndShowsInOrder) {
+    launch();
+    controller->openSettings();
+    EXPECT_EQ(calls({"window.make", "window.setShortcutStatus", "window.reloadSavedPoints", "activate",
+                     "window.showWindow", "window.makeKeyAndOrderFront"}),
+              (Journal{"window.make",
+                       "window.setShortcutStatus(Ready. With Raycast Hyper Key, use Caps Lock + D., secondary)",
+                       "window.reloadSavedPoints", "activate(ignoringOtherApps)", "window.showWindow",
+                       "window.makeKeyAndOrderFront"}));
+}
+
+TEST_F(StatusMenuActionsTest, openSettings_secondTime_bringsTheSameWindowToTheFront) {
+    launch();
+    controller->openSettings();
+    const auto* const window = fakes.preferencesWindowViews.view;
+    fakes.journal.clear();
+    controller->openSettings();
+    EXPECT_EQ(fakes.preferencesWindowViews.view, window);
+    EXPECT_EQ(calls({"window.make", "window.reloadSavedPoints", "activate", "window.showWindow",
+                     "window.makeKeyAndOrderFront"}),
+              (Journal{"window.reloadSavedPoints", "activate(ignoringOtherApps)", "window.showWindow",
+                       "window.makeKeyAndOrderFront"}));
+}
+
+TEST_F(StatusMenuActionsTest, openSettings_nothingToDrawWith_saysSoAndTriesAgainNextTime) {
+    launch();
+    fakes.preferencesWindowViews.isInstalled = false;
+    testing::internal::CaptureStderr();
+    controller->openSettings();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "vantrel: the settings window is not installed\n");
+    EXPECT_EQ(fakes.journal, (Journal{"window.make", "setTitle(Install it)", "asyncAfter(1.2)"}));
+    EXPECT_FALSE(fields.hasPreferencesWindow());
+    fakes.preferencesWindowViews.isInstalled = true;
+    controller->openSettings();
+    EXPECT_TRUE(fields.hasPreferencesWindow());
+}
+
+struct Operation {
+    const char* name;
+    void (*call)(AppDelegate&);
+};
+
+class InterfaceThreadDeathTest : public ControllerTest, public testing::WithParamInterface<Operation> {};
+
+TEST_P(InterfaceThreadDeathTest, call_onAnotherThread_stopsTheProgram) {
+    launch();
+    fakes.mainQueue.isOnMainThread = false;
+    EXPECT_DEATH(GetParam().call(*controller), std::string(GetParam().name) + " must be called on the main thread");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Operations, InterfaceThreadDeathTest,
+    testing::Values(
+        Operation{"rebuildMenu", [](AppDelegate& it) { it.rebuildMenu(); }},
+        Operation{"selectMode", [](AppDelegate& it) { it.selectMode({}); }},
+        Operation{"selectAnimation", [](AppDelegate& it) { it.selectAnimation({}); }},
+        Operation{"toggleSound", [](AppDelegate& it) { it.toggleSound(); }},
+        Operation{"openSettings", [](AppDelegate& it) { it.openSettings(); }},
+        Operation{"quit", [](AppDelegate& it) { it.quit(); }},
+        Operation{"refreshPreferencesWindow", [](AppDelegate& it) { it.refreshPreferencesWindow(); }},
+        Operation{"preferencesDidRecordShortcut", [](AppDelegate& it) { it.preferencesDidRecordShortcut({}); }},
+        Operation{"preferencesDidResetShortcut", [](AppDelegate& it) { it.preferencesDidResetShortcut(); }},
+        Operation{"preferencesDidChangeMode", [](AppDelegate& it) { it.preferencesDidChangeMode({}); }},
+        Operation{"preferencesDidChangeAnimation", [](AppDelegate& it) { it.preferencesDidChangeAnimation({}); }},
+        Operation{"preferencesDidChangeSound", [](AppDelegate& it) { it.preferencesDidChangeSound(true); }},
+        Operation{"preferencesDidClearSavedPoints", [](AppDelegate& it) { it.preferencesDidClearSavedPoints(); }}),
+    [](const testing::TestParamInfo<Operation>& operation) { return operation.param.name; });
+
+}  // namespace
+}  // namespace vantrel
