@@ -11,6 +11,21 @@ namespace vantrel::qt {
 
 using Layout = PreferencesWindowLayout;
 
+namespace {
+
+/// The row with its label.
+QHBoxLayout& startFormRow(QWidget& row, TintedLabel& label, QWidget& labelled) {
+    label.setWordWrap(false);
+    label.setBuddy(&labelled);
+    auto& stack = makeOwnedByParent<QHBoxLayout>(&row);
+    stack.setContentsMargins(0, 0, 0, 0);
+    stack.setSpacing(Layout::formRowSpacing);
+    stack.addWidget(&label, 0, Qt::AlignVCenter);
+    return stack;
+}
+
+}  // namespace
+
 QGroupBox& makeSection(const char* title, std::initializer_list<QWidget*> arrangedSubviews) {
     auto& box = makeOwnedByParent<QGroupBox>(title);
     auto& stack = makeOwnedByParent<QVBoxLayout>(&box);
@@ -23,15 +38,21 @@ QGroupBox& makeSection(const char* title, std::initializer_list<QWidget*> arrang
     return box;
 }
 
-QWidget& makeFormRow(TintedLabel& label, QWidget& control, QWidget& labelled) {
-    label.setWordWrap(false);
-    label.setBuddy(&labelled);
+QWidget& makeFormRow(TintedLabel& label, QWidget& control) {
     auto& row = makeOwnedByParent<QWidget>();
-    auto& stack = makeOwnedByParent<QHBoxLayout>(&row);
-    stack.setContentsMargins(0, 0, 0, 0);
-    stack.setSpacing(Layout::formRowSpacing);
-    stack.addWidget(&label, 0, Qt::AlignVCenter);
-    stack.addWidget(&control, 1, Qt::AlignVCenter);
+    startFormRow(row, label, control).addWidget(&control, 1, Qt::AlignVCenter);
+    return row;
+}
+
+QWidget& makeFormRow(TintedLabel& label, QWidget& control, QWidget& secondControl) {
+    auto& row = makeOwnedByParent<QWidget>();
+    // A layout, not a widget: a screen reader's label and control have to be siblings.
+    auto& controls = makeOwnedByParent<QHBoxLayout>();
+    controls.setSpacing(Layout::recorderSpacing);
+    startFormRow(row, label, control).addLayout(&controls, 1);
+    controls.addWidget(&control, 0, Qt::AlignVCenter);
+    controls.addWidget(&secondControl, 0, Qt::AlignVCenter);
+    controls.addStretch(1);
     return row;
 }
 

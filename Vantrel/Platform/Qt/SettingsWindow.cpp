@@ -3,7 +3,6 @@
 #include <QCursor>
 #include <QEvent>
 #include <QGuiApplication>
-#include <QHBoxLayout>
 #include <QIcon>
 #include <QKeyEvent>
 #include <QScreen>
@@ -38,6 +37,7 @@ SettingsWindow::SettingsWindow()
       savedPointsEmptyLabel_(SemanticColor::secondaryLabel, Texts::savedPointsEmpty),
       clearSavedPointsButton_(Texts::clearSavedPointsButton) {
     setWindowTitle(Texts::windowTitle);
+    resize(Layout::contentWidth, Layout::contentHeight);
     setWindowIcon(QIcon::fromTheme("org.vantrel.Vantrel"));
     wireControls();
     buildContent();
@@ -45,6 +45,7 @@ SettingsWindow::SettingsWindow()
     isBuilt_ = true;
     updateFonts();
     updateColors();
+    measureAfresh();
     centerOnPointersDisplay();
 }
 
@@ -56,8 +57,8 @@ void SettingsWindow::buildContent() {
     stack.addWidget(&makeShortcutSection());
     stack.addWidget(&makeBehaviorSection());
     stack.addWidget(&makeSavedPointsSection());
-    // Spare height stays at the bottom. A stretch as an item of its own would bring a spacing with it.
-    stack.setAlignment(Qt::AlignTop);
+    // Spare height stays at the bottom.
+    stack.addStretch(1);
 }
 
 QWidget& SettingsWindow::makeHeader() {
@@ -71,21 +72,14 @@ QWidget& SettingsWindow::makeHeader() {
 }
 
 QWidget& SettingsWindow::makeShortcutSection() {
-    auto& controls = makeOwnedByParent<QWidget>();
-    auto& stack = makeOwnedByParent<QHBoxLayout>(&controls);
-    stack.setContentsMargins(0, 0, 0, 0);
-    stack.setSpacing(Layout::recorderSpacing);
-    stack.addWidget(&recorder_, 0, Qt::AlignVCenter);
-    stack.addWidget(&resetShortcutButton_, 0, Qt::AlignVCenter);
-    stack.addStretch(1);
-    return makeSection(Texts::shortcutSection,
-                       {&makeFormRow(primaryLabel_, controls, recorder_), &shortcutStatusLabel_, &recommendation_});
+    return makeSection(Texts::shortcutSection, {&makeFormRow(primaryLabel_, recorder_, resetShortcutButton_),
+                                                &shortcutStatusLabel_, &recommendation_});
 }
 
 QWidget& SettingsWindow::makeBehaviorSection() {
-    return makeSection(Texts::behaviorSection, {&makeFormRow(modeLabel_, modePopup_, modePopup_),
-                                                &makeFormRow(animationLabel_, animationPopup_, animationPopup_),
-                                                &makeFormRow(feedbackLabel_, soundButton_, soundButton_)});
+    return makeSection(Texts::behaviorSection,
+                       {&makeFormRow(modeLabel_, modePopup_), &makeFormRow(animationLabel_, animationPopup_),
+                        &makeFormRow(feedbackLabel_, soundButton_)});
 }
 
 QWidget& SettingsWindow::makeSavedPointsSection() {
@@ -133,7 +127,6 @@ void SettingsWindow::setDelegate(std::weak_ptr<PreferencesWindowViewDelegate> de
 void SettingsWindow::setShortcutStatus(const std::string& text, SemanticColor color) {
     shortcutStatusLabel_.announce(QString::fromStdString(text), color);
     shortcutStatusLabel_.tint(palette());
-    fitHeight();
 }
 
 void SettingsWindow::setTitles(PreferencesPopUp popUp, const std::vector<std::string>& titles) {
@@ -174,11 +167,11 @@ void SettingsWindow::setClearSavedPointsEnabled(bool enabled) {
 
 void SettingsWindow::reloadSavedPoints() {
     savedPointsTable_.reload();
-    fitHeight();
 }
 
 void SettingsWindow::showWindow() {
     if (isHidden()) {
+        measureAfresh();
         WindowManager::skipTaskBar(*this);
     }
     show();
@@ -186,6 +179,14 @@ void SettingsWindow::showWindow() {
 
 void SettingsWindow::makeKeyAndOrderFront() {
     WindowManager::bringToFront(*this);
+}
+
+bool SettingsWindow::event(QEvent* event) {
+    const bool isHandled = QWidget::event(event);
+    if (event->type() == QEvent::LayoutRequest) {
+        fitContent();
+    }
+    return isHandled;
 }
 
 void SettingsWindow::keyPressEvent(QKeyEvent* event) {
@@ -227,13 +228,25 @@ void SettingsWindow::updateFonts() {
     title_.setFont(titleFont());
     recorder_.updateFont();
     alignFormLabels({&primaryLabel_, &modeLabel_, &animationLabel_, &feedbackLabel_});
-    fitHeight();
 }
 
-void SettingsWindow::fitHeight() {
-    const int needed = layout()->totalHeightForWidth(Layout::contentWidth);
-    // A window does not shrink under the person's hands.
-    setFixedSize(Layout::contentWidth, std::max({Layout::contentHeight, needed, height()}));
+void SettingsWindow::fitContent() {
+    // Wider only where the desktop's font is so large that a row does not fit. A window does not shrink under the
+    // person's hands.
+    const int neededWidth = std::max({Layout::contentWidth, layout()->totalMinimumSize().width(), width()});
+    const int neededHeight = std::max({Layout::contentHeight, layout()->totalHeightForWidth(neededWidth), height()});
+    const QSize needed(neededWidth, neededHeight);
+    if (needed != size() || needed != minimumSize() || needed != maximumSize()) {
+        setFixedSize(needed);
+    }
+}
+
+void SettingsWindow::measureAfresh() {
+    // In a window that is not shown, what changed inside a box has not reached the layout around the box yet.
+    for (QWidget* const child : findChildren<QWidget*>()) {
+        child->updateGeometry();
+    }
+    fitContent();
 }
 
 void SettingsWindow::centerOnPointersDisplay() {

@@ -39,6 +39,7 @@ class SettingsWindow final : public QWidget, public PreferencesWindowView {
     void makeKeyAndOrderFront() override;
 
   protected:
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
 
@@ -55,7 +56,8 @@ class SettingsWindow final : public QWidget, public PreferencesWindowView {
     void send(Action action);
     void updateColors();
     void updateFonts();
-    void fitHeight();
+    void fitContent();
+    void measureAfresh();
     void centerOnPointersDisplay();
     QComboBox& popUpButton(PreferencesPopUp popUp);
     [[nodiscard]] const QComboBox& popUpButton(PreferencesPopUp popUp) const;

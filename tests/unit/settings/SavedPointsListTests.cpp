@@ -1,0 +1,132 @@
+#include "Vantrel/Platform/Qt/SavedPointsList.hpp"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QScrollBar>
+#include <set>
+#include <string>
+
+#include "Vantrel/Platform/Qt/QtGuest.hpp"
+
+namespace vantrel::qt {
+namespace {
+
+/// Rows that note which of them were asked for.
+class Rows final : public PreferencesWindowViewDelegate {
+  public:
+    void resetShortcut() override {}
+    void modeChanged() override {}
+    void animationChanged() override {}
+    void soundChanged() override {}
+    void clearSavedPoints() override {}
+    [[nodiscard]] std::size_t numberOfRows() const override { return count; }
+    [[nodiscard]] std::optional<std::string> textForRow(std::int64_t row) const override {
+        asked.insert(row);
+        return row < static_cast<std::int64_t>(count) ? std::optional(prefix + std::to_string(row)) : std::nullopt;
+    }
+
+    std::size_t count = 0;
+    std::string prefix = "Point ";
+    mutable std::set<std::int64_t> asked;
+};
+
+class SavedPointsListTest : public testing::Test {
+  protected:
+    SavedPointsListTest() {
+        list.resize(480, list.height());
+        list.setSource(rows);
+    }
+
+    void load(std::size_t count) {
+        rows->count = count;
+        list.reload();
+    }
+
+    void draw() {
+        list.show();
+        QApplication::processEvents();
+        list.grab();
+    }
+
+    QScrollBar& scrollBar() { return *list.table().verticalScrollBar(); }
+    QString text(int row) { return list.table().model()->index(row, 0).data().toString(); }
+
+    std::string problem;
+    std::unique_ptr<QtGuest> guest = QtGuest::start("offscreen", problem);
+    std::shared_ptr<Rows> rows = std::make_shared<Rows>();
+    SavedPointsList list;
+};
+
+TEST_F(SavedPointsListTest, size_any_isOfTheLayout) {
+    load(3);
+    draw();
+    EXPECT_EQ(list.height(), 112);
+    for (int row = 0; row < 3; ++row) {
+        EXPECT_EQ(list.table().visualRect(list.table().model()->index(row, 0)).height(), 24);
+    }
+}
+
+TEST_F(SavedPointsListTest, reload_thousandRows_areAskedForOnlyWhenDrawn) {
+    load(1000);
+    EXPECT_TRUE(rows->asked.empty());
+    draw();
+    EXPECT_TRUE(rows->asked.contains(0));
+    EXPECT_LE(rows->asked.size(), 6U);
+    EXPECT_FALSE(rows->asked.contains(999));
+    scrollBar().setValue(scrollBar().maximum());
+    list.grab();
+    EXPECT_TRUE(rows->asked.contains(999));
+    EXPECT_LE(rows->asked.size(), 12U);
+}
+
+TEST_F(SavedPointsListTest, reload_scrolled_keepsThePlaceAndTheSelection) {
+    load(1000);
+    draw();
+    scrollBar().setValue(5000);
+    list.table().setCurrentIndex(list.table().model()->index(210, 0));
+    const int place = scrollBar().value();
+    for (const std::size_t count : {1000U, 1001U, 900U}) {
+        load(count);
+        QApplication::processEvents();
+        EXPECT_EQ(scrollBar().value(), place);
+        EXPECT_EQ(list.table().currentIndex().row(), 210);
+    }
+}
+
+TEST_F(SavedPointsListTest, reload_otherTexts_areShown) {
+    load(2);
+    EXPECT_EQ(text(1), "Point 1");
+    rows->prefix = "Desk ";
+    load(2);
+    EXPECT_EQ(text(1), "Desk 1");
+    load(0);
+    EXPECT_EQ(list.table().model()->rowCount(), 0);
+}
+
+TEST_F(SavedPointsListTest, setTableHidden_yes_leavesTheFrame) {
+    load(0);
+    list.setTableHidden(true);
+    draw();
+    EXPECT_FALSE(list.table().isVisible());
+    EXPECT_TRUE(list.isVisible());
+    EXPECT_EQ(list.height(), 112);
+    list.setTableHidden(false);
+    EXPECT_TRUE(list.table().isVisible());
+}
+
+TEST_F(SavedPointsListTest, displayText_lineBreaks_areBlanks) {
+    const SavedPointDelegate delegate;
+    EXPECT_EQ(delegate.displayText(QString("Desk\nleft - x 1, y 2"), QLocale::c()), "Desk left - x 1, y 2");
+}
+
+TEST_F(SavedPointsListTest, source_gone_showsNothing) {
+    load(2);
+    rows.reset();
+    EXPECT_EQ(text(0), "");
+    list.reload();
+    EXPECT_EQ(list.table().model()->rowCount(), 0);
+}
+
+}  // namespace
+}  // namespace vantrel::qt

@@ -1,0 +1,397 @@
+#include "Vantrel/Platform/Qt/SettingsWindow.hpp"
+
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QGroupBox>
+#include <QTest>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Vantrel/Platform/Qt/QtGuest.hpp"
+#include "Vantrel/Platform/Qt/SemanticColors.hpp"
+
+namespace vantrel::qt {
+namespace {
+
+using Calls = std::vector<std::string>;
+
+class Delegate final : public PreferencesWindowViewDelegate {
+  public:
+    void resetShortcut() override { calls.emplace_back("resetShortcut"); }
+    void modeChanged() override { calls.emplace_back("modeChanged"); }
+    void animationChanged() override { calls.emplace_back("animationChanged"); }
+    void soundChanged() override { calls.emplace_back("soundChanged"); }
+    void clearSavedPoints() override { calls.emplace_back("clearSavedPoints"); }
+    [[nodiscard]] std::size_t numberOfRows() const override { return rows; }
+    [[nodiscard]] std::optional<std::string> textForRow(std::int64_t row) const override {
+        return "Point " + std::to_string(row) + " - x 0, y 0";
+    }
+
+    Calls calls;
+    std::size_t rows = 0;
+};
+
+class Recorder final : public ShortcutRecorderButtonDelegate {
+  public:
+    void toggleRecording() override { calls.emplace_back("toggleRecording"); }
+    void viewWillMoveToWindow(bool hasWindow) override { calls.emplace_back(hasWindow ? "shown" : "hidden"); }
+
+    Calls calls;
+};
+
+constexpr const char* longestStatus =
+    "Ctrl + Option + Command + Right Arrow is unavailable, and Ctrl + Option + Command + Left Arrow could not be "
+    "restored. macOS returned -9878.";
+
+class SettingsWindowTest : public testing::Test {
+  protected:
+    SettingsWindowTest() { makeWindow(); }
+
+    void makeWindow() {
+        window.emplace();
+        window->setDelegate(delegate);
+        window->shortcutRecorderButton().setDelegate(recorder);
+        window->setTitles(PreferencesPopUp::mode, {"Automatic: displays", "Manual: saved points"});
+        window->setTitles(PreferencesPopUp::animation, {"Instant", "Glide"});
+        window->shortcutRecorderButton().setTitle("Hyper + D");
+        window->setShortcutStatus("Ready. With Raycast Hyper Key, use Caps Lock + D.", SemanticColor::secondaryLabel);
+        window->setSavedPointsSummary("No saved cursor points.");
+        window->setSavedPointsTableHidden(true);
+        window->setClearSavedPointsEnabled(false);
+    }
+
+    void show() {
+        window->showWindow();
+        QApplication::processEvents();
+        delegate->calls.clear();
+        recorder->calls.clear();
+    }
+
+    template <typename Widget>
+    Widget& withText(const std::string& text) {
+        for (Widget* const widget : window->template findChildren<Widget*>()) {
+            if (widget->text().toStdString() == text) {
+                return *widget;
+            }
+        }
+        throw std::runtime_error("no widget " + text);
+    }
+
+    QGroupBox& section(const std::string& title) {
+        for (QGroupBox* const box : window->findChildren<QGroupBox*>()) {
+            if (box->title().toStdString() == title) {
+                return *box;
+            }
+        }
+        throw std::runtime_error("no section " + title);
+    }
+
+    RecorderButton& recorderButton() { return static_cast<RecorderButton&>(window->shortcutRecorderButton()); }
+    QComboBox& popUp(int index) { return *window->findChildren<QComboBox*>().at(index); }
+    QLabel& status() { return *window->findChild<QLabel*>("shortcutStatus"); }
+
+    QRect inWindow(const QWidget& widget) const {
+        return {widget.mapTo(static_cast<const QWidget*>(&*window), QPoint(0, 0)), widget.size()};
+    }
+
+    std::string problem;
+    std::unique_ptr<QtGuest> guest = QtGuest::start("offscreen", problem);
+    std::shared_ptr<Delegate> delegate = std::make_shared<Delegate>();
+    std::shared_ptr<Recorder> recorder = std::make_shared<Recorder>();
+    std::optional<SettingsWindow> window;
+};
+
+TEST_F(SettingsWindowTest, window_fresh_hasTheLayoutsSize) {
+    EXPECT_EQ(window->windowTitle(), "Vantrel Settings");
+    EXPECT_EQ(window->width(), 560);
+    EXPECT_GE(window->height(), 560);
+    EXPECT_EQ(window->minimumSize(), window->maximumSize());
+    EXPECT_FALSE(window->isVisible());
+    const Qt::WindowFlags flags = window->windowFlags();
+    EXPECT_TRUE(flags.testFlag(Qt::WindowCloseButtonHint));
+    EXPECT_FALSE(flags.testFlag(Qt::WindowMinimizeButtonHint));
+    EXPECT_FALSE(flags.testFlag(Qt::WindowMaximizeButtonHint));
+}
+
+TEST_F(SettingsWindowTest, window_fresh_standsCentredOnADisplay) {
+    const QRect display = QGuiApplication::primaryScreen()->availableGeometry();
+    EXPECT_NEAR(window->geometry().center().x(), display.center().x(), 1);
+    EXPECT_NEAR(window->geometry().center().y(), display.center().y(), 1);
+}
+
+TEST_F(SettingsWindowTest, layout_shown_hasTheNumbers) {
+    show();
+    const QRect title = inWindow(withText<QLabel>("Vantrel"));
+    EXPECT_EQ(title.left(), 22);
+    EXPECT_EQ(title.top(), 20);
+    EXPECT_EQ(withText<QLabel>("Vantrel").font().pixelSize(), 20);
+    EXPECT_EQ(withText<QLabel>("Vantrel").font().weight(), QFont::DemiBold);
+
+    const QRect subtitle = inWindow(
+        withText<QLabel>("Tune the shortcut, cursor behavior, and saved points for quick Mac to Sidecar movement."));
+    EXPECT_EQ(subtitle.top() - (title.top() + title.height()), 4);
+
+    const QRect shortcut = inWindow(section("Shortcut"));
+    const QRect behavior = inWindow(section("Behavior"));
+    const QRect points = inWindow(section("Saved Points"));
+    EXPECT_EQ(shortcut.top() - (subtitle.top() + subtitle.height()), 16);
+    EXPECT_EQ(behavior.top() - (shortcut.top() + shortcut.height()), 16);
+    EXPECT_EQ(points.top() - (behavior.top() + behavior.height()), 16);
+    for (const QRect& box : {shortcut, behavior, points}) {
+        EXPECT_EQ(box.left(), 22);
+        EXPECT_EQ(box.width(), 560 - 2 * 22);
+    }
+    EXPECT_LE(points.top() + points.height(), window->height() - 22);
+}
+
+TEST_F(SettingsWindowTest, layout_shownSections_haveTheNumbers) {
+    show();
+    const QGroupBox& behavior = section("Behavior");
+    const QRect inside = behavior.contentsRect();
+    const QLabel& modeLabel = withText<QLabel>("Mode");
+    EXPECT_EQ(modeLabel.mapTo(&behavior, QPoint(0, 0)).x(), inside.left() + 14);
+    EXPECT_EQ(popUp(0).mapTo(&behavior, QPoint(0, 0)).y(), inside.top() + 14);
+    for (const char* const text : {"Primary", "Mode", "Animation", "Feedback"}) {
+        SCOPED_TRACE(text);
+        EXPECT_EQ(withText<QLabel>(text).width(), 92);
+    }
+    EXPECT_EQ(inWindow(popUp(0)).left() - inWindow(modeLabel).right() - 1, 12);
+    EXPECT_EQ(popUp(0).mapTo(&behavior, QPoint(popUp(0).width(), 0)).x(), inside.right() + 1 - 14);
+    EXPECT_EQ(inWindow(popUp(1)).top() - (inWindow(popUp(0)).top() + popUp(0).height()), 10);
+
+    EXPECT_EQ(recorderButton().width(), 190);
+    EXPECT_EQ(recorderButton().font().pixelSize(), 13);
+    EXPECT_EQ(recorderButton().font().weight(), QFont::Medium);
+    EXPECT_EQ(inWindow(withText<QPushButton>("Reset")).left() - inWindow(recorderButton()).right() - 1, 8);
+    EXPECT_EQ(inWindow(withText<QPushButton>("Reset")).center().y(), inWindow(recorderButton()).center().y());
+
+    const QRect clear = inWindow(withText<QPushButton>("Clear Saved Points"));
+    EXPECT_EQ(clear.left(), inWindow(section("Saved Points")).left() + inside.left() + 14);
+}
+
+TEST_F(SettingsWindowTest, layout_everyFontSize_cutsNothing) {
+    for (const double points : {6.0, 9.0, 11.0, 13.0, 18.0, 24.0}) {
+        for (const char* const title : {"Hyper + D", "Press shortcut...", "Ctrl + Option + Command + Right Arrow"}) {
+            SCOPED_TRACE(testing::Message() << points << " points, " << title);
+            QFont font = QApplication::font();
+            font.setPointSizeF(points);
+            QApplication::setFont(font);
+            makeWindow();
+            window->setShortcutStatus(longestStatus, SemanticColor::systemRed);
+            window->shortcutRecorderButton().setTitle(title);
+            show();
+            for (const QLabel* const label : window->findChildren<QLabel*>()) {
+                SCOPED_TRACE(label->text().toStdString());
+                const int neededHeight =
+                    label->wordWrap() ? label->heightForWidth(label->width()) : label->sizeHint().height();
+                EXPECT_GE(label->height(), neededHeight);
+                if (!label->wordWrap()) {
+                    EXPECT_GE(label->width(), label->sizeHint().width());
+                }
+            }
+            for (const QAbstractButton* const button : window->findChildren<QAbstractButton*>()) {
+                SCOPED_TRACE(button->text().toStdString());
+                EXPECT_GE(button->height(), button->sizeHint().height());
+                EXPECT_GE(button->width(), button->sizeHint().width());
+                EXPECT_LE(inWindow(*button).right(), window->width() - 22);
+            }
+            if (points <= 18) {
+                EXPECT_EQ(window->width(), 560);
+            }
+            const QRect last = inWindow(section("Saved Points"));
+            EXPECT_LE(last.bottom(), window->height() - 22);
+        }
+    }
+}
+
+TEST_F(SettingsWindowTest, recorder_longShortcut_isBrokenNotCut) {
+    window->shortcutRecorderButton().setTitle("Ctrl + Option + Command + Right Arrow");
+    show();
+    EXPECT_EQ(recorderButton().text(), "Ctrl + Option +\nCommand + Right Arrow");
+    EXPECT_EQ(recorderButton().width(), 190);
+    EXPECT_EQ(recorderButton().accessibleName(), "Ctrl + Option + Command + Right Arrow");
+}
+
+TEST_F(SettingsWindowTest, status_growsToThreeLines_windowGrowsAndDoesNotShrink) {
+    show();
+    const int before = window->height();
+    std::string text;
+    for (int count = 0; count < 6; ++count) {
+        text += longestStatus;
+    }
+    window->setShortcutStatus(text, SemanticColor::systemRed);
+    QApplication::processEvents();
+    const int grown = window->height();
+    EXPECT_GT(grown, before);
+    window->setShortcutStatus("Ready.", SemanticColor::secondaryLabel);
+    QApplication::processEvents();
+    EXPECT_EQ(window->height(), grown);
+}
+
+TEST_F(SettingsWindowTest, controls_used_reachTheDelegate) {
+    show();
+    window->setClearSavedPointsEnabled(true);
+    withText<QPushButton>("Reset").click();
+    QTest::keyClick(&popUp(0), Qt::Key_Down);
+    QTest::keyClick(&popUp(1), Qt::Key_Down);
+    withText<QCheckBox>("Play feedback sound").click();
+    withText<QPushButton>("Clear Saved Points").click();
+    EXPECT_EQ(delegate->calls,
+              (Calls{"resetShortcut", "modeChanged", "animationChanged", "soundChanged", "clearSavedPoints"}));
+    EXPECT_EQ(window->indexOfSelectedItem(PreferencesPopUp::mode), 1);
+    EXPECT_EQ(window->indexOfSelectedItem(PreferencesPopUp::animation), 1);
+    EXPECT_TRUE(window->isSoundChecked());
+    recorderButton().click();
+    EXPECT_EQ(recorder->calls, Calls{"toggleRecording"});
+}
+
+TEST_F(SettingsWindowTest, controls_setByTheController_areNoActions) {
+    show();
+    window->selectItem(PreferencesPopUp::mode, 1);
+    window->selectItem(PreferencesPopUp::animation, 1);
+    window->setSoundChecked(true);
+    window->setSoundChecked(false);
+    EXPECT_EQ(delegate->calls, Calls{});
+}
+
+TEST_F(SettingsWindowTest, controls_delegateGone_doNothing) {
+    show();
+    delegate.reset();
+    recorder.reset();
+    withText<QPushButton>("Reset").click();
+    withText<QCheckBox>("Play feedback sound").click();
+    recorderButton().click();
+}
+
+TEST_F(SettingsWindowTest, keys_enterAndSpace_pressButtons) {
+    show();
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+        QTest::keyClick(&withText<QPushButton>("Reset"), key);
+        QTest::keyClick(&recorderButton(), key);
+    }
+    EXPECT_EQ(delegate->calls, (Calls{"resetShortcut", "resetShortcut", "resetShortcut"}));
+    EXPECT_EQ(recorder->calls, (Calls{"toggleRecording", "toggleRecording", "toggleRecording"}));
+}
+
+TEST_F(SettingsWindowTest, keys_tab_goesFromTopToBottom) {
+    window->setClearSavedPointsEnabled(true);
+    window->setSavedPointsTableHidden(false);
+    show();
+    const std::vector<const QWidget*> order{&recorderButton(),
+                                            &withText<QPushButton>("Reset"),
+                                            &popUp(0),
+                                            &popUp(1),
+                                            &withText<QCheckBox>("Play feedback sound"),
+                                            window->findChild<QListView*>(),
+                                            &withText<QPushButton>("Clear Saved Points"),
+                                            &recorderButton()};
+    window->activateWindow();
+    for (const QWidget* const expected : order) {
+        EXPECT_EQ(QApplication::focusWidget(), expected);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+}
+
+TEST_F(SettingsWindowTest, keys_escape_closesFromEveryControl) {
+    window->setSavedPointsTableHidden(false);
+    for (QWidget* const control :
+         std::initializer_list<QWidget*>{&recorderButton(), &popUp(0), &withText<QCheckBox>("Play feedback sound"),
+                                         window->findChild<QListView*>()}) {
+        show();
+        QTest::keyClick(control, Qt::Key_Escape);
+        EXPECT_FALSE(window->isVisible());
+    }
+}
+
+TEST_F(SettingsWindowTest, close_any_hidesAndComesBackAsItWas) {
+    show();
+    window->selectItem(PreferencesPopUp::mode, 1);
+    const QPoint place = window->pos();
+    window->close();
+    EXPECT_EQ(recorder->calls, Calls{"hidden"});
+    window->showWindow();
+    window->makeKeyAndOrderFront();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(window->pos(), place);
+    EXPECT_EQ(window->indexOfSelectedItem(PreferencesPopUp::mode), 1);
+    EXPECT_EQ(recorder->calls, (Calls{"hidden", "shown"}));
+}
+
+TEST_F(SettingsWindowTest, savedPoints_noneAndSome_changeWhatIsShown) {
+    show();
+    EXPECT_TRUE(withText<QLabel>("No saved points yet.").isVisible());
+    EXPECT_FALSE(window->findChild<QListView*>()->isVisible());
+    EXPECT_FALSE(withText<QPushButton>("Clear Saved Points").isEnabled());
+    delegate->rows = 3;
+    window->setSavedPointsSummary("3 saved cursor points.");
+    window->setSavedPointsEmptyLabelHidden(true);
+    window->setSavedPointsTableHidden(false);
+    window->setClearSavedPointsEnabled(true);
+    window->reloadSavedPoints();
+    EXPECT_FALSE(withText<QLabel>("No saved points yet.").isVisible());
+    EXPECT_TRUE(withText<QLabel>("3 saved cursor points.").isVisible());
+    EXPECT_EQ(window->findChild<QListView*>()->model()->rowCount(), 3);
+}
+
+TEST_F(SettingsWindowTest, colors_themeChanges_stayReadable) {
+    show();
+    window->setShortcutStatus("Refused.", SemanticColor::systemRed);
+    for (const auto& [text, background] :
+         {std::pair{QColor(Qt::black), QColor(239, 239, 239)}, std::pair{QColor(238, 238, 236), QColor(40, 40, 40)}}) {
+        QPalette palette;
+        palette.setColor(QPalette::WindowText, text);
+        palette.setColor(QPalette::Window, background);
+        QApplication::setPalette(palette);
+        QApplication::processEvents();
+        for (const QLabel* const label : window->findChildren<QLabel*>()) {
+            SCOPED_TRACE(label->text().toStdString());
+            EXPECT_GE(contrastRatio(label->palette().color(QPalette::WindowText), background), 4.5);
+        }
+        const QColor red = status().palette().color(QPalette::WindowText);
+        EXPECT_GT(red.red(), red.green() + 60);
+    }
+}
+
+QString nameOf(QObject* object) {
+    return QAccessible::queryAccessibleInterface(object)->text(QAccessible::Name);
+}
+
+QAccessible::Role roleOf(QObject* object) {
+    return QAccessible::queryAccessibleInterface(object)->role();
+}
+
+TEST_F(SettingsWindowTest, accessibility_controls_haveNamesAndRoles) {
+    show();
+    EXPECT_EQ(nameOf(&*window), "Vantrel Settings");
+    EXPECT_EQ(nameOf(&recorderButton()), "Hyper + D");
+    EXPECT_EQ(roleOf(&recorderButton()), QAccessible::Button);
+    EXPECT_EQ(nameOf(&withText<QPushButton>("Reset")), "Reset");
+    EXPECT_EQ(roleOf(&popUp(0)), QAccessible::ComboBox);
+    EXPECT_EQ(nameOf(&withText<QCheckBox>("Play feedback sound")), "Play feedback sound");
+    EXPECT_EQ(roleOf(&withText<QCheckBox>("Play feedback sound")), QAccessible::CheckBox);
+    EXPECT_EQ(nameOf(window->findChild<QListView*>()), "Saved Points");
+    EXPECT_EQ(nameOf(&status()), "Ready. With Raycast Hyper Key, use Caps Lock + D.");
+    EXPECT_EQ(roleOf(&status()), QAccessible::Notification);
+}
+
+TEST_F(SettingsWindowTest, accessibility_formLabels_nameTheirControls) {
+    show();
+    const std::vector<std::pair<const char*, QWidget*>> rows{{"Primary", &recorderButton()},
+                                                             {"Mode", &popUp(0)},
+                                                             {"Animation", &popUp(1)},
+                                                             {"Feedback", &withText<QCheckBox>("Play feedback sound")}};
+    for (const auto& [text, control] : rows) {
+        SCOPED_TRACE(text);
+        bool isTied = false;
+        for (const auto& [other, relation] : QAccessible::queryAccessibleInterface(control)->relations()) {
+            isTied = isTied || (other->object() == &withText<QLabel>(text) && relation.testFlag(QAccessible::Label));
+        }
+        EXPECT_TRUE(isTied);
+    }
+}
+
+}  // namespace
+}  // namespace vantrel::qt
