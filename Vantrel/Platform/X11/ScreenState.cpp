@@ -143,16 +143,10 @@ void ScreenState::notePress(const xcb_key_press_event_t& press) {
     const std::uint32_t sequence = reinterpret_cast<const xcb_generic_event_t&>(press).full_sequence;
     const bool isSinceLastWarp = static_cast<std::int32_t>(sequence - lastWarp_) >= 0;
     if (press.same_screen != 0 && isSinceLastWarp) {
-        pressPointer_ = RootPosition{press.root_x, press.root_y};
+        pointer_ = RootPosition{press.root_x, press.root_y};
+        pointerIsFresh_ = true;
     } else {
-        pressPointer_.reset();
-    }
-}
-
-void ScreenState::beginTurn() {
-    pointerIsFresh_ = pressPointer_.has_value();
-    if (pressPointer_) {
-        pointer_ = std::exchange(pressPointer_, std::nullopt);
+        pointerIsFresh_ = false;
     }
 }
 

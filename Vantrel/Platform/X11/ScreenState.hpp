@@ -30,12 +30,12 @@ class ScreenState final : public X11EventListener {
     /// Moves the pointer to a point of the global display space. A fraction is rounded down.
     void warpPointer(CGPoint position);
 
-    /// Takes the pointer from a key press, for what the press sets off in the next turn of the loop. Does nothing when
-    /// the press happened before this client's last warp took effect.
+    /// Takes the pointer from a key press, for what the press sets off before the loop looks for new events. Does
+    /// nothing when the press happened before this client's last warp took effect.
     void notePress(const xcb_key_press_event_t& press);
 
-    /// What was read of the pointer in an earlier turn of the loop no longer counts, but for a press of the last turn.
-    void beginTurn();
+    /// The loop looks for new events, and may sleep until they come: what is known of the pointer no longer counts.
+    void beginTurn() { pointerIsFresh_ = false; }
 
     /// Whether the layout changed since it was last read.
     [[nodiscard]] bool layoutIsStale() const { return layoutIsStale_; }
@@ -62,7 +62,6 @@ class ScreenState final : public X11EventListener {
     bool isInsideWayland_ = false;
     bool pointerIsFresh_ = false;
     std::optional<RootPosition> pointer_;
-    std::optional<RootPosition> pressPointer_;
     std::uint32_t lastWarp_ = 0;  ///< the sequence number of the request
 };
 
