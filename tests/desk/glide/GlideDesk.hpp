@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <ostream>
 #include <vector>
 
 #include "tests/desk/support/Desk.hpp"
@@ -16,6 +17,10 @@ struct GlideLayout {
     MainRect second;
     GlideTarget centre;  ///< the second display's, where a first jump goes
 };
+
+inline std::ostream& operator<<(std::ostream& out, const GlideLayout& layout) {
+    return out << layout.name;
+}
 
 /// The second display on the right, in whole pixels.
 inline constexpr GlideLayout toTheRight{
