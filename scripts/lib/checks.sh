@@ -26,18 +26,6 @@ replay_corpora() {
     done
 }
 
-# Every file that the directory's compile database names and that is the program's or the desk's own.
-check_tidy() {
-    local directory=$1
-    run-clang-tidy -quiet -j "$(nproc)" -p "$directory" \
-        "^$repository_root/(VantrelCore|Vantrel|tests/desk/support)/.*\.cpp$" \
-        >"$directory/clang-tidy.log" 2>&1 || {
-        grep -E 'warning:|error:' "$directory/clang-tidy.log" | sort -u >&2
-        return 1
-    }
-    say "$(grep -c '^clang-tidy' "$directory/clang-tidy.log") files"
-}
-
 run_tests() {
     ctest --test-dir "$1" --output-on-failure --parallel "$(nproc)"
 }
