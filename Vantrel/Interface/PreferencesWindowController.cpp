@@ -16,6 +16,7 @@ constexpr const auto& animations = allAnimationStyles;
 template <typename Values>
 std::vector<std::string> titles(const Values& values) {
     std::vector<std::string> result;
+    result.reserve(values.size());
     for (const auto value : values) {
         result.emplace_back(title(value));
     }

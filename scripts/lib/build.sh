@@ -26,6 +26,7 @@ show_progress() {
     if [[ -t 1 ]]; then
         cat
     else
-        awk '/^\[[0-9]+\/[0-9]+\] / { last = $0; next } { print } END { if (last != "") print last }'
+        awk '/^\[[0-9]+\/[0-9]+\] / { last = $0; next } /^[0-9]+ warnings? generated\.$/ { next } { print }
+            END { if (last != "") print last }'
     fi
 }

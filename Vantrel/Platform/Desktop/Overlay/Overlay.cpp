@@ -3,7 +3,7 @@
 #include <poll.h>
 
 #include <algorithm>
-#include <cstdlib>
+#include <charconv>
 #include <iterator>
 #include <string>
 #include <utility>
@@ -14,11 +14,18 @@ namespace vantrel::overlay {
 
 namespace {
 
+/// The number, or 0 when the text is none. Needs no locale.
+double numberFromText(const std::string& text) {
+    double number = 0;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number;
+}
+
 /// The font that the message names in two fields from `first` on.
 Font fontFromFields(const std::vector<std::string>& fields, std::size_t first) {
     Font font{.points = 12, .isSemibold = true};
     if (first + 1 < fields.size()) {
-        font = {.points = std::clamp(std::atof(fields[first].c_str()), 6.0, 72.0),
+        font = {.points = std::clamp(numberFromText(fields[first]), 6.0, 72.0),
                 .isSemibold = fields[first + 1] == "semibold"};
     }
     return font;

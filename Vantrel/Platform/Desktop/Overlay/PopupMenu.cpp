@@ -102,7 +102,8 @@ void PopupMenu::drawRow(cairo_t* context, std::size_t row) const {
     const int height = layout_.rowHeight(row);
     if (item.isSeparator) {
         setColor(context, rimColor);
-        cairo_rectangle(context, 1, top + height / 2, bounds_.width - 2, 1);
+        const int middle = top + height / 2;
+        cairo_rectangle(context, 1, middle, bounds_.width - 2, 1);
         cairo_fill(context);
         return;
     }

@@ -55,7 +55,10 @@ PopupWindow::PopupWindow(const Screen& screen, const std::string& title, const s
         XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP,
         values);
     setText(screen, window_, screen.atom("_NET_WM_NAME"), screen.atom("UTF8_STRING"), title);
-    setText(screen, window_, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, std::string("vantrel-overlay\0Vantrel", 24));
+    // The instance's name and the class's, each with its NUL.
+    constexpr char instanceAndClass[] = "vantrel-overlay\0Vantrel";
+    setText(screen, window_, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING,
+            std::string(instanceAndClass, sizeof instanceAndClass));
     const xcb_atom_t typeAtom = screen.atom(type);
     xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window_, screen.atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM,
                         32, 1, &typeAtom);

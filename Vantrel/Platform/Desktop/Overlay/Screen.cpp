@@ -3,6 +3,7 @@
 #include <xcb/randr.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
@@ -25,8 +26,13 @@ double readDotsPerInch(xcb_connection_t* connection, xcb_window_t root) {
     const std::string resources(static_cast<const char*>(xcb_get_property_value(property.get())),
                                 static_cast<std::size_t>(xcb_get_property_value_length(property.get())));
     constexpr std::string_view name = "Xft.dpi:";
-    const auto start = resources.find(name);
-    const double value = start == std::string::npos ? 0 : std::atof(resources.c_str() + start + name.size());
+    const auto found = resources.find(name);
+    if (found == std::string::npos) {
+        return usualDotsPerInch;
+    }
+    const auto start = std::min(resources.find_first_not_of(" \t", found + name.size()), resources.size());
+    double value = 0;
+    std::from_chars(resources.data() + start, resources.data() + resources.size(), value);
     return value >= 24 && value <= 1000 ? value : usualDotsPerInch;
 }
 

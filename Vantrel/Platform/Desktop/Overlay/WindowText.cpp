@@ -74,9 +74,11 @@ int paintWindowText(const Screen& screen, const Typesetter& typesetter, xcb_wind
         cairo_set_operator(context.get(), CAIRO_OPERATOR_SOURCE);
         cairo_paint(context.get());
         cairo_set_operator(context.get(), CAIRO_OPERATOR_OVER);
-        drawIcon(context.get(), iconSize, 0, (height - iconSize) / 2);
+        const int iconTop = (height - iconSize) / 2;
+        drawIcon(context.get(), iconSize, 0, iconTop);
         setColor(context.get(), textColor);
-        line.draw(context.get(), iconSize + gap, (height - size.height) / 2);
+        const int lineTop = (height - size.height) / 2;
+        line.draw(context.get(), iconSize + gap, lineTop);
         cairo_surface_finish(surface.get());
     }
     xcb_change_window_attributes(connection, window, XCB_CW_BACK_PIXMAP, &pixmap);
