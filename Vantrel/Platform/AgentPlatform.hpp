@@ -8,6 +8,7 @@
 #include "Vantrel/Platform/Desktop/GLibURLParser.hpp"
 #include "Vantrel/Platform/Desktop/NullSoundPlayer.hpp"
 #include "Vantrel/Platform/Desktop/RandomUUIDGenerator.hpp"
+#include "Vantrel/Platform/Desktop/RestingMemory/RestingMemory.hpp"
 #include "Vantrel/Platform/Desktop/SQLiteUserDefaults.hpp"
 #include "Vantrel/Platform/Desktop/Settings/SettingsModuleLoader.hpp"
 #include "Vantrel/Platform/Desktop/StatusItem/DesktopStatusBar.hpp"
@@ -42,6 +43,7 @@ class AgentPlatform {
     desktop::GLibURLParser urls_;
     desktop::SettingsModuleLoader preferencesWindowViews_{"xcb"};
     desktop::DesktopApplication application_;
+    desktop::RestingMemory restingMemory_;
 };
 
 }  // namespace vantrel

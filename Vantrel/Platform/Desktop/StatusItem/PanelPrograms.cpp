@@ -1,7 +1,8 @@
 #include "Vantrel/Platform/Desktop/StatusItem/PanelPrograms.hpp"
 
+#include "Vantrel/Platform/Desktop/StatusItem/GLibHandles.hpp"
+
 #include <array>
-#include <fstream>
 #include <utility>
 
 namespace vantrel::desktop {
@@ -33,10 +34,15 @@ PanelProgram panelProgram(std::string_view processName) {
 }
 
 std::string processName(std::uint32_t process) {
-    std::ifstream file("/proc/" + std::to_string(process) + "/comm");
-    std::string name;
-    std::getline(file, name);
-    return name;
+    // Not by a stream: those bring the library's locales along, a megabyte in the resting agent.
+    const std::string path = "/proc/" + std::to_string(process) + "/comm";
+    gchar* rawText = nullptr;
+    if (!g_file_get_contents(path.c_str(), &rawText, nullptr, nullptr)) {
+        return {};
+    }
+    const GCharPointer text(rawText);
+    const std::string name = text.get();
+    return name.substr(0, name.find('\n'));
 }
 
 }  // namespace vantrel::desktop
