@@ -1,0 +1,75 @@
+// The installed program, with a prefix that nobody knows: found by the desktop's own means.
+#include <gtest/gtest.h>
+
+#include "tests/desk/support/Desk.hpp"
+
+namespace vantrel::desk {
+namespace {
+
+constexpr MainPoint start{.x = 700, .y = 500};
+constexpr MainPoint secondCentre{.x = -512, .y = 484};
+
+/// A desk whose session bus and data directories know the installed files.
+class Installed : public testing::Test {
+  protected:
+    Installed() {
+        desk.environment().set("XDG_DATA_DIRS", VANTREL_PREFIX "/share:/usr/share");
+        const auto socket = (desk.home().path() / "session-bus").native();
+        desk.environment().set("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + socket);
+        ChildProcessOptions options;
+        options.arguments = {"dbus-daemon", "--session", "--nofork", "--nopidfile", "--address=unix:path=" + socket};
+        options.environment = desk.environment();
+        bus = std::make_unique<ChildProcess>(options);
+        if (!waitUntil([&] { return std::filesystem::exists(socket); })) {
+            throw std::runtime_error("no session bus");
+        }
+        desk.pointer().moveTo(start);
+    }
+
+    std::unique_ptr<ChildProcess> startInstalledProgram() {
+        ChildProcessOptions options;
+        options.arguments = {VANTREL_PREFIX "/bin/vantrel"};
+        options.environment = desk.environment();
+        return std::make_unique<ChildProcess>(options);
+    }
+
+    Desk desk{{.hasSessionBus = false, .hasWindowManager = false}};
+    std::unique_ptr<ChildProcess> bus;
+};
+
+TEST_F(Installed, press_hyperD_carriesThePointer) {
+    const auto agent = startInstalledProgram();
+    ASSERT_TRUE(desk.waitForHotKey(hyper(keys::s)));
+    desk.keyboard().type(hyper(keys::d));
+    EXPECT_TRUE(desk.pointer().waitFor(secondCentre));
+    EXPECT_EQ(agent->end().code, 0);
+}
+
+TEST_F(Installed, openOnTheBus_noAgent_startsItAndIsObeyed) {
+    runProgram({"gdbus", "call", "--session", "--dest", "org.vantrel.Vantrel", "--object-path", "/org/vantrel/Vantrel",
+                "--method", "org.freedesktop.Application.Open", "['vantrel://next']", "{}"},
+               desk.environment());
+    EXPECT_TRUE(desk.pointer().waitFor(secondCentre));
+    EXPECT_TRUE(desk.waitForHotKey(hyper(keys::s)));
+}
+
+TEST_F(Installed, xdgOpen_agentRuns_isObeyed) {
+    // What a package manager does after it has installed a desktop file.
+    runProgram({"update-desktop-database", VANTREL_PREFIX "/share/applications"}, desk.environment());
+    const auto agent = startInstalledProgram();
+    ASSERT_TRUE(desk.waitForHotKey(hyper(keys::s)));
+    runProgram({"xdg-open", "vantrel://next"}, desk.environment());
+    EXPECT_TRUE(desk.pointer().waitFor(secondCentre));
+    EXPECT_TRUE(agent->isRunning());
+}
+
+TEST_F(Installed, capsLockHyper_installedScript_pressesTheHotKey) {
+    const auto agent = startInstalledProgram();
+    ASSERT_TRUE(desk.waitForHotKey(hyper(keys::s)));
+    runProgram({VANTREL_PREFIX "/share/vantrel/caps-lock-hyper"}, desk.environment());
+    desk.keyboard().type({keys::capsLock, keys::d});
+    EXPECT_TRUE(desk.pointer().waitFor(secondCentre));
+}
+
+}  // namespace
+}  // namespace vantrel::desk
