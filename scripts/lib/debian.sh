@@ -39,9 +39,10 @@ build_packages() {
     local output=$1 version=$2 work=$package_directory/work
     rm -rf "$work" "$output"
     mkdir -p "$output"
-    export_source "$work/vantrel-$version" "$version"
+    # A name without the version, so that the compiler cache knows the files again.
+    export_source "$work/vantrel" "$version"
     (
-        cd "$work/vantrel-$version"
+        cd "$work/vantrel"
         # The compiler cache is found like any compiler; debhelper gives the build a home of its own.
         [[ ! -d /usr/lib/ccache ]] || PATH=/usr/lib/ccache:$PATH
         CCACHE_DIR=${CCACHE_DIR-$HOME/.cache/ccache} DEB_BUILD_OPTIONS=terse dpkg-buildpackage --build=binary --no-sign
@@ -50,7 +51,7 @@ build_packages() {
         return 1
     }
     mv "$work"/*.deb "$work"/*.changes "$work"/*.buildinfo "$output"
-    rm -rf "$work/vantrel-$version"
+    rm -rf "$work/vantrel"
 }
 
 # check_packages DIRECTORY: fails on anything that lintian has to say, remarks about style excepted. The packages are

@@ -111,10 +111,18 @@ settings_sum() {
     in_root sha256sum /home/person/.config/vantrel/defaults.sqlite3
 }
 
+# The package's file in a directory below build/package, as the clean root sees it.
+file_of() {
+    local file
+    for file in "$package_directory/$1/$2"_*.deb; do
+        printf '/packages/%s' "${file#"$package_directory/"}"
+    done
+}
+
 try_install() {
     step 'Installing'
     apt_in_root update
-    apt_in_root install /packages/deb/vantrel_*.deb
+    apt_in_root install "$(file_of deb vantrel)"
     expect 'vantrel is installed' in_root dpkg-query -W vantrel
     expect_not 'it needs no Qt' has_qt
     expect 'it starts and says its version' in_root vantrel --version
@@ -149,14 +157,15 @@ try_in_session() {
 
 try_upgrade() {
     step 'Upgrading, with the settings window'
-    apt_in_root install /packages/next/deb/vantrel_*.deb /packages/next/deb/vantrel-settings_*.deb
+    apt_in_root install "$(file_of next/deb vantrel)" "$(file_of next/deb vantrel-settings)"
     expect 'the next version is there' in_root dpkg-query -W vantrel vantrel-settings
     to_first_display
     expect 'the agent that runs goes on' wait_until pressing_reaches_second
     end_agent
     to_first_display
-    in_session xdg-open vantrel://next
-    expect 'the next version starts' wait_until pointer_is_on_second
+    # Where no agent runs it becomes one, and xdg-open waits for it.
+    in_session xdg-open vantrel://next &
+    expect 'xdg-open starts the next version, which obeys it' wait_until pointer_is_on_second
     end_agent
 }
 
