@@ -90,8 +90,8 @@ bool ItemProcess::waitForVisible(bool isVisible) {
     return waitUntil([&] { return this->isVisible() == isVisible; });
 }
 
-long ItemProcess::privateMemory() const {
-    std::ifstream file("/proc/" + std::to_string(processId()) + "/smaps_rollup");
+long privateMemory(pid_t process) {
+    std::ifstream file("/proc/" + std::to_string(process) + "/smaps_rollup");
     for (std::string word; file >> word;) {
         if (word == "Private_Dirty:") {
             long size = 0;
@@ -102,8 +102,8 @@ long ItemProcess::privateMemory() const {
     throw std::runtime_error("the process's memory cannot be read");
 }
 
-std::optional<pid_t> ItemProcess::overlay() const {
-    const std::string self = std::to_string(processId());
+std::optional<pid_t> overlayOf(pid_t process) {
+    const std::string self = std::to_string(process);
     std::ifstream file("/proc/" + self + "/task/" + self + "/children");
     pid_t child = 0;
     while (file >> child) {

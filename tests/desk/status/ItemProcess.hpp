@@ -9,6 +9,12 @@
 
 namespace vantrel::desk {
 
+/// The process that draws on the screen for that process; none while there is none.
+std::optional<pid_t> overlayOf(pid_t process);
+
+/// Memory that the process alone has written to, in KiB.
+long privateMemory(pid_t process);
+
 /// A process with nothing but a status item (StatusItemProbe.cpp), told what to do line by line.
 class ItemProcess {
   public:
@@ -31,14 +37,14 @@ class ItemProcess {
     bool waitForVisible(bool isVisible);
 
     /// Memory that the process alone has written to, in KiB.
-    [[nodiscard]] long privateMemory() const;
+    [[nodiscard]] long privateMemory() const { return desk::privateMemory(processId()); }
 
     [[nodiscard]] pid_t processId() const { return process_->processId(); }
     [[nodiscard]] bool isRunning() { return process_->isRunning(); }
     ExitStatus end() { return process_->end(); }
 
     /// The process that draws on the screen for the item; none while there is none.
-    [[nodiscard]] std::optional<pid_t> overlay() const;
+    [[nodiscard]] std::optional<pid_t> overlay() const { return overlayOf(processId()); }
 
   private:
     void receive();

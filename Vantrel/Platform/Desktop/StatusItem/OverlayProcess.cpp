@@ -17,7 +17,7 @@ namespace vantrel::desktop {
 namespace {
 
 constexpr int childSocket = 3;
-constexpr guint lingeringTime = 10;  // seconds
+constexpr guint lingeringTime = 5;  // seconds
 
 std::string overlayProgram() {
     std::error_code error;
