@@ -90,15 +90,21 @@ TEST(GlideInterruption, targetUnplugged_inMidGlide_endsTheGlideOnWhatIsLeft) {
 class GlideEnd : public testing::TestWithParam<int> {};
 
 TEST_P(GlideEnd, signal_inMidGlide_leavesThePointerOnItsWay) {
-    GlideDesk glide;
-    glide.stopInMidGlide();
-    glide.agent().sendSignal(GetParam());
-    glide.goOn();
-    EXPECT_EQ(glide.agent().waitForExit(), (ExitStatus{.code = 0, .signal = std::nullopt}));
-    EXPECT_EQ(glide.agent().standardError(), "");
-    const int passed = glide.ticksPassed();
-    EXPECT_TRUE(passed > 0 && passed < glideTicks) << passed << " ticks";
-    EXPECT_TRUE(glide.desk().pointer().staysAt(glide.trace().path().back()));
+    // A signal is handled when its turn comes; on a busy machine the glide may have ended by then.
+    constexpr int attempts = 10;
+    int passed = glideTicks;
+    for (int attempt = 0; attempt < attempts && passed == glideTicks; ++attempt) {
+        GlideDesk glide;
+        glide.stopInMidGlide();
+        glide.agent().sendSignal(GetParam());
+        glide.goOn();
+        EXPECT_EQ(glide.agent().waitForExit(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+        EXPECT_EQ(glide.agent().standardError(), "");
+        EXPECT_TRUE(glide.desk().pointer().staysAt(glide.trace().path().back()));
+        passed = glide.ticksPassed();
+        ASSERT_GT(passed, 0) << "the pointer left the curve";
+    }
+    EXPECT_LT(passed, glideTicks) << "no glide was ended on its way";
 }
 
 INSTANTIATE_TEST_SUITE_P(Signals, GlideEnd, testing::Values(SIGTERM, SIGINT, SIGHUP));
