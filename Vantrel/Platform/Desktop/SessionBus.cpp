@@ -47,6 +47,9 @@ void SessionBus::finish(GObject* /*source*/, GAsyncResult* result, gpointer data
     auto& self = *static_cast<SessionBus*>(data);
     // GLib would end the process when the bus does (SIGTERM, seen on GLib 2.74).
     g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
+    if (g_dbus_connection_is_closed(bus.get()) != FALSE) {
+        return;  // gone again before it was told
+    }
     self.bus_ = std::move(bus);
     self.connected_(self.bus_.get());
 }

@@ -8,11 +8,14 @@ namespace vantrel::desk {
 SessionBus::SessionBus() : directory_("bus") {
     const auto socket = (directory_.path() / "socket").native();
     const auto configuration = directory_.path() / "bus.conf";
+    std::filesystem::create_directory(servicesDirectory());
     std::ofstream(configuration) << R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
 <busconfig>
   <type>session</type>
   <listen>unix:path=)" << socket << R"(</listen>
+  <servicedir>)" << servicesDirectory().native()
+                                 << R"(</servicedir>
   <auth>EXTERNAL</auth>
   <policy context="default">
     <allow send_destination="*" eavesdrop="true"/>
@@ -34,6 +37,11 @@ SessionBus::SessionBus() : directory_("bus") {
     if (!isUp || !process_->isRunning()) {
         throw std::runtime_error("no private session bus (dbus-daemon) could be started");
     }
+}
+
+void SessionBus::offerService(const std::string& name, const std::string& program) const {
+    std::ofstream(servicesDirectory() / (name + ".service"))
+        << "[D-BUS Service]\nName=" << name << "\nExec=" << program << '\n';
 }
 
 }  // namespace vantrel::desk

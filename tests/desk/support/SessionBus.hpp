@@ -1,5 +1,7 @@
 #pragma once
 
+#include <csignal>
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -8,7 +10,7 @@
 
 namespace vantrel::desk {
 
-/// A session bus of its own, without services to start.
+/// A session bus of its own, without services to start unless a test offers some.
 class SessionBus {
   public:
     /// Starts the bus and waits until it accepts clients; throws when it does not.
@@ -17,10 +19,20 @@ class SessionBus {
     /// What goes into DBUS_SESSION_BUS_ADDRESS.
     [[nodiscard]] const std::string& address() const { return address_; }
 
+    /// Lets the bus start the program for those who call the name. What it is started with is told to the bus by
+    /// UpdateActivationEnvironment.
+    void offerService(const std::string& name, const std::string& program) const;
+
+    /// Keeps the bus from answering anybody, until thaw().
+    void freeze() { process_->sendSignal(SIGSTOP); }
+    void thaw() { process_->sendSignal(SIGCONT); }
+
     /// Takes the bus away from its clients.
     void stop() { process_->end(); }
 
   private:
+    [[nodiscard]] std::filesystem::path servicesDirectory() const { return directory_.path() / "services"; }
+
     TemporaryDirectory directory_;
     std::unique_ptr<ChildProcess> process_;
     std::string address_;

@@ -3,14 +3,13 @@
 // ends it by hanging up.
 
 #include <cstdlib>
-#include <iostream>
 
 #include "Vantrel/Platform/Desktop/Overlay/Overlay.hpp"
 
 int main() {
     auto screen = vantrel::overlay::Screen::connect();
     if (!screen) {
-        std::cerr << "vantrel-overlay: no display\n";
+        // In silence: the agent, which has the same display, says so itself.
         return EXIT_FAILURE;
     }
     vantrel::overlay::Overlay(std::move(screen)).run();
