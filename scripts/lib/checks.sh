@@ -6,7 +6,7 @@ own_sources() {
 
 check_style() {
     own_sources | xargs clang-format --dry-run --Werror
-    shellcheck .ci/run scripts/make-demo scripts/plot-glide scripts/run scripts/test
+    shellcheck .ci/run scripts/bench scripts/lint scripts/make-demo scripts/plot-glide scripts/run scripts/test
     say "$(own_sources | wc -l) files"
 }
 
