@@ -48,6 +48,7 @@ END
     # Without access control, because the agent runs as another person.
     /usr/lib/xorg/Xorg -displayfd 3 -config "$configuration" -logfile "$package_directory/xorg.log" \
         -seat vantrel-private -noreset -nolisten tcp -ac 3>"$number" 2>/dev/null &
+    desk_process=$!
     wait_until test -s "$number" || die 'no private X server'
     DISPLAY=:$(<"$number")
     export DISPLAY
@@ -169,6 +170,78 @@ try_upgrade() {
     end_agent
 }
 
+# A systemd for the person, as a login starts it; it looks for systemd as process 1 and wants a control group.
+start_user_systemd() {
+    mkdir -p "$clean_root/run/systemd/system" "$clean_root/run/user/1000" "$clean_root/sys/fs/cgroup"
+    mount -t cgroup2 cgroup2 "$clean_root/sys/fs/cgroup"
+    control_group=$(mktemp -d "$clean_root/sys/fs/cgroup/vantrel-trial.XXXXXX")
+    chown -R 1000:1000 "$clean_root/run/user/1000" "$control_group"
+    # A desktop's own target, which brings the one that the unit belongs to.
+    mkdir -p "$clean_root/home/person/.config/systemd/user"
+    printf '[Unit]\nBindsTo=graphical-session.target\nBefore=graphical-session.target\n' \
+        >"$clean_root/home/person/.config/systemd/user/desktop-session.target"
+    chown -R 1000:1000 "$clean_root/home/person/.config"
+    (
+        echo "$BASHPID" >"$control_group/cgroup.procs"
+        in_login /lib/systemd/systemd --user
+    ) >"$package_directory/systemd.log" 2>&1 &
+    user_systemd=$!
+    wait_until test -S "$clean_root/run/user/1000/systemd/private" || die 'no systemd for the person'
+}
+
+end_user_systemd() {
+    in_login systemctl --user exit
+    wait "$user_systemd" || true
+    find "$control_group" -depth -type d -exec rmdir {} +
+}
+
+in_login() {
+    as_person XDG_RUNTIME_DIR=/run/user/1000 "$@"
+}
+
+agent_is_another_than() {
+    agent_runs && [[ $(agent_process) != "$1" ]]
+}
+
+unit_property() {
+    in_login systemctl --user show --value --property "$1" vantrel
+}
+
+unit_has_failed() {
+    [[ $(unit_property ActiveState) == failed ]]
+}
+
+try_login() {
+    local process
+    step 'Starting it at login'
+    apt_in_root install systemd
+    start_user_systemd
+    in_login systemctl --user set-environment "DISPLAY=$DISPLAY"
+    in_login systemctl --user start desktop-session.target
+    expect_not 'it does not start unasked' agent_runs
+    in_login systemctl --user enable --now vantrel 2>/dev/null
+    expect 'enabled, it runs' wait_until agent_runs
+    in_login systemctl --user stop graphical-session.target
+    expect 'the end of the session ends it' wait_until agent_is_gone
+    in_login systemctl --user start desktop-session.target
+    expect 'the next session starts it' wait_until agent_runs
+    to_first_display
+    expect 'with its hot keys' wait_until pressing_reaches_second
+    process=$(agent_process)
+    kill -SEGV "$process"
+    expect 'after a crash it comes back' wait_until agent_is_another_than "$process"
+    to_first_display
+    expect 'with its hot keys' wait_until pressing_reaches_second
+    kill "$desk_process"
+    expect 'without the X server it ends' wait_until unit_has_failed
+    # Longer than the unit's own pause before a restart.
+    sleep 3
+    expect_not 'and stays away' agent_runs
+    expect 'having been started again only after the crash' test "$(unit_property NRestarts)" = 1
+    in_login systemctl --user disable vantrel 2>/dev/null
+    end_user_systemd
+}
+
 try_removal() {
     local before
     step 'Removing and purging'
@@ -189,5 +262,6 @@ try_packages() {
     try_install
     try_in_session
     try_upgrade
+    try_login
     try_removal
 }
