@@ -73,10 +73,8 @@ void GLibMainQueue::asyncAfter(Seconds delay, std::shared_ptr<DispatchWorkItem> 
     GSource* const source = makeDelaySource();
     g_source_set_static_name(source, "delayed work");
     g_source_set_ready_time(source, readyTimeAfter(delay));
-    item->setCancellationHandler([handle = std::shared_ptr<GSource>(source, SourceDestroyer())] {
-        // Destroyed here rather than with the handler: the item may be kept long after it was cancelled.
-        g_source_destroy(handle.get());
-    });
+    item->setCancellationHandler(
+        [handle = std::shared_ptr<GSource>(source, &g_source_unref)] { g_source_destroy(handle.get()); });
     g_source_set_callback(source, &performItem, std::make_unique<WorkItem>(std::move(item)).release(), &releaseItem);
     g_source_attach(source, context_.get());
 }

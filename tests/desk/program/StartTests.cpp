@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <filesystem>
 #include <optional>
+#include <string>
 
 #include "tests/desk/program/ProgramRun.hpp"
 #include "tests/desk/support/Desk.hpp"
@@ -64,6 +66,20 @@ TEST(Start, fromWhatever_hotKeysWork) {
         EXPECT_TRUE(desk.pointer().waitFor(centreOfSecond)) << condition;
         EXPECT_EQ(contentOf(options.standardError), "") << condition;
         EXPECT_EQ(agent.end(SIGTERM), (ExitStatus{.code = 0, .signal = std::nullopt})) << condition;
+    }
+}
+
+TEST(Start, closedStandardStreams_leadNowhere) {
+    Desk desk;
+    ChildProcessOptions options;
+    options.arguments = scriptArguments("exec \"$VANTREL\" <&- >&- 2>&-");
+    options.environment = desk.environment();
+    ChildProcess agent(options);
+    ASSERT_TRUE(desk.waitForHotKey(hyper(keys::s)));
+    // A message must not be written into the connection to the X server, which would have the free number.
+    for (const char* const descriptor : {"0", "1", "2"}) {
+        const auto link = std::filesystem::path("/proc") / std::to_string(agent.processId()) / "fd" / descriptor;
+        EXPECT_EQ(std::filesystem::read_symlink(link), "/dev/null") << descriptor;
     }
 }
 
