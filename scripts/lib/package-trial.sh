@@ -76,6 +76,10 @@ pressing_reaches_second() {
     pointer_is_on_second
 }
 
+window_is_seen() {
+    xdotool search --onlyvisible "$@" >"$package_directory/windows" 2>/dev/null
+}
+
 agent_process() {
     in_root sh -c 'for exe in /proc/[0-9]*/exe; do
         case $(readlink "$exe") in /usr/bin/vantrel*) exe=${exe%/exe}; echo "${exe#/proc/}" ;; esac
@@ -167,6 +171,10 @@ try_upgrade() {
     # Where no agent runs it becomes one, and xdg-open waits for it.
     in_session xdg-open vantrel://next &
     expect 'xdg-open starts the next version, which obeys it' wait_until pointer_is_on_second
+    in_session vantrel
+    expect 'a second start opens the menu' wait_until window_is_seen --class vantrel-overlay
+    xdotool key Down Down Down Down Down Return
+    expect 'which opens the settings window' wait_until window_is_seen --name 'Vantrel Settings'
     end_agent
 }
 

@@ -1,6 +1,9 @@
 // The installed program, with a prefix that nobody knows: found by the desktop's own means.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
+#include "tests/desk/status/ScreenWindows.hpp"
 #include "tests/desk/support/Desk.hpp"
 
 namespace vantrel::desk {
@@ -61,6 +64,27 @@ TEST_F(Installed, xdgOpen_agentRuns_isObeyed) {
     runProgram({"xdg-open", "vantrel://next"}, desk.environment());
     EXPECT_TRUE(desk.pointer().waitFor(secondCentre));
     EXPECT_TRUE(agent->isRunning());
+}
+
+TEST_F(Installed, menu_settings_opensTheWindowOfTheInstalledModule) {
+    constexpr std::uint32_t downKey = 0xFF54;
+    constexpr std::uint32_t enterKey = 0xFF0D;
+    constexpr int rowsToSettings = 5;
+    const auto agent = startInstalledProgram();
+    ASSERT_TRUE(desk.waitForHotKey(hyper(keys::s)));
+    // A second start opens the menu, drawn by the installed helper program, where no panel shows the item.
+    runProgram({VANTREL_PREFIX "/bin/vantrel"}, desk.environment());
+    ASSERT_TRUE(waitUntil([&] { return isKeyboardGrabbed(desk.connection()); }));
+    for (int row = 0; row < rowsToSettings; ++row) {
+        typeKeysym(desk.connection(), downKey);
+    }
+    typeKeysym(desk.connection(), enterKey);
+    EXPECT_TRUE(waitUntil([&] {
+        const auto windows = visibleWindows(desk.connection(), "vantrel");
+        return std::any_of(windows.begin(), windows.end(), [](const ScreenWindow& window) {
+            return !window.isOverrideRedirect && window.width >= 560;
+        });
+    }));
 }
 
 TEST_F(Installed, capsLockHyper_installedScript_pressesTheHotKey) {
