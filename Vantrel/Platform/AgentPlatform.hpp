@@ -2,11 +2,11 @@
 
 #include <memory>
 
+#include "Vantrel/Platform/Desktop/CanberraSoundPlayer.hpp"
 #include "Vantrel/Platform/Desktop/DesktopApplication.hpp"
 #include "Vantrel/Platform/Desktop/GLibMainQueue.hpp"
 #include "Vantrel/Platform/Desktop/GLibRunLoop.hpp"
 #include "Vantrel/Platform/Desktop/GLibURLParser.hpp"
-#include "Vantrel/Platform/Desktop/NullSoundPlayer.hpp"
 #include "Vantrel/Platform/Desktop/RandomUUIDGenerator.hpp"
 #include "Vantrel/Platform/Desktop/RestingMemory/RestingMemory.hpp"
 #include "Vantrel/Platform/Desktop/SQLiteUserDefaults.hpp"
@@ -38,7 +38,7 @@ class AgentPlatform {
     desktop::GLibRunLoop runLoop_;
     desktop::SQLiteUserDefaults defaults_;
     desktop::DesktopStatusBar statusBar_;
-    desktop::NullSoundPlayer sounds_;
+    desktop::CanberraSoundPlayer sounds_;
     desktop::RandomUUIDGenerator uuids_;
     desktop::GLibURLParser urls_;
     desktop::SettingsModuleLoader preferencesWindowViews_{"xcb"};

@@ -2,47 +2,18 @@
 
 #include <glib-unix.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <cstdlib>
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
-#include "Vantrel/Platform/Desktop/StatusItem/GLibHandles.hpp"
+#include "Vantrel/Platform/Desktop/HelperProgram.hpp"
 
 namespace vantrel::desktop {
 
 namespace {
 
-constexpr int childSocket = 3;
 constexpr guint lingeringTime = 5;  // seconds
-
-std::string overlayProgram() {
-    std::error_code error;
-    const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
-    return (self.parent_path() / VANTREL_LIBEXEC_FROM_BIN / "vantrel-overlay").lexically_normal().string();
-}
-
-/// Starts the program with the socket and returns whether it could be started. The main loop reaps it.
-bool spawn(const std::string& program, int socket) {
-    std::string path = program;
-    char* arguments[] = {path.data(), nullptr};
-    const gint sources[] = {socket};
-    const gint targets[] = {childSocket};
-    GPid process = 0;
-    GError* rawError = nullptr;
-    const gboolean isStarted =
-        g_spawn_async_with_pipes_and_fds(nullptr, arguments, nullptr, G_SPAWN_DO_NOT_REAP_CHILD, nullptr, nullptr, -1,
-                                         -1, -1, sources, targets, 1, &process, nullptr, nullptr, nullptr, &rawError);
-    const GErrorPointer error(rawError);
-    if (isStarted) {
-        g_child_watch_add(
-            process, [](GPid ended, gint, gpointer) { g_spawn_close_pid(ended); }, nullptr);
-    }
-    return isStarted != FALSE;
-}
 
 std::vector<std::string> textFields(const std::string& text, const ItemFont& font) {
     return {text, std::to_string(static_cast<int>(font.size)),
@@ -96,21 +67,14 @@ void OverlayProcess::paintWindow(std::uint32_t window, const std::string& text, 
 }
 
 bool OverlayProcess::start() {
-    if (socket_ >= 0) {
+    if (socket_.isOpen()) {
         return true;
     }
-    int sockets[2];
-    if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, sockets) != 0) {
+    socket_ = startHelper(helperProgram("vantrel-overlay"));
+    if (!socket_.isOpen()) {
         return false;
     }
-    const bool isStarted = spawn(overlayProgram(), sockets[1]);
-    close(sockets[1]);
-    if (!isStarted) {
-        close(sockets[0]);
-        return false;
-    }
-    socket_ = sockets[0];
-    socketSource_ = g_unix_fd_add(socket_, G_IO_IN, readable, this);
+    socketSource_ = g_unix_fd_add(socket_.get(), G_IO_IN, readable, this);
     return true;
 }
 
@@ -118,9 +82,9 @@ void OverlayProcess::hangUp() {
     if (lingerSource_ != 0) {
         g_source_remove(std::exchange(lingerSource_, 0));
     }
-    if (socket_ >= 0) {
+    if (socket_.isOpen()) {
         g_source_remove(std::exchange(socketSource_, 0));
-        close(std::exchange(socket_, -1));
+        socket_.reset();
     }
     isTextShown_ = false;
     isMenuOpen_ = false;
@@ -128,11 +92,11 @@ void OverlayProcess::hangUp() {
 
 void OverlayProcess::send(const OverlayMessage& message) {
     const std::string packet = encodedPacket(message);
-    if (socket_ < 0 || packet.size() > longestOverlayPacket) {
+    if (!socket_.isOpen() || packet.size() > longestOverlayPacket) {
         return;
     }
     // A program that has ended or does not read is given up; the next thing to show starts another.
-    if (::send(socket_, packet.data(), packet.size(), MSG_NOSIGNAL | MSG_DONTWAIT) < 0) {
+    if (::send(socket_.get(), packet.data(), packet.size(), MSG_NOSIGNAL | MSG_DONTWAIT) < 0) {
         hangUp();
     }
 }
@@ -144,7 +108,7 @@ gboolean OverlayProcess::readable(gint /*socket*/, GIOCondition /*condition*/, g
 
 void OverlayProcess::receive() {
     std::string packet(longestOverlayPacket, '\0');
-    const ssize_t length = recv(socket_, packet.data(), packet.size(), MSG_DONTWAIT);
+    const ssize_t length = recv(socket_.get(), packet.data(), packet.size(), MSG_DONTWAIT);
     if (length < 0 && (errno == EAGAIN || errno == EINTR)) {
         return;
     }
@@ -177,7 +141,7 @@ void OverlayProcess::lingerOrStay() {
     if (lingerSource_ != 0) {
         g_source_remove(std::exchange(lingerSource_, 0));
     }
-    if (socket_ >= 0 && !isTextShown_ && !isMenuOpen_) {
+    if (socket_.isOpen() && !isTextShown_ && !isMenuOpen_) {
         lingerSource_ = g_timeout_add_seconds(lingeringTime, lingeredEnough, this);
     }
 }

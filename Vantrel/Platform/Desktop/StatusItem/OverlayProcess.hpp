@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "Vantrel/Platform/Desktop/FileDescriptor.hpp"
 #include "Vantrel/Platform/Desktop/Overlay/OverlayMessage.hpp"
 #include "Vantrel/Platform/StatusItem.hpp"
 
@@ -55,7 +56,7 @@ class OverlayProcess {
     void lingerOrStay();
 
     Events events_;
-    int socket_ = -1;
+    FileDescriptor socket_;
     guint socketSource_ = 0;
     guint lingerSource_ = 0;
     bool isTextShown_ = false;

@@ -1,0 +1,141 @@
+#include "Vantrel/Platform/Desktop/CanberraSoundPlayer.hpp"
+
+#include <glib.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace vantrel::desktop {
+namespace {
+
+/// Runs in a directory of its own, in which the fake helper leaves its traces.
+class CanberraSoundPlayerTest : public testing::Test {
+  protected:
+    CanberraSoundPlayerTest() : oldDirectory_(std::filesystem::current_path()) {
+        std::string name = (std::filesystem::temp_directory_path() / "vantrel-sound-XXXXXX").string();
+        EXPECT_NE(::mkdtemp(name.data()), nullptr);
+        directory_ = name;
+        std::filesystem::current_path(directory_);
+    }
+    ~CanberraSoundPlayerTest() override {
+        std::filesystem::current_path(oldDirectory_);
+        std::filesystem::remove_all(directory_);
+    }
+
+    static std::vector<std::string> linesOf(const char* file) {
+        std::ifstream stream(file);
+        std::vector<std::string> lines;
+        for (std::string line; std::getline(stream, line);) {
+            lines.push_back(line);
+        }
+        return lines;
+    }
+
+    static bool waitUntil(const std::function<bool()>& condition) {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        while (!condition() && std::chrono::steady_clock::now() < end) {
+            while (g_main_context_iteration(nullptr, FALSE) != FALSE) {
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        }
+        return condition();
+    }
+
+    static bool waitForLines(const char* file, std::size_t count) {
+        return waitUntil([=] { return linesOf(file).size() >= count; });
+    }
+
+    std::filesystem::path oldDirectory_;
+    std::filesystem::path directory_;
+    CanberraSoundPlayer player_{VANTREL_FAKE_SOUND_HELPER};
+};
+
+TEST_F(CanberraSoundPlayerTest, play_firstSound_startsTheHelperWithIt) {
+    player_.play("Pop");
+    ASSERT_TRUE(waitForLines("played", 1));
+    EXPECT_EQ(linesOf("played"), std::vector<std::string>{"Pop"});
+}
+
+TEST_F(CanberraSoundPlayerTest, play_afterAnswers_sendsEachSoundToTheSameHelper) {
+    for (std::size_t count = 1; count <= 5; ++count) {
+        player_.play("Pop" + std::to_string(count));
+        ASSERT_TRUE(waitForLines("answered", count));
+    }
+    EXPECT_EQ(linesOf("played"), (std::vector<std::string>{"Pop1", "Pop2", "Pop3", "Pop4", "Pop5"}));
+    EXPECT_FALSE(std::filesystem::exists("gone"));
+}
+
+TEST_F(CanberraSoundPlayerTest, play_whileTheLastIsStuck_isDropped) {
+    std::ofstream("stuck").close();
+    player_.play("first");
+    ASSERT_TRUE(waitForLines("played", 1));
+    for (int count = 0; count < 10'000; ++count) {
+        player_.play("dropped");
+    }
+    std::filesystem::remove("stuck");
+    ASSERT_TRUE(waitForLines("answered", 1));
+    player_.play("second");
+    ASSERT_TRUE(waitForLines("answered", 2));
+    EXPECT_EQ(linesOf("played"), (std::vector<std::string>{"first", "second"}));
+}
+
+TEST_F(CanberraSoundPlayerTest, play_afterTheHelperEnded_startsAnother) {
+    std::ofstream("once").close();
+    player_.play("first");
+    ASSERT_TRUE(waitForLines("played", 1));
+    // The first one's end may not have come through yet; each sound that is not lost to it reaches a helper.
+    ASSERT_TRUE(waitUntil([&] {
+        player_.play("later");
+        return linesOf("played").size() >= 3;
+    }));
+}
+
+TEST_F(CanberraSoundPlayerTest, play_helperKilledWhileStuck_startsAnother) {
+    std::ofstream("stuck").close();
+    player_.play("first");
+    ASSERT_TRUE(waitForLines("played", 1));
+    std::ofstream("once").close();
+    std::filesystem::remove("stuck");
+    ASSERT_TRUE(waitUntil([&] {
+        player_.play("later");
+        return linesOf("played").size() >= 2;
+    }));
+}
+
+TEST_F(CanberraSoundPlayerTest, play_withoutHelper_isSilence) {
+    CanberraSoundPlayer player(directory_ / "no-such-program");
+    player.play("Pop");
+    player.play("Pop");
+    EXPECT_FALSE(std::filesystem::exists("played"));
+}
+
+TEST_F(CanberraSoundPlayerTest, destroyed_helperIsToldAndGoes) {
+    {
+        CanberraSoundPlayer player{VANTREL_FAKE_SOUND_HELPER};
+        player.play("Pop");
+        ASSERT_TRUE(waitForLines("answered", 1));
+    }
+    EXPECT_TRUE(waitForLines("gone", 1));
+}
+
+TEST_F(CanberraSoundPlayerTest, helperEnds_leavesNoProcessBehind) {
+    {
+        CanberraSoundPlayer player{VANTREL_FAKE_SOUND_HELPER};
+        player.play("Pop");
+        ASSERT_TRUE(waitForLines("answered", 1));
+    }
+    ASSERT_TRUE(waitForLines("gone", 1));
+    const std::filesystem::path process = "/proc/" + linesOf("gone").front();
+    // As long as nobody has taken note of its end, the kernel keeps its entry.
+    EXPECT_TRUE(waitUntil([&] { return !std::filesystem::exists(process); }));
+}
+
+}  // namespace
+}  // namespace vantrel::desktop
