@@ -9,7 +9,7 @@ namespace vantrel::desktop {
 namespace {
 
 // At launch and at the end a short lock of others is waited for: values that could not be read would be built-in ones
-// for the whole run. In between nothing waits for others.
+// for the whole run. In between nothing waits.
 constexpr std::chrono::milliseconds patience{1000};
 
 }  // namespace
@@ -88,11 +88,7 @@ void SQLiteUserDefaults::setObjects(std::initializer_list<Entry> entries) {
         }
     }
     if (connection_) {
-        // Our own checkpoint locks the file for the moment in which it starts the log anew. What is stored then must be
-        // stored when this returns: killed right after the pointer moved, the agent lost the position in one of 30
-        // tries.
-        const bool isCheckpointing = checkpointer_ && checkpointer_->isRunning();
-        connection_->setLockWait(isCheckpointing ? patience : std::chrono::milliseconds::zero());
+        connection_->setLockWait(std::chrono::milliseconds::zero());
     }
     storeUnstoredValues();
 }

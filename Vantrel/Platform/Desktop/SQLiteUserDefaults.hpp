@@ -72,7 +72,7 @@ class SQLiteUserDefaults final : public UserDefaults {
     int writeUnstoredValues();
     void handleFailedWrite(int status);
     void retryLater();
-    void checkpointFinished(const CheckpointOutcome& outcome);
+    void checkpointFinished(CheckpointOutcome outcome);
 
     std::optional<std::filesystem::path> file_;  // as given
     std::filesystem::path realFile_;             // where symbolic links led at the last opening

@@ -1,4 +1,5 @@
 #include <cstdio>
+#include <utility>
 
 #include "Vantrel/Platform/Desktop/SQLiteUserDefaults.hpp"
 
@@ -16,6 +17,7 @@ void SQLiteUserDefaults::openStore(std::chrono::milliseconds lockWait) {
     if (isCutOff(realFile_) && !setDamagedStoreAside("was cut off")) {
         return;
     }
+    const bool hadLog = hasLogContent(realFile_);
     StoreConnection::Opened opened = StoreConnection::open(realFile_, options_.vfs, lockWait);
     if (meansDamage(opened.status)) {
         if (!setDamagedStoreAside("was damaged")) {
@@ -34,8 +36,10 @@ void SQLiteUserDefaults::openStore(std::chrono::milliseconds lockWait) {
     } else if (connection_->hasLog()) {
         checkpointer_ = std::make_unique<StoreCheckpointer>(
             realFile_, options_.vfs, options_.checkpoints,
-            [this](const CheckpointOutcome& outcome) { checkpointFinished(outcome); });
-        checkpointer_->runSoon();
+            [this](CheckpointOutcome outcome) { checkpointFinished(std::move(outcome)); });
+        if (!hadLog && connection_->logPages() == 0) {
+            connection_->beginLogAnew();
+        }
     }
 }
 

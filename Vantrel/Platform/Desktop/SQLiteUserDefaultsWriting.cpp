@@ -67,10 +67,7 @@ void SQLiteUserDefaults::handleFailedWrite(int status) {
     if (meansDamage(status)) {
         startAfresh();
     } else if (meansLocked(status)) {
-        // The end of our own checkpoint brings us back at once.
-        if (!checkpointer_ || !checkpointer_->isRunning()) {
-            retryLater();
-        }
+        retryLater();
     } else {
         reportProblem("cannot be written: " + connection_->reasonOf(status));
         // A full disk passes; after any other failure the file is opened anew before the next write.
@@ -98,11 +95,10 @@ void SQLiteUserDefaults::retryLater() {
     retryDelay_ = std::min(retryDelay_ * 2, longestRetryDelay);
 }
 
-void SQLiteUserDefaults::checkpointFinished(const CheckpointOutcome& outcome) {
-    if (meansDamage(outcome.status)) {
-        startAfresh();
-    } else if (hasUnstoredValues()) {
-        storeUnstoredValues();
+void SQLiteUserDefaults::checkpointFinished(CheckpointOutcome outcome) {
+    outcome.reader.reset();
+    if (outcome.isComplete && connection_ && connection_->logPages() == outcome.pagesInLog) {
+        connection_->beginLogAnew();
     }
 }
 

@@ -47,23 +47,13 @@ StoreCheckpointer::~StoreCheckpointer() {
     }
 }
 
-void StoreCheckpointer::runSoon() {
-    soon_.reset(g_idle_source_new());
-    const auto callback = [](gpointer self) -> gboolean {
-        static_cast<StoreCheckpointer*>(self)->soon_.reset();
-        static_cast<StoreCheckpointer*>(self)->start();
-        return G_SOURCE_REMOVE;
-    };
-    attach(soon_.get(), G_PRIORITY_LOW, callback, this);
-}
-
 void StoreCheckpointer::noteCommit(int logPages) {
     lastCommit_ = std::chrono::steady_clock::now();
     if (logPages < times_.longLog) {
         nextLongLog_ = times_.longLog;
     }
     if (logPages >= nextLongLog_ && !thread_) {
-        // If this run cannot start the log anew, the next one waits until it has grown as much again.
+        // If the log cannot begin anew after this run, the next one waits until it has grown as much again.
         nextLongLog_ = logPages + times_.longLog;
         start();
     }
@@ -122,11 +112,11 @@ void StoreCheckpointer::start() {
 
 void StoreCheckpointer::threadEnded() {
     pthread_join(thread_->handle, nullptr);
-    const CheckpointOutcome outcome = thread_->outcome;
+    CheckpointOutcome outcome = std::move(thread_->outcome);
     thread_.reset();
     // A copy, and as the last step: the call may be the end of this object.
     const auto finished = finished_;
-    finished(outcome);
+    finished(std::move(outcome));
 }
 
 }  // namespace vantrel::desktop

@@ -30,17 +30,13 @@ class StoreCheckpointer {
     StoreCheckpointer(const StoreCheckpointer&) = delete;
     StoreCheckpointer& operator=(const StoreCheckpointer&) = delete;
 
-    /// Runs once the main loop has nothing better to do. For the launch: what an earlier run left in the log is moved,
-    /// and the first commit finds a log that was begun.
-    void runSoon();
-
     /// Tells of a commit, after which the log has that many pages.
     void noteCommit(int logPages);
 
     [[nodiscard]] bool isRunning() const { return thread_ != nullptr; }
 
     /// Whether no thread runs and no timer is armed.
-    [[nodiscard]] bool isAtRest() const { return !thread_ && !idleTimer_ && !soon_; }
+    [[nodiscard]] bool isAtRest() const { return !thread_ && !idleTimer_; }
 
   private:
     struct Thread;
@@ -57,7 +53,6 @@ class StoreCheckpointer {
     std::chrono::steady_clock::time_point lastCommit_;
     int nextLongLog_;
     SourceHandle idleTimer_;
-    SourceHandle soon_;
     std::unique_ptr<Thread> thread_;
 };
 

@@ -76,6 +76,27 @@ int StoreConnection::read(std::string_view key, std::optional<DefaultsValue>& va
     return status == SQLITE_ROW || status == SQLITE_DONE ? SQLITE_OK : status;
 }
 
+void StoreConnection::beginLogAnew() {
+    sqlite3* database = database_.get();
+    if (sqlite3_wal_checkpoint_v2(database, "main", SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr) != SQLITE_OK) {
+        return;
+    }
+    // The first commit of a log waits for the disk, because a log whose old frames are overwritten one by one must not
+    // be found half old and half new after a power failure. This log is empty: what is found then is the old one as a
+    // whole, which the database already has, or the new one up to some frame.
+    int status = execute(database, "PRAGMA synchronous=OFF; BEGIN IMMEDIATE");
+    if (status == SQLITE_OK) {
+        // A number that the application does not use is set to itself.
+        const std::string version = queryText(database, "PRAGMA user_version", status);
+        if (status == SQLITE_OK) {
+            status = execute(database, ("PRAGMA user_version=" + version).c_str());
+        }
+        execute(database, status == SQLITE_OK ? "COMMIT" : "ROLLBACK");
+    }
+    rollback();
+    execute(database, "PRAGMA synchronous=NORMAL");
+}
+
 void StoreConnection::rollback() {
     if (sqlite3_get_autocommit(database_.get()) == 0) {
         run(rollback_.get());

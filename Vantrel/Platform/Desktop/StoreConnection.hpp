@@ -47,6 +47,10 @@ class StoreConnection {
     int begin() { return run(begin_.get()); }
     int commit() { return run(commit_.get()); }
 
+    /// Empties a log whose pages are all in the database, and begins it anew with a commit that changes nothing, so
+    /// that the next commit does not wait for the disk; nor does this. Gives up when others hold locks.
+    void beginLogAnew();
+
     /// Undoes a transaction, if one is open.
     void rollback();
 

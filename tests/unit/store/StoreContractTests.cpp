@@ -108,7 +108,7 @@ TEST_F(StoreTest, laterVersionsTablesColumnsAndKeys_stayUntouched) {
         const auto store = openStore();
         EXPECT_EQ(store->stringForKey("mode"), "manual");
         store->setObject(std::string("automatic"), "mode");
-        EXPECT_TRUE(checkpointStore(file_, nullptr).startedAnew);
+        EXPECT_TRUE(checkpointStore(file_, nullptr).isComplete);
     }
     Outsider outsider(file_);
     EXPECT_EQ(outsider.text("SELECT at, what FROM history"), "7|kept");

@@ -321,9 +321,9 @@ TEST_F(StoreFaultTest, anotherProgramHoldsTheLock_writesDoNotWaitAndAreStoredWhe
     const auto store = openStore(options);
     Outsider outsider(file_);
     outsider.execute("BEGIN IMMEDIATE");
-    const int sleepsBefore = waitCounts().sleeps;
+    const int sleepsBefore = waitCounts().mainThreadSleeps;
     writeTwoValues(*store);
-    EXPECT_EQ(waitCounts().sleeps, sleepsBefore);
+    EXPECT_EQ(waitCounts().mainThreadSleeps, sleepsBefore);
     EXPECT_TRUE(store->hasUnstoredValues());
     EXPECT_EQ(store->stringForKey("mode"), "manual");
     outsider.execute("COMMIT");
@@ -347,13 +347,13 @@ TEST_F(StoreFaultTest, anotherProgramHoldsTheLockAtLaunch_isWaitedForAndThenWrit
     makeStore();
     Outsider outsider(file_);
     outsider.execute("PRAGMA journal_mode=DELETE; BEGIN EXCLUSIVE");
-    const int sleepsBefore = waitCounts().sleeps;
+    const int sleepsBefore = waitCounts().mainThreadSleeps;
     std::unique_ptr<SQLiteUserDefaults> store;
     const std::string told = toldBy([&] {
         store = openStore();
         store->setBool(true, "soundEnabled");
     });
-    EXPECT_GT(waitCounts().sleeps, sleepsBefore);
+    EXPECT_GT(waitCounts().mainThreadSleeps, sleepsBefore);
     EXPECT_EQ(lineCount(told), 1U) << told;
     EXPECT_TRUE(store->hasUnstoredValues());
     outsider.execute("COMMIT");

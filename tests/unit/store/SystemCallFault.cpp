@@ -15,15 +15,17 @@ namespace {
 
 std::atomic<int> mainThreadSyncs{0};
 std::atomic<int> allSyncs{0};
-std::atomic<int> sleeps{0};
+std::atomic<int> mainThreadSleeps{0};
 std::atomic<int> writeError{0};
 std::atomic<bool> locksFail{false};
 
+bool isMainThread() {
+    return static_cast<pid_t>(::syscall(SYS_gettid)) == ::getpid();
+}
+
 void countSync() {
     ++allSyncs;
-    if (static_cast<pid_t>(::syscall(SYS_gettid)) == ::getpid()) {
-        ++mainThreadSyncs;
-    }
+    mainThreadSyncs += isMainThread() ? 1 : 0;
 }
 
 ssize_t failingWrite(int, const void*, size_t) {
@@ -62,7 +64,7 @@ int fdatasync(int descriptor) {
 }
 
 int usleep(useconds_t microseconds) {
-    ++sleeps;
+    mainThreadSleeps += isMainThread() ? 1 : 0;
     const timespec duration{microseconds / 1'000'000, static_cast<long>(microseconds % 1'000'000) * 1000};
     return ::nanosleep(&duration, nullptr);
 }
@@ -134,7 +136,7 @@ SystemCallFault::~SystemCallFault() {
 }
 
 WaitCounts waitCounts() {
-    return {mainThreadSyncs, allSyncs, sleeps};
+    return {mainThreadSyncs, allSyncs, mainThreadSleeps};
 }
 
 }  // namespace vantrel::desktop

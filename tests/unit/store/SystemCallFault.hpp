@@ -39,7 +39,7 @@ class SystemCallFault {
 struct WaitCounts {
     int mainThreadSyncs = 0;
     int allSyncs = 0;
-    int sleeps = 0;
+    int mainThreadSleeps = 0;
 };
 WaitCounts waitCounts();
 
