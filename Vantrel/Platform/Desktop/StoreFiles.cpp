@@ -180,7 +180,7 @@ bool isCutOff(const fs::path& path) {
 }
 
 std::optional<fs::path> setStoreAside(const fs::path& path) {
-    const std::optional<fs::path> aside = unusedName(path);
+    std::optional<fs::path> aside = unusedName(path);
     if (!aside) {
         return std::nullopt;
     }

@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <utility>
 
 #include "Vantrel/Interface/KeyEvent.hpp"
 #include "Vantrel/Platform/X11/Keymap.hpp"
@@ -14,10 +13,10 @@ namespace vantrel::qt {
 class RecorderKeys {
   public:
     /// `held` are the keys that are down already: they were not pressed for the recorder.
-    RecorderKeys(x11::Keymap keymap, const x11::KeySet& held) : keymap_(std::move(keymap)), held_(held) {}
+    RecorderKeys(const x11::Keymap& keymap, const x11::KeySet& held) : keymap_(keymap), held_(held) {}
 
     /// The keyboard's map changed, or another keyboard is used.
-    void setKeymap(x11::Keymap keymap) { keymap_ = std::move(keymap); }
+    void setKeymap(const x11::Keymap& keymap) { keymap_ = keymap; }
 
     /// A press with the modifier state of its event. None for a repeat and for a key that has no virtual key code.
     std::optional<KeyEvent> press(std::uint8_t keycode, std::uint16_t state);

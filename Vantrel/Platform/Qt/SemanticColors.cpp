@@ -12,7 +12,7 @@ constexpr double wantedContrast = 5.0;
 
 /// The fraction of the other colour that a mix starts from, and the steps to the text's colour.
 constexpr double secondaryFade = 0.40;
-constexpr double step = 0.05;
+constexpr int steps = 20;
 
 double linear(double channel) {
     return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
@@ -32,8 +32,8 @@ QColor mixed(const QColor& color, const QColor& other, double otherPart) {
 
 /// The tint itself or, where it is not readable on the background, as little of the text's colour mixed in as will do.
 QColor readable(const QColor& tint, const QColor& text, const QColor& background) {
-    for (double textPart = 0; textPart < 1; textPart += step) {
-        const QColor candidate = mixed(tint, text, textPart);
+    for (int step = 0; step < steps; ++step) {
+        const QColor candidate = mixed(tint, text, static_cast<double>(step) / steps);
         if (contrastRatio(candidate, background) >= wantedContrast) {
             return candidate;
         }

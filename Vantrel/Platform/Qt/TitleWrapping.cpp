@@ -12,11 +12,13 @@ std::string wrappedShortcut(const std::string& text, int width, const std::funct
         const bool isLast = end == std::string::npos;
         std::string piece = isLast ? text.substr(begin) : text.substr(begin, end - begin) + " +";
         begin = isLast ? text.size() : end + separator.size();
-        if (!line.empty() && textWidth(line + " " + piece) > width) {
-            lines += line + "\n";
+        std::string longerLine = line;
+        longerLine.append(line.empty() ? "" : " ").append(piece);
+        if (!line.empty() && textWidth(longerLine) > width) {
+            lines.append(line).append("\n");
             line = std::move(piece);
         } else {
-            line += (line.empty() ? "" : " ") + piece;
+            line = std::move(longerLine);
         }
     }
     return lines + line;

@@ -43,7 +43,6 @@ std::vector<xcb_rectangle_t> roundedRows(int width, int height, int radius) {
 PopupWindow::PopupWindow(const Screen& screen, const std::string& title, const std::string& type, Input input)
     : screen_(screen),
       visual_(screen.popupVisual()),
-      input_(input),
       colormap_(xcb_generate_id(screen.connection())),
       window_(xcb_generate_id(screen.connection())) {
     xcb_connection_t* connection = screen.connection();

@@ -34,7 +34,6 @@ class PopupWindow {
 
     const Screen& screen_;
     WindowVisual visual_;
-    Input input_;
     xcb_colormap_t colormap_;
     xcb_window_t window_;
 };
