@@ -1,6 +1,8 @@
 #include "tests/desk/support/Desk.hpp"
 
+#include <chrono>
 #include <stdexcept>
+#include <string>
 
 #include "tests/desk/support/KeyGrab.hpp"
 
@@ -8,21 +10,36 @@ namespace vantrel::desk {
 
 namespace {
 
+/// Whether the window manager takes a window into its care. One that asks to be shown while openbox starts is sometimes
+/// forgotten, so each question is a new window's.
+bool managesWindows(XConnection& connection) {
+    const std::string name = "WM_STATE";
+    const XReply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
+        connection.get(), xcb_intern_atom(connection.get(), 0, static_cast<std::uint16_t>(name.size()), name.data()),
+        nullptr));
+    const xcb_window_t window = xcb_generate_id(connection.get());
+    xcb_create_window(connection.get(), XCB_COPY_FROM_PARENT, window, connection.root(), 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_map_window(connection.get(), window);
+    const bool isManaged = waitUntil(
+        [&] {
+            const XReply<xcb_get_property_reply_t> state(xcb_get_property_reply(
+                connection.get(),
+                xcb_get_property(connection.get(), 0, window, atom->atom, XCB_GET_PROPERTY_TYPE_ANY, 0, 1), nullptr));
+            return state && state->length == 1;
+        },
+        std::chrono::milliseconds(100));
+    xcb_destroy_window(connection.get(), window);
+    connection.synchronise();
+    return isManaged;
+}
+
 std::unique_ptr<ChildProcess> startWindowManager(XConnection& connection, const Environment& environment) {
     ChildProcessOptions options;
     options.arguments = {"openbox"};
     options.environment = environment;
     auto process = std::make_unique<ChildProcess>(options);
-    const char name[] = "_NET_SUPPORTING_WM_CHECK";
-    const XReply<xcb_intern_atom_reply_t> atom(
-        xcb_intern_atom_reply(connection.get(), xcb_intern_atom(connection.get(), 0, sizeof name - 1, name), nullptr));
-    const bool isUp = waitUntil([&] {
-        const XReply<xcb_get_property_reply_t> property(xcb_get_property_reply(
-            connection.get(),
-            xcb_get_property(connection.get(), 0, connection.root(), atom->atom, XCB_ATOM_WINDOW, 0, 1), nullptr));
-        return property && property->length == 1;
-    });
-    if (!isUp) {
+    if (!waitUntil([&] { return managesWindows(connection); })) {
         throw std::runtime_error("the window manager (openbox) does not come up");
     }
     return process;
