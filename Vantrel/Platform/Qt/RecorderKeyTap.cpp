@@ -57,11 +57,7 @@ std::unique_ptr<EventMonitor> RecorderKeyTap::record(std::uint32_t mask, Shortcu
     monitor_ = monitor.get();
     mask_ = mask;
     handler_ = std::move(handler);
-    if (!isFiltering_) {
-        QCoreApplication::instance()->installNativeEventFilter(this);
-        isFiltering_ = true;
-    }
-    xkbFirstEvent_ = vantrelXkbFirstEvent(connection());
+    startFiltering();
     readKeyboard();
     if (window_.isActiveWindow()) {
         grab();
@@ -80,10 +76,28 @@ void RecorderKeyTap::stopRecording() {
 void RecorderKeyTap::letGo() {
     ungrab();
     keys_.reset();
-    if (monitor_ == nullptr && isFiltering_) {
-        isFiltering_ = false;
-        QCoreApplication::instance()->removeNativeEventFilter(this);
+    if (monitor_ == nullptr) {
+        stopFiltering();
     }
+}
+
+void RecorderKeyTap::startFiltering() {
+    if (std::exchange(isFiltering_, true)) {
+        return;
+    }
+    QCoreApplication::instance()->installNativeEventFilter(this);
+    xkbFirstEvent_ = vantrelXkbFirstEvent(connection());
+    // Qt tells a repeat by its release and press at one time; here a release has to mean that the key is up.
+    vantrelXkbSetDetectableAutoRepeat(connection(), true);
+}
+
+void RecorderKeyTap::stopFiltering() {
+    if (!std::exchange(isFiltering_, false)) {
+        return;
+    }
+    QCoreApplication::instance()->removeNativeEventFilter(this);
+    vantrelXkbSetDetectableAutoRepeat(connection(), false);
+    xcb_flush(connection());
 }
 
 void RecorderKeyTap::grab() {

@@ -40,6 +40,8 @@ class RecorderKeyTap final : public QAbstractNativeEventFilter {
     class Monitor;
 
     void stopRecording();
+    void startFiltering();
+    void stopFiltering();
     void grab();
     void ungrab();
     void readKeyboard();

@@ -1,8 +1,9 @@
 #include "Vantrel/Platform/Qt/SettingsWindow.hpp"
 
+#include <QApplication>
+#include <QCloseEvent>
 #include <QCursor>
 #include <QEvent>
-#include <QGuiApplication>
 #include <QIcon>
 #include <QKeyEvent>
 #include <QScreen>
@@ -172,6 +173,7 @@ void SettingsWindow::reloadSavedPoints() {
 void SettingsWindow::showWindow() {
     if (isHidden()) {
         measureAfresh();
+        WindowManager::waitUntilWithdrawn(*this);
         WindowManager::skipTaskBar(*this);
     }
     show();
@@ -196,6 +198,24 @@ void SettingsWindow::keyPressEvent(QKeyEvent* event) {
         return;
     }
     QWidget::keyPressEvent(event);
+}
+
+void SettingsWindow::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    // Closed and opened again at once: Qt still takes the window for the one with the keyboard, and so will not notice
+    // that it gets it.
+    if (QGuiApplication::focusWindow() == windowHandle()) {
+        QT_WARNING_PUSH
+        QT_WARNING_DISABLE_DEPRECATED
+        QApplication::setActiveWindow(this);
+        QT_WARNING_POP
+    }
+}
+
+void SettingsWindow::closeEvent(QCloseEvent* event) {
+    // Qt would take the window itself down, and its place on the screen with it.
+    event->ignore();
+    hide();
 }
 
 void SettingsWindow::changeEvent(QEvent* event) {

@@ -4,9 +4,11 @@
 
 #include <QGuiApplication>
 #include <array>
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <thread>
 
 #include "Vantrel/Platform/X11/XcbHandles.hpp"
 
@@ -31,9 +33,9 @@ xcb_atom_t atom(xcb_connection_t* server, std::string_view name) {
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
-std::optional<std::uint32_t> currentDesktop(xcb_connection_t* server) {
-    const auto cookie =
-        xcb_get_property(server, 0, root(server), atom(server, "_NET_CURRENT_DESKTOP"), XCB_ATOM_CARDINAL, 0, 1);
+/// The first value of a property of 32-bit values; none when there is no such property.
+std::optional<std::uint32_t> property(xcb_connection_t* server, xcb_window_t window, xcb_atom_t name) {
+    const auto cookie = xcb_get_property(server, 0, window, name, XCB_GET_PROPERTY_TYPE_ANY, 0, 1);
     const auto reply = x11::adopt(xcb_get_property_reply(server, cookie, nullptr));
     if (!reply || reply->format != 32 || xcb_get_property_value_length(reply.get()) != sizeof(std::uint32_t)) {
         return std::nullopt;
@@ -57,6 +59,21 @@ void askWindowManager(xcb_connection_t* server, xcb_window_t window, std::string
 
 }  // namespace
 
+void WindowManager::waitUntilWithdrawn(QWidget& window) {
+    xcb_connection_t* const server = connection();
+    if (server == nullptr || !window.testAttribute(Qt::WA_WState_Created)) {
+        return;
+    }
+    constexpr std::uint32_t withdrawnState = 0;
+    const auto id = static_cast<xcb_window_t>(window.winId());
+    const xcb_atom_t state = atom(server, "WM_STATE");
+    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(100);
+    while (property(server, id, state).value_or(withdrawnState) != withdrawnState &&
+           std::chrono::steady_clock::now() < end) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+}
+
 void WindowManager::skipTaskBar(QWidget& window) {
     xcb_connection_t* const server = connection();
     if (server == nullptr) {
@@ -77,7 +94,7 @@ void WindowManager::bringToFront(QWidget& window) {
         return;
     }
     const auto id = static_cast<xcb_window_t>(window.winId());
-    if (const auto desktop = currentDesktop(server)) {
+    if (const auto desktop = property(server, root(server), atom(server, "_NET_CURRENT_DESKTOP"))) {
         askWindowManager(server, id, "_NET_WM_DESKTOP", {*desktop, sourceIsPager});
     }
     askWindowManager(server, id, "_NET_ACTIVE_WINDOW", {sourceIsPager, XCB_CURRENT_TIME, XCB_NONE});

@@ -9,6 +9,10 @@ namespace vantrel::qt {
 struct WindowManager {
     WindowManager() = delete;
 
+    /// Waits, for a moment at most, until the window manager has let go of a window that was just hidden: shown again
+    /// before that, the window would stay lost between the two (ICCCM, "Changing Window State").
+    static void waitUntilWithdrawn(QWidget& window);
+
     /// Keeps the window out of task bars and pagers. To be repeated before each showing: a hidden window loses it.
     static void skipTaskBar(QWidget& window);
 

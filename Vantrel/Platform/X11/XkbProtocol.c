@@ -38,6 +38,13 @@ bool vantrelXkbDetectableAutoRepeatReply(xcb_connection_t* connection, unsigned 
     return detectable;
 }
 
+void vantrelXkbSetDetectableAutoRepeat(xcb_connection_t* connection, bool detectable) {
+    const uint32_t flag = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
+    const xcb_xkb_per_client_flags_cookie_t cookie =
+        xcb_xkb_per_client_flags(connection, XCB_XKB_ID_USE_CORE_KBD, flag, detectable ? flag : 0, 0, 0, 0);
+    xcb_discard_reply(connection, cookie.sequence);
+}
+
 void vantrelXkbSelectKeymapEvents(xcb_connection_t* connection) {
     const uint16_t events =
         XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY | XCB_XKB_EVENT_TYPE_NAMES_NOTIFY;

@@ -33,6 +33,9 @@ bool vantrelXkbUseExtensionReply(xcb_connection_t* connection, unsigned sequence
 unsigned vantrelXkbSendDetectableAutoRepeat(xcb_connection_t* connection);
 bool vantrelXkbDetectableAutoRepeatReply(xcb_connection_t* connection, unsigned sequence);
 
+/* The same on or off, without waiting for an answer. */
+void vantrelXkbSetDetectableAutoRepeat(xcb_connection_t* connection, bool detectable);
+
 /* Asks for the events above. */
 void vantrelXkbSelectKeymapEvents(xcb_connection_t* connection);
 
