@@ -48,7 +48,11 @@ PreferencesWindowViewResult RememberingWindowFactory::makePreferencesWindowView(
     return {.view = std::move(made), .problem = {}, .flashText = {}};
 }
 
-SettingsDesk::SettingsDesk(const DeskOptions& options) : desk_(options) {
+SettingsDesk::SettingsDesk(const DeskOptions& options, const std::vector<Chord>& takenChords)
+    : desk_(options), otherProgram_(desk_.server().displayName()) {
+    for (const Chord& chord : takenChords) {
+        takenChords_.push_back(std::make_unique<KeyGrab>(otherProgram_, chord));
+    }
     enter(desk_.environment());
     std::string error;
     x11_ = x11::X11Platform::connect(error);
@@ -74,6 +78,23 @@ void SettingsDesk::open() {
     controller_->openSettings();
     if (!turnUntil([&] { return window().isVisible() && window().isActiveWindow(); })) {
         throw std::runtime_error("the settings window does not get the keyboard");
+    }
+    settle();
+}
+
+void SettingsDesk::settle() {
+    xcb_connection_t* const server = desk_.connection().get();
+    const auto isWhereQtTakesItToBe = [&] {
+        const XReply<xcb_translate_coordinates_reply_t> place(xcb_translate_coordinates_reply(
+            server,
+            xcb_translate_coordinates(server, static_cast<xcb_window_t>(window().winId()), desk_.connection().root(), 0,
+                                      0),
+            nullptr));
+        return place &&
+               QPoint(place->dst_x, place->dst_y) == window().mapToGlobal(QPoint(0, 0)) * window().devicePixelRatio();
+    };
+    if (!turnUntil(isWhereQtTakesItToBe)) {
+        throw std::runtime_error("the settings window does not come to rest");
     }
 }
 
@@ -123,9 +144,9 @@ bool SettingsDesk::statusIsRed() {
     return color.red() > 2 * color.green() && color.red() > 2 * color.blue();
 }
 
-void SettingsDesk::click(const QWidget& widget) {
-    const QPoint center = widget.mapToGlobal(widget.rect().center());
-    const QPoint onScreen = center * widget.devicePixelRatio();
+void SettingsDesk::click(const QWidget& widget, QPoint place) {
+    settle();
+    const QPoint onScreen = widget.mapToGlobal(place) * widget.devicePixelRatio();
     xcb_connection_t* const server = desk_.connection().get();
     xcb_test_fake_input(server, XCB_MOTION_NOTIFY, 0, XCB_CURRENT_TIME, desk_.connection().root(),
                         static_cast<std::int16_t>(onScreen.x()), static_cast<std::int16_t>(onScreen.y()), 0);
@@ -138,6 +159,14 @@ void SettingsDesk::startRecording() {
     click(recorder());
     if (!turnUntil([&] { return recorderTitle() == "Press shortcut..."; })) {
         throw std::runtime_error("the recorder does not start");
+    }
+}
+
+void SettingsDesk::waitForWindowManagersChord(const Chord& chord) {
+    desk_.keyboard().type({keys::shift});
+    const auto isHeld = [&] { return isHeldByAnotherProgram(otherProgram_, chord); };
+    if (!turnUntil([&] { return holds(isHeld); })) {
+        throw std::runtime_error("the window manager does not hold its chord");
     }
 }
 

@@ -16,6 +16,7 @@
 #include "Vantrel/Platform/Qt/SettingsWindow.hpp"
 #include "Vantrel/Platform/X11/X11Platform.hpp"
 #include "tests/desk/support/Desk.hpp"
+#include "tests/desk/support/KeyGrab.hpp"
 
 namespace vantrel::desk {
 
@@ -31,7 +32,9 @@ class RememberingWindowFactory final : public PreferencesWindowViewFactory {
 /// platform is in memory. GLib's default main context serves all of it, as in the agent.
 class SettingsDesk {
   public:
-    explicit SettingsDesk(const DeskOptions& options = {.hasSessionBus = false, .hasWindowManager = true});
+    /// `takenChords` are held by another program before the controller starts.
+    explicit SettingsDesk(const DeskOptions& options = {.hasSessionBus = false, .hasWindowManager = true},
+                          const std::vector<Chord>& takenChords = {});
     ~SettingsDesk();
     SettingsDesk(const SettingsDesk&) = delete;
     SettingsDesk& operator=(const SettingsDesk&) = delete;
@@ -61,17 +64,27 @@ class SettingsDesk {
     std::string status();
     bool statusIsRed();
 
-    /// Moves the real pointer to the middle of the widget and presses the left button.
-    void click(const QWidget& widget);
+    /// Moves the real pointer to the place in the widget, or to its middle, and presses the left button.
+    void click(const QWidget& widget, QPoint place);
+    void click(const QWidget& widget) { click(widget, widget.rect().center()); }
 
     /// Presses the recorder with the mouse and waits for its prompt.
     void startRecording();
+
+    /// Waits until the window manager holds its chord. It lets go of all and takes them anew when the first key of the
+    /// test's keyboard tells it of a change of keyboards.
+    void waitForWindowManagersChord(const Chord& chord);
 
     /// A screenshot for people, where VANTREL_SCREENSHOTS names a folder.
     void saveScreenshot(const std::string& name);
 
   private:
+    /// Waits until Qt knows where the window manager put the window.
+    void settle();
+
     Desk desk_;
+    XConnection otherProgram_;
+    std::vector<std::unique_ptr<KeyGrab>> takenChords_;
     fake::FakePlatform fakes_;
     RememberingWindowFactory windows_;
     std::unique_ptr<x11::X11Platform> x11_;

@@ -1,0 +1,130 @@
+#include "tests/desk/settings/WindowManagerProbe.hpp"
+
+#include <algorithm>
+#include <array>
+#include <stdexcept>
+
+#include "tests/desk/support/Wait.hpp"
+
+namespace vantrel::desk {
+
+namespace {
+
+constexpr std::uint32_t sourceIsPager = 2;
+
+}  // namespace
+
+xcb_atom_t WindowManagerProbe::atom(std::string_view name) {
+    const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
+        connection_.get(), xcb_intern_atom(connection_.get(), 0, static_cast<std::uint16_t>(name.size()), name.data()),
+        nullptr));
+    return reply->atom;
+}
+
+std::vector<std::uint32_t> WindowManagerProbe::property(xcb_window_t window, std::string_view name) {
+    const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
+        connection_.get(),
+        xcb_get_property(connection_.get(), 0, window, atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, 1024), nullptr));
+    if (!reply || reply->format != 32) {
+        return {};
+    }
+    const auto* const values = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+    return {values, values + reply->value_len};
+}
+
+void WindowManagerProbe::ask(xcb_window_t window, std::string_view message, std::uint32_t first) {
+    xcb_client_message_event_t event{};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = window;
+    event.type = atom(message);
+    event.data.data32[0] = first;
+    event.data.data32[1] = message == "_NET_CLOSE_WINDOW" ? sourceIsPager : 0;
+    xcb_send_event(connection_.get(), 0, connection_.root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                   reinterpret_cast<const char*>(&event));
+    connection_.synchronise();
+}
+
+xcb_window_t WindowManagerProbe::activeWindow() {
+    const auto values = property(connection_.root(), "_NET_ACTIVE_WINDOW");
+    return values.empty() ? xcb_window_t{XCB_NONE} : values.front();
+}
+
+std::uint32_t WindowManagerProbe::currentDesktop() {
+    const auto values = property(connection_.root(), "_NET_CURRENT_DESKTOP");
+    return values.empty() ? 0 : values.front();
+}
+
+std::uint32_t WindowManagerProbe::desktopOf(xcb_window_t window) {
+    const auto values = property(window, "_NET_WM_DESKTOP");
+    return values.empty() ? 0 : values.front();
+}
+
+bool WindowManagerProbe::hasState(xcb_window_t window, std::string_view state) {
+    const auto states = property(window, "_NET_WM_STATE");
+    return std::find(states.begin(), states.end(), atom(state)) != states.end();
+}
+
+std::vector<std::uint32_t> WindowManagerProbe::stackedWindows() {
+    return property(connection_.root(), "_NET_CLIENT_LIST_STACKING");
+}
+
+void WindowManagerProbe::showDesktop(std::uint32_t desktop) {
+    ask(connection_.root(), "_NET_CURRENT_DESKTOP", desktop);
+    if (!waitUntil([&] { return currentDesktop() == desktop; })) {
+        throw std::runtime_error("the window manager does not show the other workspace");
+    }
+}
+
+void WindowManagerProbe::closeWindow(xcb_window_t window) {
+    ask(window, "_NET_CLOSE_WINDOW", XCB_CURRENT_TIME);
+}
+
+void WindowManagerProbe::activateWindow(xcb_window_t window) {
+    ask(window, "_NET_ACTIVE_WINDOW", sourceIsPager);
+}
+
+OtherWindow::OtherWindow(XConnection& connection)
+    : connection_(connection), window_(xcb_generate_id(connection.get())) {
+    const std::array<std::uint32_t, 1> values{XCB_EVENT_MASK_KEY_PRESS};
+    xcb_create_window(connection_.get(), XCB_COPY_FROM_PARENT, window_, connection_.root(), 0, 0, 200, 100, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, values.data());
+    xcb_map_window(connection_.get(), window_);
+    connection_.synchronise();
+    WindowManagerProbe windowManager(connection_);
+    windowManager.activateWindow(window_);
+    if (!waitUntil([&] { return windowManager.activeWindow() == window_; })) {
+        throw std::runtime_error("the other window does not get the keyboard");
+    }
+}
+
+OtherWindow::~OtherWindow() {
+    xcb_destroy_window(connection_.get(), window_);
+    xcb_flush(connection_.get());
+}
+
+int OtherWindow::keyPresses() {
+    connection_.synchronise();
+    int presses = 0;
+    while (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())}) {
+        presses += (event->response_type & 0x7FU) == XCB_KEY_PRESS ? 1 : 0;
+    }
+    return presses;
+}
+
+bool keyboardIsFree(XConnection& connection) {
+    const XReply<xcb_grab_keyboard_reply_t> reply(
+        xcb_grab_keyboard_reply(connection.get(),
+                                xcb_grab_keyboard(connection.get(), 0, connection.root(), XCB_CURRENT_TIME,
+                                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
+                                nullptr));
+    const bool isFree = reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+    if (isFree) {
+        xcb_ungrab_keyboard(connection.get(), XCB_CURRENT_TIME);
+        connection.synchronise();
+    }
+    return isFree;
+}
+
+}  // namespace vantrel::desk

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tests/desk/support/XConnection.hpp"
+
+namespace vantrel::desk {
+
+/// What a task bar or pager of the desk would see and ask (Extended Window Manager Hints).
+class WindowManagerProbe {
+  public:
+    explicit WindowManagerProbe(XConnection& connection) : connection_(connection) {}
+
+    xcb_window_t activeWindow();
+    std::uint32_t currentDesktop();
+    std::uint32_t desktopOf(xcb_window_t window);
+    bool hasState(xcb_window_t window, std::string_view state);
+
+    /// The windows at the front come last.
+    std::vector<std::uint32_t> stackedWindows();
+
+    void showDesktop(std::uint32_t desktop);
+    void closeWindow(xcb_window_t window);
+    void activateWindow(xcb_window_t window);
+
+  private:
+    xcb_atom_t atom(std::string_view name);
+    std::vector<std::uint32_t> property(xcb_window_t window, std::string_view name);
+    void ask(xcb_window_t window, std::string_view message, std::uint32_t first);
+
+    XConnection& connection_;
+};
+
+/// Another program's window, which can have the keyboard.
+class OtherWindow {
+  public:
+    /// Shows a window and waits until it has the keyboard; throws when it does not get it.
+    explicit OtherWindow(XConnection& connection);
+    ~OtherWindow();
+    OtherWindow(const OtherWindow&) = delete;
+    OtherWindow& operator=(const OtherWindow&) = delete;
+
+    [[nodiscard]] xcb_window_t id() const { return window_; }
+
+    /// How many key presses arrived since it was last asked.
+    int keyPresses();
+
+  private:
+    XConnection& connection_;
+    xcb_window_t window_;
+};
+
+/// Whether the keyboard can be grabbed, and so nobody else has it. Lets go of it at once.
+bool keyboardIsFree(XConnection& connection);
+
+}  // namespace vantrel::desk
