@@ -37,7 +37,7 @@ struct TestPanel::Callbacks {
             }
             const gchar* service = nullptr;
             g_variant_get(arguments, "(&s)", &service);
-            // As the specification has it: a bus name, or the path of an object of the caller.
+            // As the StatusNotifierItem protocol has it: a bus name, or the path of an object of the caller.
             panel.items_.emplace_back(*service == '/' ? sender : service);
         }
         g_dbus_method_invocation_return_value(invocation, nullptr);
