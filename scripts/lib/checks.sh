@@ -6,7 +6,8 @@ own_sources() {
 
 check_style() {
     own_sources | xargs clang-format --dry-run --Werror
-    shellcheck .ci/run scripts/bench scripts/lint scripts/make-demo scripts/plot-glide scripts/run scripts/test
+    find scripts -maxdepth 1 -type f -print0 |
+        xargs -0 shellcheck .ci/run data/xkb/caps-lock-hyper tests/installed/check-*
     say "$(own_sources | wc -l) files"
 }
 
