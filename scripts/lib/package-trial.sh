@@ -172,7 +172,7 @@ try_upgrade() {
     in_session xdg-open vantrel://next &
     expect 'xdg-open starts the next version, which obeys it' wait_until pointer_is_on_second
     in_session vantrel
-    expect 'a second start opens the menu' wait_until window_is_seen --class vantrel-overlay
+    expect 'a second start opens the menu' wait_until window_is_seen --classname vantrel-overlay
     xdotool key Down Down Down Down Down Return
     expect 'which opens the settings window' wait_until window_is_seen --name 'Vantrel Settings'
     end_agent
