@@ -4,10 +4,14 @@ own_sources() {
     find VantrelCore Vantrel tests benchmarks -name '*.[ch]pp' -o -name '*.[ch]'
 }
 
+# Files that a shell runs, whatever their names: some of the scripts are written in Python.
+shell_scripts() {
+    find .ci scripts data/xkb tests/installed -type f -exec grep --files-with-matches --max-count=1 -E '^#!/.*\b(ba)?sh$' {} +
+}
+
 check_style() {
     own_sources | xargs clang-format --dry-run --Werror
-    find scripts -maxdepth 1 -type f -print0 |
-        xargs -0 shellcheck .ci/run data/xkb/caps-lock-hyper tests/installed/check-*
+    shell_scripts | xargs shellcheck
     say "$(own_sources | wc -l) files"
 }
 
