@@ -234,6 +234,8 @@ TEST_F(NotifierItem, bus_absent_itemLives) {
 }
 
 TEST_F(NotifierItem, menu_rebuiltTenThousandTimes_takesNoMoreMemory) {
+    // Where the address sanitizer is built in: freed memory goes back at once, as it does without it.
+    desk.environment().set("ASAN_OPTIONS", "quarantine_size_mb=0:thread_local_quarantine_size_kb=0");
     TestPanel panel(desk.bus().address());
     ItemProcess process(desk.environment());
     const auto item = registeredItem(panel);
@@ -243,12 +245,12 @@ TEST_F(NotifierItem, menu_rebuiltTenThousandTimes_takesNoMoreMemory) {
         ASSERT_TRUE(waitOnBus([&] { return process.waitForLine("rebuilt", std::chrono::milliseconds(1)); }));
         ASSERT_EQ(item->rows().size(), 16U);
     };
-    // The queue of messages on their way to the bus grows to what one burst needs, and stays; a menu that is not let go
-    // of would take ten times as much.
+    // The queue of messages on their way to the bus grows to what one burst needs, and stays. A sanitizer keeps books
+    // of its own, which grow a little; half a kilobyte left behind by each rebuild would be more.
     rebuild(10000);
     const long before = process.privateMemory();
     rebuild(10000);
-    EXPECT_LE(process.privateMemory(), before + 1024);
+    EXPECT_LE(process.privateMemory(), before + 4096);
 }
 
 TEST_F(NotifierItem, activate_panelLeavesTheMenuToTheItem_opensIt) {
