@@ -87,6 +87,18 @@ TEST_F(PopupMenu, click_onADisabledRow_doesNothing) {
     EXPECT_EQ(overlayWindows().size(), 1U);
 }
 
+TEST_F(PopupMenu, wheel_turnedOverARow_doesNothing) {
+    ItemProcess process(desk.environment());
+    desk.pointer().moveTo({300, 200});
+    const ScreenWindow window = open(process);
+    desk.pointer().moveTo(desk.layout().toMain({window.x + 40, window.y + window.height - 15}));
+    for (const int wheel : {4, 5}) {
+        clickButton(desk.connection(), wheel);
+    }
+    EXPECT_EQ(process.nextLine(), "");
+    EXPECT_EQ(overlayWindows().size(), 1U);
+}
+
 TEST_F(PopupMenu, click_elsewhere_leavesWithoutAChoice) {
     ItemProcess process(desk.environment());
     desk.pointer().moveTo({300, 200});

@@ -17,6 +17,7 @@ constexpr double sidePadding = 16;
 constexpr double hintGap = 32;
 constexpr double cornerRadius = 6;
 constexpr int widestRow = 560;
+constexpr xcb_button_t lastRealButton = 3;  // the next ones are the wheel's
 constexpr std::chrono::milliseconds attemptInterval(20);
 constexpr std::chrono::seconds longestAttempt(2);
 
@@ -141,6 +142,9 @@ void PopupMenu::handleEvent(const xcb_generic_event_t& event) {
         }
         case XCB_BUTTON_PRESS: {
             const auto& press = reinterpret_cast<const xcb_button_press_event_t&>(event);
+            if (press.detail > lastRealButton) {
+                break;
+            }
             if (!isInside(press.root_x, press.root_y)) {
                 choose(std::nullopt);
                 break;
@@ -151,7 +155,8 @@ void PopupMenu::handleEvent(const xcb_generic_event_t& event) {
         }
         case XCB_BUTTON_RELEASE: {
             const auto& release = reinterpret_cast<const xcb_button_release_event_t&>(event);
-            if (const auto row = choiceAt(release.root_x, release.root_y); isArmed_ && row) {
+            const auto row = choiceAt(release.root_x, release.root_y);
+            if (release.detail <= lastRealButton && isArmed_ && row) {
                 choose(row);
             }
             break;
