@@ -4,7 +4,6 @@
 #include <xcb/shape.h>
 
 #include <cmath>
-#include <cstdlib>
 #include <vector>
 
 namespace vantrel::overlay {
@@ -12,8 +11,7 @@ namespace vantrel::overlay {
 namespace {
 
 constexpr std::uint32_t eventMask = XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
-                                    XCB_EVENT_MASK_POINTER_MOTION | XCB_EVENT_MASK_LEAVE_WINDOW |
-                                    XCB_EVENT_MASK_KEY_PRESS;
+                                    XCB_EVENT_MASK_POINTER_MOTION | XCB_EVENT_MASK_KEY_PRESS;
 
 void setText(const Screen& screen, xcb_window_t window, xcb_atom_t property, xcb_atom_t type, const std::string& text) {
     xcb_change_property(screen.connection(), XCB_PROP_MODE_REPLACE, window, property, type, 8,
@@ -107,11 +105,6 @@ void PopupWindow::setShape(const RootRect& bounds, int cornerRadius) {
     const auto rows = roundedRows(bounds.width, bounds.height, cornerRadius);
     xcb_shape_rectangles(screen_.connection(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, XCB_CLIP_ORDERING_YX_SORTED,
                          window_, 0, 0, static_cast<std::uint32_t>(rows.size()), rows.data());
-}
-
-void PopupWindow::moveTo(RootPoint position) {
-    const std::uint32_t values[] = {static_cast<std::uint32_t>(position.x), static_cast<std::uint32_t>(position.y)};
-    xcb_configure_window(screen_.connection(), window_, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, values);
 }
 
 void PopupWindow::show() {

@@ -26,7 +26,6 @@ class PopupWindow {
 
     /// Gives the window the bounds, corners of that radius, and what `draw` draws.
     void place(const RootRect& bounds, int cornerRadius, const std::function<void(cairo_t*)>& draw);
-    void moveTo(RootPoint position);
     void show();
 
   private:
