@@ -258,8 +258,19 @@ TEST_F(NotifierItem, activate_panelLeavesTheMenuToTheItem_opensIt) {
     ItemProcess process(desk.environment());
     const auto item = registeredItem(panel);
     ASSERT_TRUE(item);
-    item->activate();
+    EXPECT_TRUE(item->activate());
     EXPECT_TRUE(waitForOverlayWindows(1));
+}
+
+TEST_F(NotifierItem, activate_panelOpensTheMenuWhenRefused_isRefused) {
+    const ProcessName name("kded5");
+    TestPanel panel(desk.bus().address());
+    ItemProcess process(desk.environment());
+    const auto item = registeredItem(panel);
+    ASSERT_TRUE(item);
+    ASSERT_TRUE(waitOnBus([&] { return process.isVisible(); }));
+    EXPECT_FALSE(item->activate());
+    EXPECT_FALSE(waitOnBus([&] { return process.overlay().has_value(); }, quietTime));
 }
 
 }  // namespace

@@ -105,8 +105,8 @@ bool PanelItem::click(int identifier) {
                      g_variant_new("(isvu)", identifier, "clicked", g_variant_new_int32(0), 0)) != nullptr;
 }
 
-void PanelItem::activate() {
-    bus_.call(busName_, itemPath, itemInterface, "Activate", g_variant_new("(ii)", 10, 10));
+bool PanelItem::activate() {
+    return bus_.call(busName_, itemPath, itemInterface, "Activate", g_variant_new("(ii)", 10, 10)) != nullptr;
 }
 
 }  // namespace vantrel::desk

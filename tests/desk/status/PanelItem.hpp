@@ -43,8 +43,8 @@ class PanelItem {
     /// What a click on the row sends; returns whether the item took it.
     bool click(int identifier);
 
-    /// What some panels send for a click on the icon.
-    void activate();
+    /// What some panels send for a click on the icon; returns whether the item took it.
+    bool activate();
 
   private:
     BusClient& bus_;

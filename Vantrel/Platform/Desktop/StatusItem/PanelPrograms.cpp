@@ -10,16 +10,18 @@ namespace vantrel::desktop {
 namespace {
 
 // The programs that own org.kde.StatusNotifierWatcher, as seen on each desktop (docs/panels.md).
+constexpr PanelProgram labelDrawer{.drawsLabel = true};
+constexpr PanelProgram plasma{.isQt = true, .opensRefusedMenu = true};
 constexpr std::array knownPrograms{
-    std::pair{std::string_view("gnome-shell"), PanelProgram{.drawsLabel = true, .isQt = false}},
-    std::pair{std::string_view("mate-panel"), PanelProgram{.drawsLabel = true, .isQt = false}},
-    std::pair{std::string_view("notification-ar"), PanelProgram{.drawsLabel = true, .isQt = false}},  // MATE's applet
-    std::pair{std::string_view("ayatana-indicat"), PanelProgram{.drawsLabel = true, .isQt = false}},
-    std::pair{std::string_view("indicator-appli"), PanelProgram{.drawsLabel = true, .isQt = false}},
-    std::pair{std::string_view("kded5"), PanelProgram{.drawsLabel = false, .isQt = true}},  // Plasma 5's watcher
-    std::pair{std::string_view("kded6"), PanelProgram{.drawsLabel = false, .isQt = true}},
-    std::pair{std::string_view("plasmashell"), PanelProgram{.drawsLabel = false, .isQt = true}},
-    std::pair{std::string_view("lxqt-panel"), PanelProgram{.drawsLabel = false, .isQt = true}},
+    std::pair{std::string_view("gnome-shell"), labelDrawer},
+    std::pair{std::string_view("mate-panel"), labelDrawer},
+    std::pair{std::string_view("notification-ar"), labelDrawer},  // MATE's applet
+    std::pair{std::string_view("ayatana-indicat"), labelDrawer},
+    std::pair{std::string_view("indicator-appli"), labelDrawer},
+    std::pair{std::string_view("kded5"), plasma},  // Plasma 5's watcher
+    std::pair{std::string_view("kded6"), plasma},
+    std::pair{std::string_view("plasmashell"), plasma},
+    std::pair{std::string_view("lxqt-panel"), PanelProgram{.isQt = true}},
 };
 
 }  // namespace

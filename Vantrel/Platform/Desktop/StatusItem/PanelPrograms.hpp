@@ -10,6 +10,7 @@ namespace vantrel::desktop {
 struct PanelProgram {
     bool drawsLabel = false;  ///< false also when in doubt: better a text on the screen than none at all
     bool isQt = false;
+    bool opensRefusedMenu = false;  ///< opens the menu itself when the item refuses to be activated
 };
 
 /// What is known of the program that has the name, as the kernel gives it (at most 15 characters).

@@ -45,6 +45,11 @@ struct StatusNotifierItem::BusCallbacks {
     static void call(GDBusConnection*, const gchar*, const gchar*, const gchar*, const gchar* method,
                      GVariant* arguments, GDBusMethodInvocation* invocation, gpointer data) {
         const std::string_view name(method);
+        if (name == "Activate" && self(data).opensRefusedMenu()) {
+            g_dbus_method_invocation_return_error(invocation, G_DBUS_ERROR, G_DBUS_ERROR_NOT_SUPPORTED,
+                                                  "The item is its menu");
+            return;
+        }
         const bool isMenuWanted = name == "ContextMenu" || name == "Activate";
         gint32 x = 0;
         gint32 y = 0;

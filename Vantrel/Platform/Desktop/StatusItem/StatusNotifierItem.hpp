@@ -38,6 +38,7 @@ class StatusNotifierItem {
   private:
     struct BusCallbacks;
 
+    [[nodiscard]] bool opensRefusedMenu() const { return registration_ && registration_->opensRefusedMenu(); }
     void registerAs(const std::string& service);
     [[nodiscard]] GVariant* property(const std::string& name) const;
     void emitSignal(const char* name, GVariant* arguments);

@@ -3,8 +3,6 @@
 #include <string_view>
 #include <utility>
 
-#include "Vantrel/Platform/Desktop/StatusItem/PanelPrograms.hpp"
-
 namespace vantrel::desktop {
 
 namespace {
@@ -72,8 +70,7 @@ void WatcherRegistration::watcherVanished() {
     calls_.reset();
     stopRetrying();
     refusals_ = 0;
-    drawsLabel_ = false;
-    isQtHost_ = false;
+    program_ = {};
     if (isRegistered_ || hasHost_) {
         isRegistered_ = false;
         hasHost_ = false;
@@ -145,9 +142,7 @@ void WatcherRegistration::askForProcess(const std::string& owner) {
             }
             guint32 process = 0;
             g_variant_get(answer, "(u)", &process);
-            const PanelProgram program = panelProgram(processName(process));
-            drawsLabel_ = program.drawsLabel;
-            isQtHost_ = program.isQt;
+            program_ = panelProgram(processName(process));
             report();
         });
 }

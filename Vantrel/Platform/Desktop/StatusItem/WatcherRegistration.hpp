@@ -6,6 +6,7 @@
 
 #include "Vantrel/Platform/Desktop/StatusItem/BusCalls.hpp"
 #include "Vantrel/Platform/Desktop/StatusItem/GLibHandles.hpp"
+#include "Vantrel/Platform/Desktop/StatusItem/PanelPrograms.hpp"
 
 namespace vantrel::desktop {
 
@@ -25,10 +26,13 @@ class WatcherRegistration {
     [[nodiscard]] bool isShown() const { return isRegistered_ && hasHost_; }
 
     /// Whether that host is known to draw the item's label.
-    [[nodiscard]] bool drawsLabel() const { return isShown() && drawsLabel_; }
+    [[nodiscard]] bool drawsLabel() const { return isShown() && program_.drawsLabel; }
 
     /// Whether that host is known to be built with Qt.
-    [[nodiscard]] bool isQtHost() const { return isQtHost_; }
+    [[nodiscard]] bool isQtHost() const { return program_.isQt; }
+
+    /// Whether that host is known to open the menu itself when the item refuses to be activated.
+    [[nodiscard]] bool opensRefusedMenu() const { return program_.opensRefusedMenu; }
 
   private:
     struct BusCallbacks;
@@ -53,8 +57,7 @@ class WatcherRegistration {
     unsigned refusals_ = 0;
     bool isRegistered_ = false;
     bool hasHost_ = false;
-    bool drawsLabel_ = false;
-    bool isQtHost_ = false;
+    PanelProgram program_;  ///< of the present watcher
 };
 
 }  // namespace vantrel::desktop
