@@ -1,8 +1,9 @@
 #include "Vantrel/Platform/Qt/RecorderKeyTap.hpp"
 
-#include <QGuiApplication>
+#include <QCoreApplication>
 #include <utility>
 
+#include "Vantrel/Platform/Qt/ServerConnection.hpp"
 #include "Vantrel/Platform/X11/KeymapReader.hpp"
 #include "Vantrel/Platform/X11/XcbHandles.hpp"
 #include "Vantrel/Platform/X11/XkbProtocol.h"
@@ -10,11 +11,6 @@
 namespace vantrel::qt {
 
 namespace {
-
-xcb_connection_t* connection() {
-    const auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    return x11 != nullptr ? x11->connection() : nullptr;
-}
 
 /// Focus events of these modes say that somebody grabs the keyboard or lets go of it; the focus stays where it is.
 bool isGrabNotice(std::uint8_t mode) {
@@ -49,7 +45,7 @@ RecorderKeyTap::~RecorderKeyTap() {
 }
 
 bool RecorderKeyTap::isPossible() {
-    return connection() != nullptr;
+    return serverConnection() != nullptr;
 }
 
 std::unique_ptr<EventMonitor> RecorderKeyTap::record(std::uint32_t mask, ShortcutRecorderButton::EventHandler handler) {
@@ -86,9 +82,9 @@ void RecorderKeyTap::startFiltering() {
         return;
     }
     QCoreApplication::instance()->installNativeEventFilter(this);
-    xkbFirstEvent_ = vantrelXkbFirstEvent(connection());
+    xkbFirstEvent_ = vantrelXkbFirstEvent(serverConnection());
     // Qt tells a repeat by its release and press at one time; here a release has to mean that the key is up.
-    vantrelXkbSetDetectableAutoRepeat(connection(), true);
+    vantrelXkbSetDetectableAutoRepeat(serverConnection(), true);
 }
 
 void RecorderKeyTap::stopFiltering() {
@@ -96,12 +92,12 @@ void RecorderKeyTap::stopFiltering() {
         return;
     }
     QCoreApplication::instance()->removeNativeEventFilter(this);
-    vantrelXkbSetDetectableAutoRepeat(connection(), false);
-    xcb_flush(connection());
+    vantrelXkbSetDetectableAutoRepeat(serverConnection(), false);
+    xcb_flush(serverConnection());
 }
 
 void RecorderKeyTap::grab() {
-    xcb_connection_t* const server = connection();
+    xcb_connection_t* const server = serverConnection();
     const auto cookie = xcb_grab_keyboard(server, 0, static_cast<xcb_window_t>(window_.winId()), XCB_CURRENT_TIME,
                                           XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     const auto reply = x11::adopt(xcb_grab_keyboard_reply(server, cookie, nullptr));
@@ -111,13 +107,13 @@ void RecorderKeyTap::grab() {
 
 void RecorderKeyTap::ungrab() {
     if (std::exchange(isGrabbed_, false)) {
-        xcb_ungrab_keyboard(connection(), XCB_CURRENT_TIME);
-        xcb_flush(connection());
+        xcb_ungrab_keyboard(serverConnection(), XCB_CURRENT_TIME);
+        xcb_flush(serverConnection());
     }
 }
 
 void RecorderKeyTap::readKeyboard() {
-    keys_.emplace(x11::readKeymap(connection()), x11::readHeldKeys(connection()));
+    keys_.emplace(x11::readKeymap(serverConnection()), x11::readHeldKeys(serverConnection()));
 }
 
 bool RecorderKeyTap::nativeEventFilter(const QByteArray& eventType, void* message, qintptr* /*result*/) {
@@ -199,7 +195,7 @@ void RecorderKeyTap::noteKeymapChange(const xcb_generic_event_t& event) {
     const bool isChange = xkbFirstEvent_ != 0 && (event.response_type & 0x7FU) == xkbFirstEvent_ &&
                           (event.pad0 == vantrelXkbNewKeyboardNotify || event.pad0 == vantrelXkbMapNotify);
     if (isChange && keys_) {
-        keys_->setKeymap(x11::readKeymap(connection()));
+        keys_->setKeymap(x11::readKeymap(serverConnection()));
     }
 }
 

@@ -2,7 +2,6 @@
 
 #include <xcb/xcb.h>
 
-#include <QGuiApplication>
 #include <array>
 #include <chrono>
 #include <cstdint>
@@ -10,6 +9,7 @@
 #include <string_view>
 #include <thread>
 
+#include "Vantrel/Platform/Qt/ServerConnection.hpp"
 #include "Vantrel/Platform/X11/XcbHandles.hpp"
 
 namespace vantrel::qt {
@@ -17,11 +17,6 @@ namespace vantrel::qt {
 namespace {
 
 constexpr std::uint32_t sourceIsPager = 2;
-
-xcb_connection_t* connection() {
-    const auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    return x11 != nullptr ? x11->connection() : nullptr;
-}
 
 xcb_window_t root(xcb_connection_t* server) {
     return xcb_setup_roots_iterator(xcb_get_setup(server)).data->root;
@@ -60,7 +55,7 @@ void askWindowManager(xcb_connection_t* server, xcb_window_t window, std::string
 }  // namespace
 
 void WindowManager::waitUntilWithdrawn(QWidget& window) {
-    xcb_connection_t* const server = connection();
+    xcb_connection_t* const server = serverConnection();
     if (server == nullptr || !window.testAttribute(Qt::WA_WState_Created)) {
         return;
     }
@@ -75,7 +70,7 @@ void WindowManager::waitUntilWithdrawn(QWidget& window) {
 }
 
 void WindowManager::skipTaskBar(QWidget& window) {
-    xcb_connection_t* const server = connection();
+    xcb_connection_t* const server = serverConnection();
     if (server == nullptr) {
         return;
     }
@@ -89,7 +84,7 @@ void WindowManager::skipTaskBar(QWidget& window) {
 void WindowManager::bringToFront(QWidget& window) {
     window.raise();
     window.activateWindow();
-    xcb_connection_t* const server = connection();
+    xcb_connection_t* const server = serverConnection();
     if (server == nullptr) {
         return;
     }
