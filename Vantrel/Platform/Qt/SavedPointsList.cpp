@@ -41,6 +41,11 @@ QVariant SavedPointsModel::data(const QModelIndex& index, int role) const {
     return text ? QVariant(QString::fromStdString(*text)) : QVariant();
 }
 
+QModelIndexList SavedPointsModel::match(const QModelIndex& /*start*/, int /*role*/, const QVariant& /*value*/,
+                                        int /*hits*/, Qt::MatchFlags /*flags*/) const {
+    return {};
+}
+
 QString SavedPointDelegate::displayText(const QVariant& value, const QLocale& /*locale*/) const {
     // A name may hold line breaks; a row is one line.
     return value.toString().simplified();

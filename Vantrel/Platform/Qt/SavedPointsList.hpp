@@ -21,6 +21,10 @@ class SavedPointsModel final : public QAbstractListModel {
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
 
+    /// Finds nothing: letters typed into the table would make the texts of rows that nobody has scrolled to.
+    [[nodiscard]] QModelIndexList match(const QModelIndex& start, int role, const QVariant& value, int hits,
+                                        Qt::MatchFlags flags) const override;
+
   private:
     std::weak_ptr<PreferencesWindowViewDelegate> source_;
     int count_ = 0;

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QScrollBar>
+#include <QTest>
 #include <set>
 #include <string>
 
@@ -78,6 +79,14 @@ TEST_F(SavedPointsListTest, reload_thousandRows_areAskedForOnlyWhenDrawn) {
     list.grab();
     EXPECT_TRUE(rows->asked.contains(999));
     EXPECT_LE(rows->asked.size(), 12U);
+}
+
+TEST_F(SavedPointsListTest, letters_typed_askForNoFurtherRows) {
+    load(1000);
+    draw();
+    const auto drawn = rows->asked;
+    QTest::keyClicks(&list.table(), "Point 9");
+    EXPECT_EQ(rows->asked, drawn);
 }
 
 TEST_F(SavedPointsListTest, reload_scrolled_keepsThePlaceAndTheSelection) {
