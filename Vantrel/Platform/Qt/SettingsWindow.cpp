@@ -1,5 +1,6 @@
 #include "Vantrel/Platform/Qt/SettingsWindow.hpp"
 
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QCursor>
@@ -7,6 +8,7 @@
 #include <QIcon>
 #include <QKeyEvent>
 #include <QScreen>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
@@ -21,6 +23,22 @@ namespace vantrel::qt {
 
 using Layout = PreferencesWindowLayout;
 using Texts = PreferencesWindowTexts;
+
+namespace {
+
+/// A plain widget is a mere filler to a screen reader, which would not tell that a window came.
+class AccessibleWindow final : public QAccessibleWidget {
+  public:
+    explicit AccessibleWindow(QWidget* window) : QAccessibleWidget(window, QAccessible::Dialog) {}
+};
+
+QAccessibleInterface* makeAccessibleWindow(const QString& /*className*/, QObject* object) {
+    auto* const window = dynamic_cast<SettingsWindow*>(object);
+    // Qt's cache of interfaces takes it over.
+    return window != nullptr ? std::make_unique<AccessibleWindow>(window).release() : nullptr;
+}
+
+}  // namespace
 
 SettingsWindow::SettingsWindow()
     : QWidget(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
@@ -37,6 +55,7 @@ SettingsWindow::SettingsWindow()
       savedPointsSummaryLabel_(SemanticColor::secondaryLabel),
       savedPointsEmptyLabel_(SemanticColor::secondaryLabel, Texts::savedPointsEmpty),
       clearSavedPointsButton_(Texts::clearSavedPointsButton) {
+    QAccessible::installFactory(makeAccessibleWindow);
     setWindowTitle(Texts::windowTitle);
     resize(Layout::contentWidth, Layout::contentHeight);
     setWindowIcon(QIcon::fromTheme("org.vantrel.Vantrel"));
@@ -96,7 +115,8 @@ void SettingsWindow::wireControls() {
     connect(&resetShortcutButton_, &QPushButton::clicked, this, [this] { send(&Delegate::resetShortcut); });
     connect(&modePopup_, &QComboBox::activated, this, [this] { send(&Delegate::modeChanged); });
     connect(&animationPopup_, &QComboBox::activated, this, [this] { send(&Delegate::animationChanged); });
-    connect(&soundButton_, &QCheckBox::clicked, this, [this] { send(&Delegate::soundChanged); });
+    // Not `clicked`: a screen reader changes a box without a click.
+    connect(&soundButton_, &QCheckBox::toggled, this, [this] { send(&Delegate::soundChanged); });
     connect(&clearSavedPointsButton_, &QPushButton::clicked, this, [this] { send(&Delegate::clearSavedPoints); });
     // Enter presses buttons too, not only Space.
     resetShortcutButton_.setAutoDefault(true);
@@ -147,6 +167,7 @@ std::int64_t SettingsWindow::indexOfSelectedItem(PreferencesPopUp popUp) const {
 }
 
 void SettingsWindow::setSoundChecked(bool checked) {
+    const QSignalBlocker notByThePerson(soundButton_);
     soundButton_.setChecked(checked);
 }
 

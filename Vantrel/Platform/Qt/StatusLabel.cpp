@@ -27,11 +27,6 @@ QAccessibleInterface* makeAccessibleStatus(const QString& /*className*/, QObject
     return label != nullptr ? std::make_unique<AccessibleStatus>(label).release() : nullptr;
 }
 
-void notify(QObject* object, QAccessible::Event kind) {
-    QAccessibleEvent event(object, kind);
-    QAccessible::updateAccessibility(&event);
-}
-
 }  // namespace
 
 TintedLabel::TintedLabel(SemanticColor color, const QString& text) : QLabel(text), color_(color) {
@@ -55,8 +50,8 @@ void StatusLabel::announce(const QString& text, SemanticColor color) {
     setText(text);
     setSemanticColor(color);
     if (isNew && isVisible()) {
-        notify(this, QAccessible::NameChanged);
-        notify(this, QAccessible::ObjectShow);
+        QAccessibleEvent event(this, QAccessible::ObjectShow);
+        QAccessible::updateAccessibility(&event);
     }
 }
 

@@ -61,6 +61,16 @@ std::uint32_t WindowManagerProbe::desktopOf(xcb_window_t window) {
     return values.empty() ? 0 : values.front();
 }
 
+std::string WindowManagerProbe::titleOf(xcb_window_t window) {
+    const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
+        connection_.get(),
+        xcb_get_property(connection_.get(), 0, window, atom("_NET_WM_NAME"), atom("UTF8_STRING"), 0, 1024), nullptr));
+    if (!reply) {
+        return {};
+    }
+    return {static_cast<const char*>(xcb_get_property_value(reply.get())), reply->value_len};
+}
+
 bool WindowManagerProbe::hasState(xcb_window_t window, std::string_view state) {
     const auto states = property(window, "_NET_WM_STATE");
     return std::find(states.begin(), states.end(), atom(state)) != states.end();

@@ -19,6 +19,7 @@ class WindowManagerProbe {
     xcb_window_t activeWindow();
     std::uint32_t currentDesktop();
     std::uint32_t desktopOf(xcb_window_t window);
+    std::string titleOf(xcb_window_t window);
     bool hasState(xcb_window_t window, std::string_view state);
 
     /// The windows at the front come last.

@@ -13,7 +13,9 @@ class Environment {
   public:
     static Environment minimal();
 
-    void set(std::string_view name, std::string_view value) { variables_.insert_or_assign(std::string(name), value); }
+    void set(std::string_view name, std::string_view value) {
+        variables_.insert_or_assign(std::string(name), std::string(value));
+    }
     void unset(std::string_view name) { variables_.erase(std::string(name)); }
 
     /// The variables in the form "NAME=value".

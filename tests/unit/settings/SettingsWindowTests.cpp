@@ -248,6 +248,15 @@ TEST_F(SettingsWindowTest, controls_used_reachTheDelegate) {
     EXPECT_EQ(recorder->calls, Calls{"toggleRecording"});
 }
 
+TEST_F(SettingsWindowTest, sound_toggledByAScreenReader_reachesTheDelegate) {
+    show();
+    auto* const actions =
+        QAccessible::queryAccessibleInterface(&withText<QCheckBox>("Play feedback sound"))->actionInterface();
+    actions->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_TRUE(window->isSoundChecked());
+    EXPECT_EQ(delegate->calls, Calls{"soundChanged"});
+}
+
 TEST_F(SettingsWindowTest, controls_setByTheController_areNoActions) {
     show();
     window->selectItem(PreferencesPopUp::mode, 1);
@@ -366,6 +375,7 @@ QAccessible::Role roleOf(QObject* object) {
 TEST_F(SettingsWindowTest, accessibility_controls_haveNamesAndRoles) {
     show();
     EXPECT_EQ(nameOf(&*window), "Vantrel Settings");
+    EXPECT_EQ(roleOf(&*window), QAccessible::Dialog);
     EXPECT_EQ(nameOf(&recorderButton()), "Hyper + D");
     EXPECT_EQ(roleOf(&recorderButton()), QAccessible::Button);
     EXPECT_EQ(nameOf(&withText<QPushButton>("Reset")), "Reset");
