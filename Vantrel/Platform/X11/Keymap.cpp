@@ -22,7 +22,6 @@ constexpr std::uint32_t carbonCommand = 0x100;
 constexpr std::uint32_t carbonShift = 0x200;
 constexpr std::uint32_t carbonOption = 0x800;
 constexpr std::uint32_t carbonControl = 0x1000;
-constexpr std::uint32_t carbonAll = carbonCommand | carbonShift | carbonOption | carbonControl;
 
 struct RoleKeysyms {
     std::uint32_t carbonBit;
@@ -92,6 +91,26 @@ std::vector<std::uint16_t> subsetsOf(std::uint16_t mask) {
     }
 }
 
+std::vector<std::uint16_t> nonEmptySubsetsOf(std::uint16_t mask) {
+    std::vector<std::uint16_t> subsets = subsetsOf(mask);
+    subsets.pop_back();
+    return subsets;
+}
+
+/// Every mask of the first list together with every one of the second, each result once.
+std::vector<std::uint16_t> combined(const std::vector<std::uint16_t>& first, const std::vector<std::uint16_t>& second) {
+    std::vector<std::uint16_t> all;
+    all.reserve(first.size() * second.size());
+    for (const std::uint16_t one : first) {
+        for (const std::uint16_t other : second) {
+            all.push_back(static_cast<std::uint16_t>(one | other));
+        }
+    }
+    std::sort(all.begin(), all.end());
+    all.erase(std::unique(all.begin(), all.end()), all.end());
+    return all;
+}
+
 }  // namespace
 
 Keymap::Keymap(const KeymapDescription& description) : names_(description.names) {
@@ -110,6 +129,10 @@ void Keymap::findRoles(const KeymapDescription& description) {
         Role& role = roles_[index];
         role.carbonBit = keysyms.carbonBit;
         role.mask = modifiersWith(description, isRole);
+        if (role.mask != lockModifier) {
+            // A Caps Lock that was made a Control key may be left on Lock: that bit says nothing about Control.
+            role.mask = static_cast<std::uint16_t>(role.mask & ~lockModifier);
+        }
         for (std::size_t keycode = 0; keycode < role.keys.size(); ++keycode) {
             const auto ofKey = keysymsOf(description, keycode);
             if (!ofKey.empty() && isRole(ofKey.front())) {
@@ -156,9 +179,8 @@ KeySet Keymap::keysAt(std::uint32_t keyCode) const {
 }
 
 std::vector<std::uint16_t> Keymap::stateMasksFor(std::uint32_t modifiers) const {
-    std::uint16_t full = 0;
+    std::vector<std::uint16_t> masks{0};
     std::uint16_t switching = 0;
-    int switchingRoles = 0;
     for (const Role& role : roles_) {
         if ((modifiers & role.carbonBit) == 0) {
             continue;
@@ -166,41 +188,23 @@ std::vector<std::uint16_t> Keymap::stateMasksFor(std::uint32_t modifiers) const 
         if (role.mask == 0) {
             return {};
         }
-        full |= role.mask;
         if (role.canSwitchLayout) {
             switching |= role.mask;
-            ++switchingRoles;
+        } else {
+            // The left and the right key may set different bits, and either key is enough.
+            masks = combined(masks, nonEmptySubsetsOf(role.mask));
         }
     }
-    if (full == 0) {
-        return {};
+    if (switching != 0) {
+        // The first of these to go down is set as usual; each further one may switch the layout instead.
+        masks = combined(masks, nonEmptySubsetsOf(switching));
     }
-    if (switchingRoles < 2) {
-        return {full};
-    }
-    // The first of the switching modifiers to go down is set as usual; each further one may switch the layout instead.
-    std::vector<std::uint16_t> masks;
-    for (const std::uint16_t kept : subsetsOf(switching)) {
-        if (kept != 0) {
-            masks.push_back(static_cast<std::uint16_t>((full & ~switching) | kept));
-        }
-    }
-    return masks;
-}
-
-std::vector<std::uint16_t> Keymap::withLocks(const std::vector<std::uint16_t>& masks) const {
-    std::vector<std::uint16_t> all;
-    for (const std::uint16_t mask : masks) {
-        for (const std::uint16_t locks : subsetsOf(lockMask_)) {
-            all.push_back(static_cast<std::uint16_t>(mask | locks));
-        }
-    }
-    return all;
+    return masks.front() == 0 ? std::vector<std::uint16_t>() : masks;
 }
 
 std::optional<std::vector<KeyGrab>> Keymap::grabsFor(std::uint32_t keyCode, std::uint32_t modifiers) const {
     const KeySet keys = keysAt(keyCode);
-    const std::vector<std::uint16_t> masks = withLocks(stateMasksFor(modifiers));
+    const std::vector<std::uint16_t> masks = combined(stateMasksFor(modifiers), subsetsOf(lockMask_));
     if (keys.none() || masks.empty()) {
         return std::nullopt;
     }
@@ -227,13 +231,7 @@ std::optional<std::uint32_t> Keymap::carbonModifiersOfState(std::uint16_t state)
     if (hasForeignModifiers(state)) {
         return std::nullopt;
     }
-    std::uint32_t modifiers = 0;
-    for (const Role& role : roles_) {
-        if (role.mask != 0 && (state & role.mask) == role.mask) {
-            modifiers |= role.carbonBit;
-        }
-    }
-    return modifiers & carbonAll;
+    return carbonModifiersIn(state);
 }
 
 std::uint32_t Keymap::carbonModifiersIn(std::uint16_t state) const {

@@ -75,7 +75,7 @@ class Keymap {
   private:
     struct Role {
         std::uint32_t carbonBit = 0;
-        std::uint16_t mask = 0;  ///< the modifier bits of the core protocol; 0 when the keyboard lacks it
+        std::uint16_t mask = 0;  ///< the core protocol's bits, any of which means it; 0 when the keyboard lacks it
         KeySet keys;             ///< the keys that stand for it when nothing else is held
         bool canSwitchLayout = false;
     };
@@ -84,7 +84,6 @@ class Keymap {
     void findModifierAndEscapeKeys(const KeymapDescription& description);
     void findLocks(const KeymapDescription& description);
     [[nodiscard]] std::vector<std::uint16_t> stateMasksFor(std::uint32_t modifiers) const;
-    [[nodiscard]] std::vector<std::uint16_t> withLocks(const std::vector<std::uint16_t>& masks) const;
 
     std::array<VantrelXkbKeyName, 256> names_{};
     std::array<Role, 4> roles_{};

@@ -85,6 +85,17 @@ TEST_F(KeymapChange, setxkbmap_superAndAltSwapped_commandIsWhereSuperIs) {
     EXPECT_TRUE(probe.waitForPresses(1, 1));
 }
 
+TEST_F(KeymapChange, xmodmap_superKeysOnTwoModifiers_eitherIsCommand) {
+    ASSERT_EQ(probe.add(1, keyD, 0x1100), 0);
+    runProgram({"xmodmap", "-e", "remove mod4 = Super_R", "-e", "add mod3 = Super_R"}, onDesk());
+    probe.staysQuiet();
+    int count = 0;
+    for (const std::string_view super : {std::string_view("LWIN"), std::string_view("RWIN")}) {
+        desk.keyboard().type({keys::control, super, keys::d});
+        EXPECT_TRUE(probe.waitForPresses(1, ++count)) << super;
+    }
+}
+
 TEST_F(KeymapChange, setxkbmap_manyTimesInARow_pressIsReportedOnce) {
     ASSERT_EQ(probe.add(1, keyD, hyperMask), 0);
     for (const char* layout : {"de", "fr", "ru", "us", "gr", "us"}) {

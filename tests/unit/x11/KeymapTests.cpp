@@ -53,6 +53,40 @@ TEST(Keymap, grabsFor_commandOnAnotherModifier_followsTheModifierMap) {
     EXPECT_TRUE(masksOf(*grabs).contains(mod1));
 }
 
+/// Some people part the two Super keys, to have one more modifier for their window manager.
+TestKeyboard partedKeyboard() {
+    return ordinaryKeyboard().key(134, "RWIN", superR, 0, 5);
+}
+
+TEST(Keymap, grabsFor_commandOnTwoModifiers_eitherIsEnough) {
+    const auto grabs = partedKeyboard().map().grabsFor(2, command);
+    ASSERT_TRUE(grabs);
+    std::set<std::uint16_t> withoutLocks;
+    for (const std::uint16_t mask : masksOf(*grabs)) {
+        withoutLocks.insert(static_cast<std::uint16_t>(mask & ~(lockMask | mod2)));
+    }
+    EXPECT_EQ(withoutLocks, (std::set<std::uint16_t>{mod4, mod3, mod4 | mod3}));
+    EXPECT_EQ(grabs->size(), 12U);
+}
+
+TEST(Keymap, carbonModifiersOfState_commandOnTwoModifiers_eitherIsEnough) {
+    const Keymap map = partedKeyboard().map();
+    for (const std::uint16_t state : {mod4, mod3, static_cast<std::uint16_t>(mod4 | mod3)}) {
+        EXPECT_EQ(map.carbonModifiersOfState(state | controlMask), command | control);
+    }
+}
+
+TEST(Keymap, grabsFor_aKeyOfTheModifierOnLockToo_lockStaysALock) {
+    // xmodmap -e "keycode 66 = Control_L" -e "add Control = Control_L", and Lock still has the key.
+    const Keymap map = ordinaryKeyboard().key(66, "CAPS", controlL, 0, 1).key(66, "CAPS", controlL, 0, 2).map();
+    const auto grabs = map.grabsFor(2, control);
+    ASSERT_TRUE(grabs);
+    EXPECT_EQ(masksOf(*grabs), (std::set<std::uint16_t>{controlMask, controlMask | lockMask, controlMask | mod2,
+                                                        controlMask | lockMask | mod2}));
+    EXPECT_EQ(map.carbonModifiersOfState(lockMask), 0U);
+    EXPECT_EQ(map.carbonModifiersIn(lockMask), 0U);
+}
+
 TEST(Keymap, grabsFor_keyOrModifierThatIsLacking_isNone) {
     const Keymap map = ordinaryKeyboard().map();
     EXPECT_FALSE(map.grabsFor(1, hyper)) << "no S key";

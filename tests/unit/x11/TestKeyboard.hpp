@@ -19,8 +19,8 @@ inline constexpr std::uint16_t mod3 = 32;
 inline constexpr std::uint16_t mod4 = 64;
 inline constexpr std::uint16_t mod5 = 128;
 
-inline constexpr std::uint32_t shiftL = 0xffe1, controlL = 0xffe3, altL = 0xffe9, superL = 0xffeb, numLock = 0xff7f,
-                               scrollLock = 0xff14, nextGroup = 0xfe08, letterD = 0x64;
+inline constexpr std::uint32_t shiftL = 0xffe1, controlL = 0xffe3, altL = 0xffe9, superL = 0xffeb, superR = 0xffec,
+                               numLock = 0xff7f, scrollLock = 0xff14, nextGroup = 0xfe08, letterD = 0x64;
 
 /// A keyboard that is put together key by key; the modifiers are given by their bit's number.
 class TestKeyboard {
