@@ -47,9 +47,6 @@ double CGRectGetHeight(const CGRect& rect) {
 }
 
 bool CGRectContainsPoint(const CGRect& rect, const CGPoint& point) {
-    if (CGRectIsNull(rect)) {
-        return false;
-    }
     const CGRect area = CGRectStandardize(rect);
     return point.x >= area.origin.x && point.x < area.origin.x + area.size.width && point.y >= area.origin.y &&
            point.y < area.origin.y + area.size.height;

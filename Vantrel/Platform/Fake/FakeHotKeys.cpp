@@ -52,6 +52,9 @@ OSStatus FakeHotKeys::RegisterEventHotKey(std::uint32_t keyCode, std::uint32_t m
         return parameterError;
     }
     if (const auto refusal = refusals.find(combination); refusal != refusals.end()) {
+        if (refusesWithReference && refusal->second != 0) {
+            hotKeyRef = reinterpret_cast<EventHotKeyRef>(&refusedToken_);
+        }
         return refusal->second;
     }
     if (isRegistered(combination)) {

@@ -49,6 +49,7 @@ class FakeHotKeys final : public HotKeyServices {
     [[nodiscard]] bool hasHandler() const { return handler_ != nullptr; }
 
     std::map<Combination, OSStatus> refusals;  ///< what registering them returns; 0 gives an empty reference
+    bool refusesWithReference = false;         ///< whether a refusal with a status gives a reference all the same
     OSStatus installStatus = 0;                ///< what installing a handler returns
     OSStatus readStatus = 0;                   ///< what reading a press returns
 
@@ -56,6 +57,7 @@ class FakeHotKeys final : public HotKeyServices {
     Journal& journal_;
     char target_ = 0;
     char handlerToken_ = 0;
+    char refusedToken_ = 0;
     std::vector<std::unique_ptr<char>> tokens_;  // one for each reference given out, so that none is used twice
     std::vector<Registration> registrations_;
     EventHandlerProc handler_ = nullptr;

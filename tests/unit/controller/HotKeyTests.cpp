@@ -69,6 +69,25 @@ TEST_F(HotKeyTest, launch_whileRegistered_releasesTheOldRegistrationFirst) {
     EXPECT_EQ(registrations[1], "RegisterEventHotKey(2, 6912, id 1)");
 }
 
+TEST_F(HotKeyTest, launch_whileRegisteredAndNowReserved_isNoLongerRegistered) {
+    launch();
+    fields.primaryShortcut() = {18, hyper};
+    controller->applicationDidFinishLaunching();
+    EXPECT_EQ(calls({"UnregisterEventHotKey"}), fake::Journal{"UnregisterEventHotKey(id 1)"});
+    EXPECT_FALSE(fields.primaryShortcutIsRegistered());
+    EXPECT_EQ(fields.primaryHotKeyRef(), nullptr);
+    EXPECT_EQ(fields.primaryShortcutStatusText(), "Hyper + 1 is reserved in Raycast. Choose a different Hyper key.");
+}
+
+TEST_F(HotKeyTest, launch_refusedWithAReference_isNotRegistered) {
+    fakes.hotKeys.refusals = {{{2, hyper}, eventHotKeyExistsErr}, {{124, controlOptionCommand}, eventHotKeyExistsErr}};
+    fakes.hotKeys.refusesWithReference = true;
+    launch();
+    EXPECT_FALSE(fields.primaryShortcutIsRegistered());
+    EXPECT_EQ(fields.primaryHotKeyRef(), nullptr);
+    EXPECT_EQ(fields.secondaryHotKeyCount(), 3U);
+}
+
 TEST_F(HotKeyTest, launch_fixedKeyRefused_isAbsentWithoutAWord) {
     fakes.hotKeys.refusals = {{{123, controlOptionCommand}, eventHotKeyExistsErr}, {{46, controlOptionCommand}, 0}};
     launch();

@@ -62,6 +62,20 @@ TEST_F(TeleportDisplayTest, jump_pointerOnNoDisplay_countsAsOnTheNearest) {
     EXPECT_EQ(fakes.pointer.location, (CGPoint{-512, 484}));
 }
 
+TEST_F(TeleportDisplayTest, jump_pointerOnTwoOverlappingDisplays_leavesTheOneFurtherLeft) {
+    fakes.displays.layout = {{1, CGRect{{500, 0}, {1000, 800}}}, {2, CGRect{{0, 0}, {1000, 800}}}};
+    controller->teleportDisplay(TeleportDirection::next);
+    EXPECT_EQ(fields.rememberedPositions(), (RememberedPositions{{2, {700, 500}}}));
+    EXPECT_EQ(fakes.pointer.location, (CGPoint{1000, 400}));
+}
+
+TEST_F(TeleportDisplayTest, jump_pointerEquallyFarFromTwoDisplays_leavesTheOneFurtherLeft) {
+    fakes.displays.layout = {{1, CGRect{{800, 0}, {600, 800}}}, {2, CGRect{{0, 0}, {600, 800}}}};
+    controller->teleportDisplay(TeleportDirection::next);
+    EXPECT_EQ(fields.rememberedPositions(), (RememberedPositions{{2, {700, 500}}}));
+    EXPECT_EQ(fakes.pointer.location, (CGPoint{1100, 400}));
+}
+
 TEST_F(TeleportDisplayTest, jump_threeDisplays_goesByDirectionFromLeftToRight) {
     fakes.displays.layout = {
         {3, CGRect{{1512, 0}, {1000, 800}}}, {1, CGRect{{0, 0}, {1512, 982}}}, {2, CGRect{{-1024, 100}, {1024, 768}}}};

@@ -220,6 +220,23 @@ TEST(TeleportPlanner, clamped_notANumber_passesThrough) {
     EXPECT_EQ(point.y, 958);
 }
 
+TEST(TeleportPlanner, clamped_zeroOfTheOtherSign_becomesTheEdgesZero) {
+    const VantrelPoint point = Planner::clamped(VantrelPoint(-0.0, -0.0), mainDisplay, 0);
+    EXPECT_FALSE(std::signbit(point.x));
+    EXPECT_FALSE(std::signbit(point.y));
+}
+
+TEST(TeleportPlanner, clamped_limitsCrossedByRounding_theRightAndLowerOneWins) {
+    // The middle of the display, reckoned from its left edge, is a hair to the right of the middle reckoned from its
+    // right one.
+    const DisplaySnapshot sliver(1, 1.8, 1.8, 7.8, 7.8);
+    const double middle = 1.8 + 7.8 - 3.9;
+    ASSERT_GT(1.8 + 3.9, middle);
+    for (const double coordinate : {-5.0, 5.7, 50.0}) {
+        EXPECT_EQ(Planner::clamped(VantrelPoint(coordinate, coordinate), sliver, 24), VantrelPoint(middle, middle));
+    }
+}
+
 TEST(TeleportPlanner, clamped_infinite_landsAtTheMargin) {
     constexpr double infinity = std::numeric_limits<double>::infinity();
     EXPECT_EQ(Planner::clamped(VantrelPoint(infinity, -infinity), mainDisplay, 24), VantrelPoint(1488, 24));
