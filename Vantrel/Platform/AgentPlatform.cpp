@@ -21,7 +21,11 @@ AgentPlatform::AgentPlatform(std::unique_ptr<x11::X11Platform> display)
         });
 }
 
-AgentPlatform::~AgentPlatform() = default;
+AgentPlatform::~AgentPlatform() {
+    // A press that came with the end of the X server left a task, which holds the controller; and the controller must
+    // be gone before what it refers to.
+    mainQueue_.dropTasks();
+}
 
 Platform AgentPlatform::abilities() {
     return {application_,

@@ -83,6 +83,10 @@ bool GLibMainQueue::isMainThread() const {
     return std::this_thread::get_id() == mainThread_;
 }
 
+void GLibMainQueue::dropTasks() {
+    tasks_.clear();
+}
+
 gboolean GLibMainQueue::prepare(GSource* source, gint* timeout) {
     *timeout = -1;
     return check(source);

@@ -28,6 +28,9 @@ class GLibMainQueue final : public MainQueue {
 
     [[nodiscard]] bool isMainThread() const override;
 
+    /// Lets go of the tasks that wait, and of what they hold, without running them: the loop turns no more.
+    void dropTasks();
+
   private:
     struct Source;
     static gboolean prepare(GSource* source, gint* timeout);

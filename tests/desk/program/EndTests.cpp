@@ -83,6 +83,19 @@ TEST(End, xServerGoesAwayWhileGliding_oneLineAndOne) {
     EXPECT_EQ(agent->standardError(), "vantrel: the X server went away\n");
 }
 
+TEST(End, xServerGoesAwayRightAfterAPress_oneLineAndOne) {
+    Desk desk;
+    const auto agent = desk.startAgent();
+    // The agent finds the press and the end of the server in one look.
+    agent->sendSignal(SIGSTOP);
+    desk.keyboard().type(hyper(keys::d));
+    desk.connection().synchronise();
+    desk.server().stop();
+    agent->sendSignal(SIGCONT);
+    EXPECT_EQ(agent->waitForExit(), (ExitStatus{.code = 1, .signal = std::nullopt}));
+    EXPECT_EQ(agent->standardError(), "vantrel: the X server went away\n");
+}
+
 TEST(End, busGoesAway_theAgentStays) {
     Desk desk;
     const auto agent = desk.startAgent();

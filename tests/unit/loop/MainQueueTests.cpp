@@ -54,6 +54,20 @@ TEST(MainQueue, async_fromARunningTask_waitsForTheTurnAfter) {
     EXPECT_EQ(fixture.log, (Log{"outer", "second", "inner"}));
 }
 
+TEST(MainQueue, dropTasks_someWait_letsGoOfWhatTheyHoldAndRunsNone) {
+    QueueFixture fixture;
+    auto held = std::make_shared<int>(1);
+    const std::weak_ptr<int> observer = held;
+    fixture.queue.async([held = std::move(held), &fixture] { fixture.log.emplace_back("ran"); });
+    fixture.queue.dropTasks();
+    EXPECT_TRUE(observer.expired());
+    EXPECT_FALSE(fixture.loop.turn());
+    EXPECT_TRUE(fixture.log.empty());
+    fixture.queue.async(fixture.note("later"));
+    fixture.loop.turn();
+    EXPECT_EQ(fixture.log, (Log{"later"}));
+}
+
 TEST(MainQueue, async_taskThatRunsALoopOfItsOwn_laterTasksAreServedThere) {
     QueueFixture fixture;
     fixture.queue.async([&fixture] {
