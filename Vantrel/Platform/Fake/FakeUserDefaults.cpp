@@ -52,6 +52,9 @@ void FakeUserDefaults::setObjects(std::initializer_list<Entry> entries) {
         values.insert_or_assign(std::string(key), newValue);
     }
     journal_.push_back(line + ")");
+    if (whenStoring) {
+        whenStoring();
+    }
 }
 
 std::optional<DefaultsValue> FakeUserDefaults::value(std::string_view key) const {

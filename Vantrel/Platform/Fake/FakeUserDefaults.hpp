@@ -22,6 +22,7 @@ class FakeUserDefaults final : public UserDefaults {
     void setObjects(std::initializer_list<Entry> entries) override;
 
     std::map<std::string, DefaultsValue, std::less<>> values;
+    std::function<void()> whenStoring;  ///< runs at each store, where a test sees what has been done by then
 
   private:
     [[nodiscard]] std::optional<DefaultsValue> value(std::string_view key) const;

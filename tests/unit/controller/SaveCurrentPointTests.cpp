@@ -73,6 +73,14 @@ TEST_F(SaveCurrentPointTest, save_pointerOnNoDisplay_takesTheNearest) {
     EXPECT_EQ(fields.savedPoints()[0].point, VantrelPoint(5000, 5000));
 }
 
+TEST_F(SaveCurrentPointTest, save_pointerOnTwoOverlappingDisplays_takesTheLeftmost) {
+    fakes.displays.layout = {{1, CGRect{{0, 0}, {1512, 982}}}, {2, CGRect{{-200, 0}, {1024, 768}}}};
+    fakes.pointer.location = {100, 100};
+    controller->saveCurrentPoint();
+    ASSERT_EQ(fields.savedPoints().size(), 1U);
+    EXPECT_EQ(fields.savedPoints()[0].displayID, 2U);
+}
+
 TEST_F(SaveCurrentPointTest, save_pointerUnreadable_saysSoAndChangesNothing) {
     fakes.pointer.isReadable = false;
     controller->saveCurrentPoint();

@@ -1,3 +1,4 @@
+#include <functional>
 #include <limits>
 
 #include "tests/unit/controller/ControllerTest.hpp"
@@ -59,6 +60,34 @@ TEST_F(SettingsStoreTest, relaunch_afterChanges_findsThemAgain) {
     EXPECT_EQ(found.savedPoints(), savedPoints);
     EXPECT_EQ(found.savedPointIndex(), 0);
     EXPECT_EQ(found.rememberedPositions(), (RememberedPositions{{1, {700, 500}}}));
+}
+
+TEST_F(SettingsStoreTest, anyChange_theFieldIsSetBeforeItIsStored) {
+    launch();
+    const auto expectWhenStoring = [this](const std::function<bool()>& isSet, const std::function<void()>& change) {
+        int stores = 0;
+        fakes.defaults.whenStoring = [&] {
+            ++stores;
+            EXPECT_TRUE(isSet());
+        };
+        change();
+        EXPECT_EQ(stores, 1);
+    };
+    expectWhenStoring([this] { return fields.mode() == VantrelMode::manual; },
+                      [this] { controller->preferencesDidChangeMode(VantrelMode::manual); });
+    expectWhenStoring([this] { return fields.animationStyle() == AnimationStyle::none; },
+                      [this] { controller->preferencesDidChangeAnimation(AnimationStyle::none); });
+    expectWhenStoring([this] { return !fields.soundEnabled(); },
+                      [this] { controller->preferencesDidChangeSound(false); });
+    expectWhenStoring(
+        [this] {
+            return fields.primaryShortcut() == KeyboardShortcut{40, 0x1900};
+        },
+        [this] {
+            controller->applyPrimaryShortcut({40, 0x1900});
+        });
+    expectWhenStoring([this] { return fields.savedPoints().size() == 1; }, [this] { controller->saveCurrentPoint(); });
+    expectWhenStoring([this] { return fields.savedPoints().empty(); }, [this] { controller->clearSavedPoints(); });
 }
 
 TEST_F(SettingsStoreTest, storedTypes_areThoseOfTheContract) {

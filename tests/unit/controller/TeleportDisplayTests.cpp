@@ -76,6 +76,13 @@ TEST_F(TeleportDisplayTest, jump_pointerEquallyFarFromTwoDisplays_leavesTheOneFu
     EXPECT_EQ(fakes.pointer.location, (CGPoint{1100, 400}));
 }
 
+TEST_F(TeleportDisplayTest, jump_departure_isStoredBeforeTheTargetIsChosen) {
+    // What is remembered by the end of the store decides the target.
+    fakes.defaults.whenStoring = [this] { fields.rememberedPositions()[2] = {-300, 400}; };
+    controller->teleportDisplay(TeleportDirection::next);
+    EXPECT_EQ(fakes.pointer.location, (CGPoint{-300, 400}));
+}
+
 TEST_F(TeleportDisplayTest, jump_threeDisplays_goesByDirectionFromLeftToRight) {
     fakes.displays.layout = {
         {3, CGRect{{1512, 0}, {1000, 800}}}, {1, CGRect{{0, 0}, {1512, 982}}}, {2, CGRect{{-1024, 100}, {1024, 768}}}};
