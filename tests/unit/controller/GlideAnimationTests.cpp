@@ -1,6 +1,7 @@
 #include <cmath>
 
 #include "tests/unit/controller/ControllerTest.hpp"
+#include "tests/unit/loop/AllocationCount.hpp"
 
 namespace vantrel {
 namespace {
@@ -150,6 +151,39 @@ TEST_F(GlideAnimationTest, glide_busyLoop_doesOneStepForEachFiring) {
     fakes.mainQueue.advance(Seconds(1));
     EXPECT_EQ(fakes.pointer.warps.size(), 18U);
     EXPECT_EQ(fakes.pointer.location, (CGPoint{1900, 850}));
+}
+
+/// Warps nothing and notes nothing, so that all that asks for memory is the controller.
+class SilentWarper final : public PointerWarper {
+  public:
+    void CGWarpMouseCursorPosition(CGPoint /*position*/) override {}
+    void CGAssociateMouseAndMouseCursorPosition(bool /*connected*/) override {}
+};
+
+class SilentTimer final : public Timer {
+  public:
+    void invalidate() override {}
+    [[nodiscard]] bool isValid() const override { return true; }
+};
+
+TEST_F(GlideAnimationTest, tick_eachOfTheEighteen_allocatesNothing) {
+    SilentWarper warper;
+    SilentTimer timer;
+    const Platform all = fakes.platform();
+    const auto gliding =
+        AppDelegate::create(Platform{all.application, all.displays, all.pointerReader, warper, all.hotKeys,
+                                     all.mainQueue, all.runLoop, all.standardUserDefaults, all.systemStatusBar,
+                                     all.sounds, all.uuids, all.urls, all.preferencesWindowViews},
+                            vantrelHotKeySignature, AppDelegate::hotKeyPressed);
+    const AppDelegateInspector inside{*gliding};
+    inside.soundEnabled() = false;
+    gliding->glidePointer({1900, 850});
+    const std::size_t before = desktop::allocationCount();
+    for (int ticks = 1; ticks <= 18; ++ticks) {
+        gliding->animationTick(timer);
+    }
+    EXPECT_EQ(desktop::allocationCount(), before);
+    EXPECT_FALSE(inside.cursorAnimation().has_value()) << "all eighteen were done";
 }
 
 TEST_F(GlideAnimationTest, tick_withoutAGlide_stopsItsTimerQuietly) {
