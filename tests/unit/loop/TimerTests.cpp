@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -25,19 +26,23 @@ namespace {
 
 constexpr Seconds glideInterval{0.16 / 18};
 
-/// What the kernel says of each timer descriptor of this process: its interval, "(seconds, nanoseconds)".
-std::vector<std::string> kernelTimerIntervals() {
-    std::vector<std::string> intervals;
+/// What the kernel says of each timer descriptor of this process after the label.
+std::vector<std::string> kernelTimerFields(const std::string& label) {
+    std::vector<std::string> fields;
     for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fdinfo")) {
         std::ifstream file(entry.path());
-        const std::string label = "it_interval: ";
         for (std::string line; std::getline(file, line);) {
             if (line.rfind(label, 0) == 0) {
-                intervals.push_back(line.substr(label.size()));
+                fields.push_back(line.substr(label.size()));
             }
         }
     }
-    return intervals;
+    return fields;
+}
+
+/// The interval of each, "(seconds, nanoseconds)".
+std::vector<std::string> kernelTimerIntervals() {
+    return kernelTimerFields("it_interval: ");
 }
 
 std::int64_t microseconds(Seconds duration) {
@@ -81,6 +86,13 @@ TEST(RunLoopTimer, scheduledTimer_glideInterval_isKeptToTheNanosecond) {
     GLibRunLoop runLoop(loop.context());
     const auto timer = runLoop.scheduledTimer(glideInterval, true, [](Timer&) {});
     EXPECT_EQ(kernelTimerIntervals(), std::vector<std::string>{"(0, 8888889)"});
+}
+
+TEST(RunLoopTimer, scheduledTimer_anyInterval_isOnTheClockThatNobodySets) {
+    TestLoop loop;
+    GLibRunLoop runLoop(loop.context());
+    const auto timer = runLoop.scheduledTimer(glideInterval, true, [](Timer&) {});
+    EXPECT_EQ(kernelTimerFields("clockid: "), std::vector<std::string>{std::to_string(CLOCK_MONOTONIC)});
 }
 
 TEST(RunLoopTimer, scheduledTimer_repeating_firesAfterEachInterval) {

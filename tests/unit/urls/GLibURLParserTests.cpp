@@ -132,15 +132,17 @@ TEST_P(GLibURLParserRefused, parse_textThatIsNoURL_givesNone) {
 
 INSTANTIATE_TEST_SUITE_P(
     Forms, GLibURLParserRefused,
-    testing::Values(RefusedCase{"badCodeInHost", "vantrel://%zz"}, RefusedCase{"badCodeInPath", "vantrel:/%q"},
-                    RefusedCase{"codeCutOff", "vantrel:next%6"}, RefusedCase{"nulInPath", "vantrel:next\0"s},
-                    RefusedCase{"nulInHost", "vantrel://ne\0xt"s}, RefusedCase{"nulInScheme", "van\0trel://next"s},
-                    RefusedCase{"codeForNul", "vantrel:next%00"}, RefusedCase{"notUTF8InPath", "vantrel:%FF"},
-                    RefusedCase{"unclosedBracket", "vantrel://[next"},
-                    RefusedCase{"portTooLarge", "vantrel://next:99999"},
-                    RefusedCase{"portNotANumber", "vantrel://next:x"}, RefusedCase{"leadingSpace", " vantrel://next"},
-                    RefusedCase{"trailingNewline", "vantrel://next\n"}, RefusedCase{"spaceInHost", "vantrel://ne xt"},
-                    RefusedCase{"badCodeInFragment", "vantrel://next#%zz"}),
+    testing::Values(
+        RefusedCase{"badCodeInHost", "vantrel://%zz"}, RefusedCase{"badCodeInPath", "vantrel:/%q"},
+        RefusedCase{"codeCutOff", "vantrel:next%6"}, RefusedCase{"nulInPath", "vantrel:next\0"s},
+        RefusedCase{"nulInHost", "vantrel://ne\0xt"s}, RefusedCase{"nulInScheme", "van\0trel://next"s},
+        RefusedCase{"codeForNul", "vantrel:next%00"}, RefusedCase{"notUTF8InPath", "vantrel:%FF"},
+        RefusedCase{"unclosedBracket", "vantrel://[next"}, RefusedCase{"portTooLarge", "vantrel://next:99999"},
+        RefusedCase{"portNotANumber", "vantrel://next:x"}, RefusedCase{"leadingSpace", " vantrel://next"},
+        RefusedCase{"trailingNewline", "vantrel://next\n"}, RefusedCase{"spaceInHost", "vantrel://ne xt"},
+        RefusedCase{"tabInHost", "vantrel://ne\txt"}, RefusedCase{"newlineInPath", "vantrel:ne\nxt"},
+        RefusedCase{"verticalTabInHost", "vantrel://ne\vxt"}, RefusedCase{"formFeedInPath", "vantrel:ne\fxt"},
+        RefusedCase{"carriageReturnInPath", "vantrel:ne\rxt"}, RefusedCase{"badCodeInFragment", "vantrel://next#%zz"}),
     [](const testing::TestParamInfo<RefusedCase>& row) { return row.param.title; });
 
 TEST(GLibURLParser, parse_hundredThousandItems_givesAllInOrder) {
