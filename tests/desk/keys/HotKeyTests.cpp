@@ -113,12 +113,12 @@ TEST_F(HotKeys, unregister_chord_isFreeForOthers) {
     EXPECT_TRUE(probe.staysQuiet());
 }
 
-TEST_F(HotKeys, press_arrivesWhileWaitingForAReply_isNotLost) {
+TEST_F(HotKeys, press_readByWhoeverAsksForTheLayout_isNotLost) {
     ASSERT_EQ(probe.add(1, keyD, hyperMask), 0);
     for (int round = 1; round <= 50; ++round) {
         desk.keyboard().type(hyper(keys::d));
         desk.connection().synchronise();
-        // The reply brings the press with it, and the descriptor falls silent.
+        // Reading the layout takes the press out of the socket, and the descriptor falls silent.
         std::uint32_t count = 0;
         probe.platform().displays().CGGetActiveDisplayList({}, count);
         ASSERT_TRUE(probe.waitForPresses(1, round));

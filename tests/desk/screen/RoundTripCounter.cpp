@@ -9,6 +9,8 @@
 
 #include <atomic>
 #include <ctime>
+#include <functional>
+#include <utility>
 
 struct iovec;
 
@@ -26,9 +28,18 @@ constexpr short pollInput = 1;  // POLLIN
 std::atomic<bool> hasSent{false};
 std::atomic<int> roundTrips{0};
 
+std::function<void()>& nextSendAction() {
+    static std::function<void()> action;
+    return action;
+}
+
 }  // namespace
 
 extern "C" ssize_t writev(int descriptor, const iovec* pieces, int count) {
+    // Taken out first: the action sends as well.
+    if (const auto action = std::exchange(nextSendAction(), nullptr)) {
+        action();
+    }
     hasSent = true;
     return syscall(SYS_writev, descriptor, pieces, count);
 }
@@ -45,6 +56,10 @@ namespace vantrel::desk {
 
 int takeRoundTrips() {
     return roundTrips.exchange(0);
+}
+
+void beforeNextSend(std::function<void()> action) {
+    nextSendAction() = std::move(action);
 }
 
 }  // namespace vantrel::desk
