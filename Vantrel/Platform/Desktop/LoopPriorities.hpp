@@ -10,6 +10,8 @@ namespace vantrel::desktop {
 
 /// Tasks of the main queue.
 inline constexpr int mainQueuePriority = G_PRIORITY_HIGH - 10;
+/// Requests to end: with the display server's events, so that no flood of messages holds up a logout.
+inline constexpr int terminationPriority = G_PRIORITY_HIGH;
 /// Timers: after key presses, before a flood of messages.
 inline constexpr int timerPriority = G_PRIORITY_HIGH + 10;
 /// Opened URLs, a slice in a turn: after all that a person waits for, before idle work.

@@ -1,5 +1,7 @@
 #include "Vantrel/Platform/Desktop/TerminationSignals.hpp"
 
+#include "Vantrel/Platform/Desktop/LoopPriorities.hpp"
+
 #include <glib-unix.h>
 #include <sys/eventfd.h>
 #include <unistd.h>
@@ -36,6 +38,7 @@ TerminationSignals::TerminationSignals(std::function<void()> received, GMainCont
     : received_(std::move(received)), event_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
     source_.reset(g_unix_fd_source_new(event_.get(), G_IO_IN));
     g_source_set_callback(source_.get(), G_SOURCE_FUNC(&dispatch), this, nullptr);
+    g_source_set_priority(source_.get(), terminationPriority);
     g_source_attach(source_.get(), context);
 
     eventDescriptor = event_.get();
