@@ -7,7 +7,9 @@ namespace vantrel::desktop {
 namespace {
 
 constexpr guint graceTime = 1000;  // ms
-constexpr guint roomTime = 500;    // ms in which a tray decides about a window's width
+// In ms: how long a tray may take to decide about a window's width. Generous, because many start at the beginning of a
+// session, and harmless: a tray that gives no room shows the left end of the title meanwhile, which is the icon.
+constexpr guint roomTime = 2000;
 
 }  // namespace
 
@@ -38,6 +40,13 @@ void TrayFallback::setWanted(bool isWanted) {
     room_ = Room::unknown;
 }
 
+void TrayFallback::forgetRoom() {
+    room_ = Room::unknown;
+    if (roomSource_ != 0) {
+        g_source_remove(std::exchange(roomSource_, 0));
+    }
+}
+
 gboolean TrayFallback::graceEnded(gpointer data) {
     auto& fallback = *static_cast<TrayFallback*>(data);
     fallback.graceSource_ = 0;
@@ -57,7 +66,7 @@ void TrayFallback::setTitle(const std::string& title, const ItemFont& font) {
 void TrayFallback::trayChanged() {
     TrayWindow* window = tray_->window();
     if (window == nullptr) {
-        room_ = Room::unknown;
+        forgetRoom();
     } else if (room_ == Room::unknown) {
         window->paintIcon();
         room_ = Room::asked;

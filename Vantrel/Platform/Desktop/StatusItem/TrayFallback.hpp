@@ -48,6 +48,8 @@ class TrayFallback {
     void trayChanged();
     void paintTitle();
     void stopTimers();
+    /// The next tray decides anew, and has the full time for it.
+    void forgetRoom();
 
     OverlayProcess& overlay_;
     Events events_;
