@@ -8,7 +8,7 @@ namespace vantrel::desk {
 using Duration = std::chrono::steady_clock::duration;
 
 /// Generous, because it only ends tests that have failed anyway; a loaded machine must not reach it.
-inline constexpr Duration generousDeadline = std::chrono::seconds(20);
+inline constexpr Duration generousDeadline = std::chrono::seconds(60);
 
 /// Long enough for a wrong reaction to show; used only to see that nothing happens.
 inline constexpr Duration quietTime = std::chrono::milliseconds(150);
