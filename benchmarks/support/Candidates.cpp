@@ -1,4 +1,4 @@
-#include "benchmarks/jump/Candidates.hpp"
+#include "benchmarks/support/Candidates.hpp"
 
 #include <filesystem>
 #include <fstream>
@@ -37,30 +37,31 @@ std::shared_ptr<void> waitUntilReady(Desk& desk, const std::string& name, std::s
     return program;
 }
 
-std::shared_ptr<void> startFloor(Desk& desk) {
-    const auto second = desk.layout().toRoot(secondPoint);
+std::shared_ptr<void> startFloor(Desk& desk, const Course& course) {
+    const auto left = desk.layout().toRoot(course.left);
     desk::ChildProcessOptions options;
     options.arguments = {VANTREL_BENCH_FLOOR,
                          number(desk.keyboard().keycode(desk::keys::d)),
                          number(desk::modifierMask(desk::hyper(desk::keys::d))),
                          number(desk.layout().mainOrigin().x),
-                         number(second.x),
-                         number(second.y)};
+                         number(left.x),
+                         number(left.y)};
     options.environment = desk.environment();
     return waitUntilReady(desk, options.arguments.front(), std::make_shared<desk::ChildProcess>(options));
 }
 
-std::shared_ptr<void> startVantrel(Desk& desk) {
-    desk.defaults().writeData("rememberedPositions", "{}");
+std::shared_ptr<void> startVantrel(Desk& desk, const Course& course) {
+    desk.defaults().writeData("rememberedPositions", course.rememberedPositions);
+    desk.defaults().writeData("savedPoints", course.savedPoints);
     return desk.startAgent();
 }
 
 /// What people write: a script that asks where the pointer is, keeps that in a file for its side, and moves the pointer
 /// to where it last was on the other, run by a hot-key daemon.
-std::shared_ptr<void> startDaemonWithScript(Desk& desk) {
-    const auto second = desk.layout().toRoot(secondPoint);
+std::shared_ptr<void> startDaemonWithScript(Desk& desk, const Course& course) {
+    const auto left = desk.layout().toRoot(course.left);
     const std::filesystem::path home = desk.home().path();
-    std::ofstream(home / "left") << second.x << ' ' << second.y << '\n';
+    std::ofstream(home / "left") << left.x << ' ' << left.y << '\n';
     const std::filesystem::path script = home / "jump.sh";
     std::ofstream(script) << "#!/bin/sh\ncd " << home.native()
                           << "\neval \"$(xdotool getmouselocation --shell)\"\nif [ \"$X\" -lt "
@@ -79,10 +80,32 @@ std::shared_ptr<void> startDaemonWithScript(Desk& desk) {
 
 }  // namespace
 
-std::vector<Candidate> candidates(int presses) {
-    return {{"floor", presses, &startFloor},
-            {"vantrel", presses, &startVantrel},
-            {"sxhkd + xdotool script", presses / 5, &startDaemonWithScript}};
+Course twoDisplayCourse() {
+    constexpr desk::MainPoint right{.x = 700, .y = 500};
+    constexpr desk::MainPoint left{.x = -512, .y = 484};
+    return {.stops = {right, left}, .right = right, .left = left, .rememberedPositions = "{}", .savedPoints = "[]"};
+}
+
+Candidate floorCandidate() {
+    return {.name = "the floor: grab, ask, warp, in a few lines of C++",
+            .start = &startFloor,
+            .goesThroughAllDisplays = false,
+            .slowness = 1};
+}
+
+Candidate vantrelCandidate() {
+    return {.name = "Vantrel", .start = &startVantrel, .goesThroughAllDisplays = true, .slowness = 1};
+}
+
+Candidate daemonCandidate() {
+    return {.name = "sxhkd with an xdotool script",
+            .start = &startDaemonWithScript,
+            .goesThroughAllDisplays = false,
+            .slowness = 5};
+}
+
+std::vector<desk::MainPoint> stopsOf(const Candidate& candidate, const Course& course) {
+    return candidate.goesThroughAllDisplays ? course.stops : std::vector{course.right, course.left};
 }
 
 }  // namespace vantrel::bench
