@@ -15,7 +15,7 @@ namespace {
 
 void run(int presses, int rounds) {
     desk::Desk desk;
-    const Course course = twoDisplayCourse();
+    const Course course = usualCourse();
     std::vector<Contender> contenders;
     for (const Candidate& candidate : {floorCandidate(), vantrelCandidate(), daemonCandidate()}) {
         contenders.push_back({candidate.name, [&desk, course, candidate, presses] {

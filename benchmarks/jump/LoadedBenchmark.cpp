@@ -21,10 +21,6 @@ namespace {
 
 using desk::Desk;
 
-constexpr int manyDisplays = desk::DisplayLayout::outputCount;
-constexpr int displayWidth = 512;
-constexpr int displayHeight = 768;
-
 struct Condition {
     std::string name;
     Desk* desk = nullptr;
@@ -41,39 +37,13 @@ std::shared_ptr<void> startLoad(Desk& desk, const std::vector<std::string>& argu
     return std::make_shared<desk::ChildProcess>(options);
 }
 
-/// A row of displays that ends on the right with the main one.
-std::vector<desk::PlacedDisplay> displayRow() {
-    std::vector<desk::PlacedDisplay> displays;
-    for (int output = 0; output < manyDisplays; ++output) {
-        displays.push_back(
-            {.output = output,
-             .bounds = {.x = -output * displayWidth, .y = 0, .width = displayWidth, .height = displayHeight}});
-    }
-    return displays;
-}
-
-/// From the main display to the leftmost and on to the right.
-Course displayRowCourse() {
-    const auto centre = [](int output) {
-        return desk::MainPoint{.x = -output * displayWidth + displayWidth / 2, .y = displayHeight / 2};
-    };
-    Course course;
-    course.stops.push_back(centre(0));
-    for (int output = manyDisplays - 1; output > 0; --output) {
-        course.stops.push_back(centre(output));
-    }
-    course.right = centre(0);
-    course.left = centre(1);
-    return course;
-}
-
 Course courseWithRememberedDisplays(std::uint32_t count) {
     RememberedPositions positions;
     for (std::uint32_t index = 1; index <= count; ++index) {
         constexpr std::uint32_t scatter = 2654435761U;
         positions[index * scatter] = VantrelPoint(100 + index % 1000, 200 + index % 700);
     }
-    Course course = twoDisplayCourse();
+    Course course = usualCourse();
     course.rememberedPositions = JSONEncoder().encode(positions).value();
     return course;
 }
@@ -86,25 +56,25 @@ Course courseWithSavedPoints(std::size_t count) {
         points[index].name = "Point " + std::to_string(index + 1);
         points[index].point = VantrelPoint(static_cast<double>(index % 1500), 400);
     }
-    Course course = twoDisplayCourse();
+    Course course = usualCourse();
     course.savedPoints = JSONEncoder().encode(points).value();
     return course;
 }
 
-std::vector<Condition> conditions(Desk& two, Desk& many) {
-    return {{.name = "nothing else", .desk = &two, .course = twoDisplayCourse()},
+std::vector<Condition> conditions(Desk& two, Desk& many, const Course& displayRow) {
+    return {{.name = "nothing else", .desk = &two, .course = usualCourse()},
             {.name = "another program keeps a core busy",
              .desk = &two,
-             .course = twoDisplayCourse(),
+             .course = usualCourse(),
              .load = [](Desk& desk) { return startLoad(desk, {"busy"}); }},
             {.name = "the store's disk is written without end",
              .desk = &two,
-             .course = twoDisplayCourse(),
+             .course = usualCourse(),
              .load =
                  [](Desk& desk) {
                      return startLoad(desk, {"write", desk.home().path() / "load"});
                  }},
-            {.name = std::to_string(manyDisplays) + " displays", .desk = &many, .course = displayRowCourse()},
+            {.name = std::to_string(displayRow.stops.size()) + " displays", .desk = &many, .course = displayRow},
             {.name = "1,000 remembered displays", .desk = &two, .course = courseWithRememberedDisplays(1000)},
             {.name = "10,000 saved points", .desk = &two, .course = courseWithSavedPoints(10'000)}};
 }
@@ -112,9 +82,9 @@ std::vector<Condition> conditions(Desk& two, Desk& many) {
 void run(int presses, int rounds) {
     Desk two;
     Desk many;
-    many.layout().apply(displayRow());
+    const Course displayRow = layOutDisplayRow(many);
     const std::vector<Candidate> candidates{floorCandidate(), vantrelCandidate(), daemonCandidate()};
-    const std::vector<Condition> all = conditions(two, many);
+    const std::vector<Condition> all = conditions(two, many, displayRow);
     std::vector<Contender> contenders;
     for (const Condition& condition : all) {
         for (const Candidate& candidate : candidates) {

@@ -40,7 +40,7 @@ PressTimes measure(desk::Desk& desk, const Condition& condition, int presses) {
         server->stop();
     }
     desk.defaults().writeInteger("soundEnabled", condition.hasSound ? 1 : 0);
-    const Course course = twoDisplayCourse();
+    const Course course = usualCourse();
     const Candidate candidate = vantrelCandidate();
     PressTimes times;
     {

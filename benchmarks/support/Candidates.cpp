@@ -80,12 +80,6 @@ std::shared_ptr<void> startDaemonWithScript(Desk& desk, const Course& course) {
 
 }  // namespace
 
-Course twoDisplayCourse() {
-    constexpr desk::MainPoint right{.x = 700, .y = 500};
-    constexpr desk::MainPoint left{.x = -512, .y = 484};
-    return {.stops = {right, left}, .right = right, .left = left, .rememberedPositions = "{}", .savedPoints = "[]"};
-}
-
 Candidate floorCandidate() {
     return {.name = "the floor: grab, ask, warp, in a few lines of C++",
             .start = &startFloor,

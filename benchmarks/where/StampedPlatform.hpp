@@ -14,9 +14,9 @@ class JumpRecorder {
 
     /// Notes that the present jump passes through the moment now.
     void note(Moment moment) { present_[static_cast<std::size_t>(moment)] = nanosecondsNow(); }
-    void noteBeginning() {
-        if (present_[static_cast<std::size_t>(Moment::begun)] == 0) {
-            note(Moment::begun);
+    void noteIfFirst(Moment moment) {
+        if (present_[static_cast<std::size_t>(moment)] == 0) {
+            note(moment);
         }
     }
     void endJump() {
@@ -38,7 +38,7 @@ class StampedDisplays final : public DisplayServices {
     StampedDisplays(DisplayServices& real, JumpRecorder& recorder) : real_(real), recorder_(recorder) {}
 
     CGError CGGetActiveDisplayList(std::span<CGDirectDisplayID> activeDisplays, std::uint32_t& displayCount) override {
-        recorder_.noteBeginning();
+        recorder_.noteIfFirst(Moment::begun);
         return real_.CGGetActiveDisplayList(activeDisplays, displayCount);
     }
     CGRect CGDisplayBounds(CGDirectDisplayID display) override { return real_.CGDisplayBounds(display); }

@@ -27,9 +27,11 @@ JumpRecorder& recorder() {
 
 gint waitAndStamp(GPollFD* descriptors, guint count, gint timeout) {
     const gint ready = g_poll(descriptors, count, timeout);
-    // Turns that only look do not count: the first turn after the wait is the one that reads the press.
+    // The turn that runs the task only looks (a timeout of 0): the press was read in the one before.
     if (timeout != 0) {
         recorder().note(Moment::woken);
+    } else {
+        recorder().noteIfFirst(Moment::woken);
     }
     return ready;
 }

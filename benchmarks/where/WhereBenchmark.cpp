@@ -1,7 +1,9 @@
 // Where the time goes between the press and the moved pointer: an agent of the real parts notes when a jump passes
 // through each, and these times and the presses' own are of one clock.
 //
-//     vantrel-bench-where [PRESSES]
+//     vantrel-bench-where [PRESSES [0 | 1]]
+//
+// 1: on sixteen displays.
 #include <array>
 #include <chrono>
 #include <cstddef>
@@ -42,9 +44,9 @@ struct Recorded {
     std::vector<JumpStamps> jumps;
 };
 
-Recorded record(int presses) {
+Recorded record(int presses, bool hasManyDisplays) {
     desk::Desk desk;
-    const Course course = twoDisplayCourse();
+    const Course course = hasManyDisplays ? layOutDisplayRow(desk) : usualCourse();
     const std::filesystem::path file = desk.home().path() / "stamps";
     desk::ChildProcessOptions options;
     options.arguments = {VANTREL_BENCH_STAMPING_AGENT, file};
@@ -73,8 +75,8 @@ Recorded record(int presses) {
     return result;
 }
 
-void run(int presses) {
-    const Recorded recorded = record(presses);
+void run(int presses, bool hasManyDisplays) {
+    const Recorded recorded = record(presses, hasManyDisplays);
     std::array<std::vector<double>, stepCount> steps;
     for (std::size_t press = 0; press < recorded.jumps.size(); ++press) {
         double before = static_cast<double>(recorded.pressed[press]);
@@ -99,6 +101,6 @@ void run(int presses) {
 }  // namespace vantrel::bench
 
 int main(int count, char** arguments) {
-    return vantrel::bench::runBenchmark(count, arguments, {{"PRESSES", 2000, 10}},
-                                        [](const auto& numbers) { vantrel::bench::run(numbers[0]); });
+    return vantrel::bench::runBenchmark(count, arguments, {{"PRESSES", 2000, 10}, {"MANY-DISPLAYS", 0, 0}},
+                                        [](const auto& numbers) { vantrel::bench::run(numbers[0], numbers[1] != 0); });
 }
