@@ -12,6 +12,8 @@ namespace vantrel::bench {
 struct PressTimes {
     std::vector<double> times;  ///< from the key going down to the pointer seen at its target, in microseconds
     int lost = 0;               ///< presses whose pointer never came
+    /// Where the pointer has left each display: the stops of a series that goes on after one of whole rounds.
+    std::vector<desk::MainPoint> stops;
 
     [[nodiscard]] int presses() const { return static_cast<int>(times.size()) + lost; }
     /// The time that the given share (0 to 1) of the presses did not exceed.

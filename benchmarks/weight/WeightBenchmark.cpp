@@ -1,13 +1,16 @@
 // Weighs the resting agent on each kind of desktop, and what draws on the screen for it.
 #include <chrono>
 #include <cstdio>
-#include <exception>
 #include <fstream>
 #include <memory>
 #include <optional>
 #include <string>
 #include <thread>
+#include <vector>
 
+#include "benchmarks/support/Arguments.hpp"
+#include "benchmarks/support/Markdown.hpp"
+#include "benchmarks/weight/ProcessMemory.hpp"
 #include "tests/desk/status/ItemProcess.hpp"
 #include "tests/desk/status/ScreenWindows.hpp"
 #include "tests/desk/status/TestPanel.hpp"
@@ -17,36 +20,30 @@
 namespace vantrel::desk {
 namespace {
 
+using bench::memoryOf;
+using bench::numberText;
+using bench::printTableHead;
+using bench::printTableRow;
+using bench::ProcessMemory;
+
 using std::chrono::seconds;
 
 // The start, the memory that it gives back, and the end of threads that GLib keeps for fifteen seconds.
 constexpr seconds settlingTime(25);
 constexpr seconds restingTime(30);
 
-/// A line of /proc/PID/smaps_rollup, in MB.
-double megabytes(pid_t process, const std::string& name) {
-    std::ifstream file("/proc/" + std::to_string(process) + "/smaps_rollup");
-    for (std::string word; file >> word;) {
-        if (word == name + ":") {
-            double kibibytes = 0;
-            file >> kibibytes;
-            return kibibytes / 1024;
-        }
-    }
-    return 0;
-}
-
-void printWeight(const char* title, pid_t process) {
-    std::printf("%-44s resident %5.2f MB   private dirty %5.2f MB   proportional %5.2f MB", title,
-                megabytes(process, "Rss"), megabytes(process, "Private_Dirty"), megabytes(process, "Pss"));
-    std::fflush(stdout);
+std::vector<std::string> weightCells(const char* title, pid_t process) {
+    const ProcessMemory memory = memoryOf(process);
+    return {title, numberText(memory.resident, 1) + " MB", numberText(memory.privateDirty, 1) + " MB",
+            numberText(memory.proportional, 1) + " MB"};
 }
 
 void printRest(const char* title, pid_t process) {
-    printWeight(title, process);
+    auto cells = weightCells(title, process);
     const auto before = voluntarySwitches(process);
     std::this_thread::sleep_for(restingTime);
-    std::printf("   woken %ld times in 30 s\n", static_cast<long>(voluntarySwitches(process) - before));
+    cells.push_back(std::to_string(voluntarySwitches(process) - before) + " times");
+    printTableRow(cells);
 }
 
 void serveBus(seconds time) {
@@ -104,29 +101,30 @@ void weighText() {
     const double first = timeToText(desk);
     const auto overlay = overlayOf(agent->processId());
     if (overlay) {
-        printWeight("vantrel-overlay, while a message stands", *overlay);
-        std::printf("\n");
+        auto cells = weightCells("vantrel-overlay, while a message stands", *overlay);
+        cells.emplace_back("");
+        printTableRow(cells);
     }
     waitUntil([&] { return visibleWindows(desk.connection(), "vantrel-overlay").empty(); });
     const double second = timeToText(desk);
-    std::printf("%-44s %.0f ms; the next, while it lingers, %.0f ms\n", "from the key to the message on the screen",
-                first, second);
+    std::printf(
+        "\nFrom the key to the message on the screen: %.0f ms; the next, while vantrel-overlay lingers, %.0f ms.\n",
+        first, second);
     waitUntil([&] { return !overlayOf(agent->processId()); });
-    std::printf("%-44s gone\n", "vantrel-overlay, five seconds later");
+    std::printf("vantrel-overlay, five seconds later: gone.\n");
+}
+
+void run() {
+    printTableHead({"Desktop", "resident", "private dirty", "proportional", "woken in 30 s"});
+    weighBesidePanel();
+    weighWithoutPanel();
+    weighInTray();
+    weighText();
 }
 
 }  // namespace
 }  // namespace vantrel::desk
 
-int main() {
-    try {
-        vantrel::desk::weighBesidePanel();
-        vantrel::desk::weighWithoutPanel();
-        vantrel::desk::weighInTray();
-        vantrel::desk::weighText();
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "vantrel-bench-weight: %s\n", error.what());
-        return 1;
-    }
-    return 0;
+int main(int count, char** arguments) {
+    return vantrel::bench::runBenchmark(count, arguments, {}, [](const auto&) { vantrel::desk::run(); });
 }
