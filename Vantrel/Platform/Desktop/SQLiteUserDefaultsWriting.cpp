@@ -97,7 +97,13 @@ void SQLiteUserDefaults::retryLater() {
 
 void SQLiteUserDefaults::checkpointFinished(CheckpointOutcome outcome) {
     outcome.reader.reset();
-    if (outcome.isComplete && connection_ && connection_->logPages() == outcome.pagesInLog) {
+    if (!outcome.isComplete || !connection_) {
+        return;
+    }
+    const int pages = connection_->logPages();
+    // With commits that never pause there is always one since the checkpoint began. Such a log is begun anew all the
+    // same before it fills the disk; only then does this thread wait for it, for the few pages that are left to move.
+    if (pages == outcome.pagesInLog || pages >= options_.checkpoints.longestLog) {
         connection_->beginLogAnew();
     }
 }

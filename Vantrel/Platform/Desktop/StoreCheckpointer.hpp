@@ -15,6 +15,8 @@ namespace vantrel::desktop {
 struct CheckpointTimes {
     std::chrono::milliseconds idle{10'000};  ///< after the last commit
     int longLog = 1000;                      ///< or as soon as the log has this many pages
+    /// A log of this many pages (40 MB) begins anew even if commits keep coming, and one of them waits for the disk.
+    int longestLog = 10'000;
 };
 
 /// Runs checkpoints in a short-lived thread of its own, so that no commit waits for the disk. Nothing is armed and no

@@ -48,7 +48,8 @@ class StoreConnection {
     int commit() { return run(commit_.get()); }
 
     /// Empties a log whose pages are all in the database, and begins it anew with a commit that changes nothing, so
-    /// that the next commit does not wait for the disk; nor does this. Gives up when others hold locks.
+    /// that the next commit does not wait for the disk; nor does this. Pages that are not in the database yet are moved
+    /// first, and then this waits for the disk. Gives up when others hold locks.
     void beginLogAnew();
 
     /// Undoes a transaction, if one is open.

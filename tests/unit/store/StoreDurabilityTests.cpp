@@ -194,5 +194,27 @@ TEST_F(StoreDurabilityTest, manyWrites_logStaysShort) {
     EXPECT_LT(std::filesystem::file_size(file_.string() + "-wal"), 400U * 4096U);
 }
 
+TEST_F(StoreDurabilityTest, aWriteInEachCheckpoint_logStaysShortAllTheSame) {
+    constexpr int longLog = 100;
+    StoreOptions options;
+    options.checkpoints.idle = std::chrono::hours(1);
+    options.checkpoints.longLog = longLog;
+    options.checkpoints.longestLog = 3 * longLog;
+    const auto store = openStore(options);
+    std::int64_t number = 0;
+    for (int round = 0; round < 10; ++round) {
+        const int syncs = waitCounts().allSyncs;
+        while (!store->isCheckpointing()) {
+            store->setObject(++number, "number");
+        }
+        // Once it waits for the disk, the checkpoint has settled how much it moves.
+        EXPECT_TRUE(loopUntil([&] { return waitCounts().allSyncs > syncs || !store->isCheckpointing(); }));
+        store->setObject(++number, "number");
+        EXPECT_TRUE(loopUntil([&] { return !store->isCheckpointing(); }));
+    }
+    EXPECT_LT(std::filesystem::file_size(file_.string() + "-wal"), 5U * longLog * 4096U);
+    EXPECT_EQ(store->integerForKey("number"), number);
+}
+
 }  // namespace
 }  // namespace vantrel::desktop
