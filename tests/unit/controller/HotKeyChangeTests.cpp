@@ -110,6 +110,18 @@ TEST_F(HotKeyChangeTest, apply_whileNotRegistered_bringsThePreviousOneBack) {
     EXPECT_EQ(fields.primaryShortcutStatusText(), "Hyper + K is unavailable. Restored Hyper + D.");
 }
 
+TEST_F(HotKeyChangeTest, apply_freeShortcutWhileNotRegistered_isRegisteredAndStored) {
+    fakes.hotKeys.refusals = {{{2, hyper}, eventHotKeyExistsErr}};
+    launchAndOpenSettings();
+    controller->applyPrimaryShortcut({40, hyper});
+    EXPECT_EQ(calls({"RegisterEventHotKey", "UnregisterEventHotKey", "setObjects"}),
+              (fake::Journal{"RegisterEventHotKey(40, 6912, id 1)",
+                             "setObjects(primaryHotKeyCode=40, primaryHotKeyModifiers=6912)"}));
+    EXPECT_TRUE(fields.primaryShortcutIsRegistered());
+    EXPECT_NE(fields.primaryHotKeyRef(), nullptr);
+    EXPECT_EQ(fields.primaryShortcutStatusText(), "Ready. With Raycast Hyper Key, use Caps Lock + K.");
+}
+
 TEST_F(HotKeyChangeTest, apply_reservedWhileNotRegistered_staysNotRegistered) {
     fakes.hotKeys.refusals = {{{2, hyper}, eventHotKeyExistsErr}};
     launchAndOpenSettings();

@@ -162,6 +162,7 @@ TEST(KeyboardShortcut, readyStatusText_hyper_namesCapsLock) {
 TEST(KeyboardShortcut, readyStatusText_otherModifiers_namesTheShortcut) {
     EXPECT_EQ(AppDelegate::readyStatusText({46, 0x1900}), "Ready. Use Ctrl + Option + Command + M.");
     EXPECT_EQ(AppDelegate::readyStatusText({49, 0x1800}), "Ready. Use Ctrl + Option + Space.");
+    EXPECT_EQ(AppDelegate::readyStatusText({2, 0x1F00}), "Ready. Use Ctrl + Option + Shift + Command + D.");
 }
 
 }  // namespace
