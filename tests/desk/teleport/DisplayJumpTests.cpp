@@ -100,6 +100,33 @@ TEST_P(DisplayJumpWithLock, hyperD_lockOn_jumps) {
 
 INSTANTIATE_TEST_SUITE_P(Locks, DisplayJumpWithLock, testing::Values(keys::capsLock, keys::numLock));
 
+struct KeyboardMap {
+    const char* name;
+    const char* layout;
+    const char* option;
+};
+
+class DisplayJumpWithMap : public testing::TestWithParam<KeyboardMap> {};
+
+TEST_P(DisplayJumpWithMap, hyperD_mapSetUnderTheAgent_jumpsAndTheSmallerChordDoesNot) {
+    Desk desk;
+    const auto agent = desk.startAgent();
+    setKeyboardMap(desk.server().displayName(), GetParam().layout, GetParam().option);
+    ASSERT_TRUE(desk.waitForHotKey(hyper(keys::d)));
+    desk.pointer().moveTo(onMain);
+    desk.keyboard().type(controlOptionCommand(keys::d));
+    EXPECT_TRUE(desk.pointer().staysAt(onMain)) << desk.pointer().position();
+    desk.keyboard().type(hyper(keys::d));
+    EXPECT_TRUE(desk.pointer().waitFor(centreOfSecond)) << desk.pointer().position();
+    desk.keyboard().type({keys::shift, keys::option, keys::command, keys::control, keys::d});
+    EXPECT_TRUE(desk.pointer().waitFor(onMain)) << desk.pointer().position();
+}
+
+INSTANTIATE_TEST_SUITE_P(Maps, DisplayJumpWithMap,
+                         testing::Values(KeyboardMap{"russian", "ru", ""},
+                                         KeyboardMap{"switchedByAltAndShift", "us,ru", "grp:alt_shift_toggle"}),
+                         [](const auto& test) { return test.param.name; });
+
 TEST(DisplayJump, hyperD_heldForTwoSeconds_actsOnce) {
     constexpr auto holdingTime = std::chrono::seconds(2);
     Desk desk;
