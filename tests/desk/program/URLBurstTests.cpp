@@ -1,12 +1,14 @@
 // Hostile and endless lists of URLs: hot keys are served among them.
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "tests/desk/program/ApplicationOnBus.hpp"
 #include "tests/desk/support/Desk.hpp"
+#include "tests/desk/support/ProcessActivity.hpp"
 
 namespace vantrel::desk {
 namespace {
@@ -41,6 +43,49 @@ TEST(URLBurst, oneCallWithAHundredThousand_hotKeysWork) {
     expectHotKeyAmongTheURLs(desk);
     EXPECT_EQ(agent->terminate(), (ExitStatus{.code = 0, .signal = std::nullopt}));
 }
+
+#ifndef __SANITIZE_ADDRESS__  // which keeps what was freed for a while, to find its late use
+/// What the process holds in memory of its own, in kilobytes.
+long privateMemory(pid_t process) {
+    std::ifstream status("/proc/" + std::to_string(process) + "/status");
+    const std::string label = "RssAnon:";
+    for (std::string line; std::getline(status, line);) {
+        if (line.rfind(label, 0) == 0) {
+            return std::stol(line.substr(label.size()));
+        }
+    }
+    return -1;
+}
+
+TEST(URLBurst, severalInARow_memoryDoesNotGrow) {
+    constexpr int furtherBursts = 3;
+    constexpr long slackKilobytes = 4096;  // less than the texts of one burst
+    Desk desk;
+    const auto agent = desk.startAgent();
+    ApplicationOnBus application(desk.bus().address());
+    ASSERT_TRUE(waitUntil([&] { return !application.owner().empty(); }));
+    int points = 0;
+    // Each burst ends with a saved point, by which its end is seen.
+    const auto openBurst = [&] {
+        std::vector<std::string> urls(many, "gopher://somewhere/else/that/is/nobody-of-this-desk's-business");
+        urls.emplace_back("vantrel:save-point");
+        EXPECT_EQ(application.open(urls), "");
+        const std::string last = "\"Point " + std::to_string(++points) + "\"";
+        return waitUntil(
+            [&] { return desk.defaults().read("savedPoints").value_or("").find(last) != std::string::npos; });
+    };
+    ASSERT_TRUE(openBurst());
+    ASSERT_TRUE(waitUntilAtRest(agent->processId()));
+    const long afterFirst = privateMemory(agent->processId());
+    ASSERT_GT(afterFirst, 0);
+    for (int burst = 0; burst < furtherBursts; ++burst) {
+        ASSERT_TRUE(openBurst());
+    }
+    // What the last message took is given back a little after its end.
+    EXPECT_TRUE(waitUntil([&] { return privateMemory(agent->processId()) <= afterFirst + slackKilobytes; }))
+        << privateMemory(agent->processId()) << " after " << afterFirst;
+}
+#endif
 
 TEST(URLBurst, aHundredThousandCalls_hotKeysWork) {
     Desk desk;
