@@ -11,9 +11,10 @@ namespace vantrel::desk {
 /// The program under test, as a person's session starts it.
 class AgentProcess {
   public:
-    /// Starts the program with the arguments in the environment. Its stderr is added to the file.
+    /// Starts the program with the arguments in the environment. Its stderr is added to the file. The wrapper, a
+    /// program with arguments of its own, is given the command and must become the program.
     AgentProcess(const Environment& environment, std::filesystem::path standardError,
-                 const std::vector<std::string>& arguments = {});
+                 const std::vector<std::string>& arguments = {}, const std::vector<std::string>& wrapper = {});
 
     [[nodiscard]] pid_t processId() const { return process_.processId(); }
     [[nodiscard]] bool isRunning() { return process_.isRunning(); }

@@ -74,7 +74,7 @@ Desk::Desk(const DeskOptions& options)
 Desk::~Desk() = default;
 
 std::unique_ptr<AgentProcess> Desk::startProgram(const std::vector<std::string>& arguments) {
-    return std::make_unique<AgentProcess>(environment_, home_.path() / "stderr", arguments);
+    return std::make_unique<AgentProcess>(environment_, home_.path() / "stderr", arguments, agentWrapper_);
 }
 
 std::unique_ptr<AgentProcess> Desk::startAgent() {

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/desk/support/AgentProcess.hpp"
@@ -41,12 +42,17 @@ class Desk {
     Home& home() { return home_; }
     /// Only on a desk with a session bus.
     SessionBus& bus() { return *bus_; }
+    /// Only on a desk with a window manager.
+    ChildProcess& windowManager() { return *windowManager_; }
 
     /// The environment of a program on this desk; to be changed before the program starts.
     Environment& environment() { return environment_; }
 
     /// The agent's store.
     [[nodiscard]] StoredDefaults defaults() const { return StoredDefaults(home_.storeFile()); }
+
+    /// Has another program run the program under test from its next start on, e.g. {"valgrind", "--quiet"}.
+    void wrapAgent(std::vector<std::string> wrapper) { agentWrapper_ = std::move(wrapper); }
 
     /// Starts the program with the arguments and does not wait for anything.
     std::unique_ptr<AgentProcess> startProgram(const std::vector<std::string>& arguments = {});
@@ -69,6 +75,7 @@ class Desk {
     Pointer pointer_;
     Home home_;
     Environment environment_;
+    std::vector<std::string> agentWrapper_;
     std::unique_ptr<SessionBus> bus_;
     std::unique_ptr<ChildProcess> windowManager_;
 };

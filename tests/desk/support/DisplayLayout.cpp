@@ -59,7 +59,9 @@ void DisplayLayout::apply(const std::vector<PlacedDisplay>& displays) {
         origin.y = std::max(origin.y, -display.bounds.y);
     }
     std::array<bool, outputCount> isOn{};
-    std::vector<std::string> arguments = {"xrandr"};
+    // Left to itself, xrandr takes the resolution from the rounded size in millimetres of the layout before, which
+    // drifts over thousands of layouts until a size comes out as nothing and the server refuses it.
+    std::vector<std::string> arguments = {"xrandr", "--dpi", "96"};
     for (const auto& display : displays) {
         isOn.at(static_cast<std::size_t>(display.output)) = true;
         const auto mode = provideMode(display.output, display.bounds);

@@ -1,0 +1,27 @@
+// A panel as a process of its own, which can be stopped. Prints a line for each item that registers.
+//
+//     vantrel-test-panel BUS-ADDRESS
+#include <cstdio>
+#include <exception>
+
+#include "tests/desk/status/TestPanel.hpp"
+
+int main(int count, char** arguments) {
+    if (count != 2) {
+        return 2;
+    }
+    try {
+        const vantrel::desk::TestPanel panel(arguments[1]);
+        std::size_t told = 0;
+        while (true) {
+            g_main_context_iteration(nullptr, TRUE);
+            for (; told < panel.items().size(); ++told) {
+                std::printf("%s\n", panel.items()[told].c_str());
+                std::fflush(stdout);
+            }
+        }
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 1;
+    }
+}
