@@ -1,0 +1,48 @@
+#pragma once
+
+#include <map>
+#include <vector>
+
+#include "tests/desk/support/DisplayLayout.hpp"
+
+namespace vantrel::soak {
+
+enum class Side { previous, next };
+
+/// Where a jump must land.
+struct Landing {
+    desk::MainPoint point;
+    desk::MainRect display;
+};
+
+/// Knows before each jump where the pointer must land, from what a person has seen so far. Told by the rules in the
+/// program's documentation and not by its code, which it is to check.
+class Foresight {
+  public:
+    /// From now on these displays are there. The first is the main one; a display wholly inside another mirrors it.
+    void see(const std::vector<desk::PlacedDisplay>& displays);
+
+    /// A jump from the point: the display that is left remembers it.
+    Landing jump(desk::MainPoint from, Side side);
+
+    /// The same without remembering anything.
+    [[nodiscard]] Landing landingOf(desk::MainPoint from, Side side) const;
+
+    /// The displays that count, from left to right.
+    [[nodiscard]] const std::vector<desk::PlacedDisplay>& displays() const { return displays_; }
+
+    /// The display that shows the point, or else the one whose centre is nearest.
+    [[nodiscard]] const desk::PlacedDisplay& displayAt(desk::MainPoint point) const;
+
+    /// On how many displays the pointer was left since the start, whether or not they are there now.
+    [[nodiscard]] std::size_t rememberedCount() const { return remembered_.size(); }
+
+  private:
+    std::vector<desk::PlacedDisplay> displays_;
+    std::map<int, desk::MainPoint> remembered_;  ///< by output
+};
+
+/// Whether the point lies in the display and 24 points from its edges, or on its middle line where it is narrower.
+bool isInsideMargin(desk::MainPoint point, const desk::MainRect& display);
+
+}  // namespace vantrel::soak
