@@ -1,0 +1,13 @@
+#include "Vantrel/Platform/Desktop/Sound/XSettings.hpp"
+
+#include "FuzzTarget.hpp"
+
+using namespace vantrel;
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view property = fuzz::text(data, size);
+    const desktop::EventSoundSettings settings = desktop::eventSoundSettings(property);
+    fuzz::require(settings.themeName.empty() || property.find(settings.themeName) != std::string_view::npos,
+                  "the theme's name stands in the property");
+    return 0;
+}
