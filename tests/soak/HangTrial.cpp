@@ -105,6 +105,8 @@ void runHangTrial(int jumps) {
     desk.sound().stop();
     desk.measure("the sound server hangs", jumps);
     desk.sound().goOn();
+    // Not while it has grabbed the X server, which stops everybody.
+    desk::waitUntilAtRest(desk.desk().windowManager().processId());
     desk.desk().windowManager().sendSignal(SIGSTOP);
     desk.measure("the window manager hangs", jumps);
     desk.desk().windowManager().sendSignal(SIGCONT);
