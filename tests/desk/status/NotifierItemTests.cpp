@@ -58,6 +58,17 @@ TEST_F(NotifierItem, label_titleChanges_followsIt) {
     }
 }
 
+TEST_F(NotifierItem, label_longTitle_endsWithAnEllipsis) {
+    TestPanel panel(desk.bus().address());
+    ItemProcess process(desk.environment());
+    const auto item = registeredItem(panel);
+    ASSERT_TRUE(item);
+    process.say("title " + std::string(300, 'n'));
+    const std::string expected = std::string(47, 'n') + "…";
+    EXPECT_TRUE(item->waitForLabel(expected));
+    EXPECT_EQ(item->text("XAyatanaLabel"), expected);
+}
+
 TEST_F(NotifierItem, menu_itsRows_haveTitlesStatesAndKeyHints) {
     TestPanel panel(desk.bus().address());
     ItemProcess process(desk.environment());

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "Vantrel/Platform/Desktop/StatusItem/ItemIcon.hpp"
+#include "Vantrel/Platform/Desktop/StatusItem/PanelLabel.hpp"
 #include "Vantrel/Platform/Desktop/StatusItem/StatusNotifierInterface.hpp"
 
 namespace vantrel::desktop {
@@ -85,6 +86,7 @@ struct StatusNotifierItem::BusCallbacks {
 
 StatusNotifierItem::StatusNotifierItem(GDBusConnection* bus, std::string menuPath, Texts texts, Events events)
     : bus_(shareObject(bus)), menuPath_(std::move(menuPath)), texts_(std::move(texts)), events_(std::move(events)) {
+    texts_.label = panelLabel(texts_.label);
     GDBusNodeInfo* node = g_dbus_node_info_new_for_xml(statusNotifierInterface, nullptr);
     objectRegistration_ = g_dbus_connection_register_object(bus, itemPath, node->interfaces[0], &BusCallbacks::table,
                                                             this, nullptr, nullptr);
@@ -106,8 +108,8 @@ void StatusNotifierItem::registerAs(const std::string& service) {
 }
 
 void StatusNotifierItem::setLabel(const std::string& label) {
-    texts_.label = label;
-    emitSignal("XAyatanaNewLabel", g_variant_new("(ss)", label.c_str(), label.c_str()));
+    texts_.label = panelLabel(label);
+    emitSignal("XAyatanaNewLabel", g_variant_new("(ss)", texts_.label.c_str(), texts_.label.c_str()));
 }
 
 void StatusNotifierItem::setToolTip(const std::string& toolTip) {
