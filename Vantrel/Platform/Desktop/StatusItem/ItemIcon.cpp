@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <span>
 
 namespace vantrel::desktop {
 
@@ -26,33 +25,54 @@ struct Bar {
 };
 constexpr std::array motionBars{Bar{{8, 16}, {24, 20}}, Bar{{12, 32}, {24, 36}}};
 
-constexpr int samplesPerSide = 8;
+constexpr int linesPerRow = 8;  // of pixels: what a row covers is the mean of these
 
-bool isInBadge(Point point) {
+/// What a shape covers of one line.
+struct Span {
+    double begin;
+    double end;
+};
+
+Span badgeSpan(double y) {
     constexpr double straight = fieldSize / 2 - badgeRadius;
-    const double dx = std::max(std::abs(point.x - fieldSize / 2) - straight, 0.0);
-    const double dy = std::max(std::abs(point.y - fieldSize / 2) - straight, 0.0);
-    return dx * dx + dy * dy <= badgeRadius * badgeRadius;
+    const double fromStraight = std::max(std::abs(y - fieldSize / 2) - straight, 0.0);
+    const double half = straight + std::sqrt(badgeRadius * badgeRadius - fromStraight * fromStraight);
+    return {fieldSize / 2 - half, fieldSize / 2 + half};
 }
 
-bool isInPolygon(Point point, std::span<const Point> corners) {
-    bool isInside = false;
-    Point previous = corners.back();
-    for (const Point corner : corners) {
-        if ((corner.y > point.y) != (previous.y > point.y) &&
-            point.x < (previous.x - corner.x) * (point.y - corner.y) / (previous.y - corner.y) + corner.x) {
-            isInside = !isInside;
+/// The pointer and the bars, which lie apart from each other and within the badge.
+std::vector<Span> glyphSpans(double y) {
+    std::vector<double> crossings;
+    Point previous = pointerOutline.back();
+    for (const Point corner : pointerOutline) {
+        if ((corner.y > y) != (previous.y > y)) {
+            crossings.push_back((previous.x - corner.x) * (y - corner.y) / (previous.y - corner.y) + corner.x);
         }
         previous = corner;
     }
-    return isInside;
+    std::sort(crossings.begin(), crossings.end());
+    std::vector<Span> spans;
+    for (std::size_t index = 0; index + 1 < crossings.size(); index += 2) {
+        spans.push_back({crossings[index], crossings[index + 1]});
+    }
+    for (const Bar& bar : motionBars) {
+        if (y >= bar.topLeft.y && y < bar.bottomRight.y) {
+            spans.push_back({bar.topLeft.x, bar.bottomRight.x});
+        }
+    }
+    return spans;
 }
 
-bool isInGlyph(Point point) {
-    return isInPolygon(point, pointerOutline) || std::any_of(motionBars.begin(), motionBars.end(), [&](const Bar& bar) {
-               return point.x >= bar.topLeft.x && point.x < bar.bottomRight.x && point.y >= bar.topLeft.y &&
-                      point.y < bar.bottomRight.y;
-           });
+/// Adds to each pixel of a row the share of it that the span covers. The span is in pixels.
+void addCover(std::vector<double>& row, Span span) {
+    for (auto column = static_cast<std::size_t>(span.begin); column < row.size(); ++column) {
+        const auto left = static_cast<double>(column);
+        const double covered = std::min(span.end, left + 1) - std::max(span.begin, left);
+        if (covered <= 0) {
+            break;
+        }
+        row[column] += covered / linesPerRow;
+    }
 }
 
 std::uint32_t mixedColor(double glyphShare) {
@@ -65,35 +85,31 @@ std::uint32_t mixedColor(double glyphShare) {
     return color;
 }
 
-std::uint32_t pixelAt(int column, int row, double unitsPerPixel) {
-    int badgeSamples = 0;
-    int glyphSamples = 0;
-    for (int sample = 0; sample < samplesPerSide * samplesPerSide; ++sample) {
-        const int sampleColumn = sample % samplesPerSide;
-        const int sampleRow = sample / samplesPerSide;
-        const Point point{(column + (sampleColumn + 0.5) / samplesPerSide) * unitsPerPixel,
-                          (row + (sampleRow + 0.5) / samplesPerSide) * unitsPerPixel};
-        if (isInBadge(point)) {
-            ++badgeSamples;
-            glyphSamples += isInGlyph(point) ? 1 : 0;
-        }
-    }
-    if (badgeSamples == 0) {
-        return 0;
-    }
-    const auto alpha =
-        static_cast<std::uint32_t>(std::lround(255.0 * badgeSamples / (samplesPerSide * samplesPerSide)));
-    return (alpha << 24U) | mixedColor(static_cast<double>(glyphSamples) / badgeSamples);
+std::uint32_t pixel(double badgeShare, double glyphShare) {
+    const auto alpha = static_cast<std::uint32_t>(std::lround(255.0 * badgeShare));
+    return alpha == 0 ? 0 : (alpha << 24U) | mixedColor(std::min(glyphShare / badgeShare, 1.0));
 }
 
 }  // namespace
 
 std::vector<std::uint32_t> itemIconPixels(int size) {
+    const double pixelsPerUnit = size / fieldSize;
+    const auto inPixels = [&](Span span) { return Span{span.begin * pixelsPerUnit, span.end * pixelsPerUnit}; };
+    const auto columns = static_cast<std::size_t>(size);
     std::vector<std::uint32_t> pixels;
-    pixels.reserve(static_cast<std::size_t>(size) * static_cast<std::size_t>(size));
+    pixels.reserve(columns * columns);
     for (int row = 0; row < size; ++row) {
-        for (int column = 0; column < size; ++column) {
-            pixels.push_back(pixelAt(column, row, fieldSize / size));
+        std::vector<double> badge(columns);
+        std::vector<double> glyph(columns);
+        for (int line = 0; line < linesPerRow; ++line) {
+            const double y = (row + (line + 0.5) / linesPerRow) / pixelsPerUnit;
+            addCover(badge, inPixels(badgeSpan(y)));
+            for (const Span& span : glyphSpans(y)) {
+                addCover(glyph, inPixels(span));
+            }
+        }
+        for (std::size_t column = 0; column < columns; ++column) {
+            pixels.push_back(pixel(badge[column], glyph[column]));
         }
     }
     return pixels;

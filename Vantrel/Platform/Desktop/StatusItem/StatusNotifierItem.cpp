@@ -122,14 +122,11 @@ void StatusNotifierItem::emitSignal(const char* name, GVariant* arguments) {
 }
 
 GVariant* StatusNotifierItem::property(const std::string& name) const {
-    const ItemIconLocation icon = itemIconLocation();
     const std::pair<std::string_view, std::string_view> strings[] = {
         {"Category", "ApplicationStatus"},
         {"Id", "vantrel"},
         {"Title", itemTitle},
         {"Status", "Active"},
-        {"IconThemePath", icon.themePath},
-        {"IconName", icon.name},
         {"IconAccessibleDesc", itemTitle},
         {"OverlayIconName", ""},
         {"AttentionIconName", ""},
@@ -143,6 +140,12 @@ GVariant* StatusNotifierItem::property(const std::string& name) const {
         if (key == name) {
             return g_variant_new_string(std::string(value).c_str());
         }
+    }
+    if (name == "IconName") {
+        return g_variant_new_string(itemIconLocation().name.c_str());
+    }
+    if (name == "IconThemePath") {
+        return g_variant_new_string(itemIconLocation().themePath.c_str());
     }
     if (name == "IconPixmap") {
         return iconPixmaps();
