@@ -84,9 +84,10 @@ GObjectPointer<DbusmenuMenuitem> BusMenu::makeRow(const MenuItem& item, std::siz
 }
 
 void BusMenu::rowActivated(DbusmenuMenuitem* row, guint /*timestamp*/, gpointer data) {
-    const std::shared_ptr<RowChosen> chosen = *static_cast<std::shared_ptr<RowChosen>*>(data);
-    if (*chosen) {
-        (*chosen)(static_cast<std::size_t>(dbusmenu_menuitem_get_id(row) - 1));
+    // The menu may end in the call, and empties its own copy then.
+    const RowChosen chosen = **static_cast<std::shared_ptr<RowChosen>*>(data);
+    if (chosen) {
+        chosen(static_cast<std::size_t>(dbusmenu_menuitem_get_id(row) - 1));
     }
 }
 

@@ -3,6 +3,7 @@
 #include <glib-unix.h>
 #include <sys/socket.h>
 
+#include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <utility>
@@ -13,7 +14,8 @@ namespace vantrel::desktop {
 
 namespace {
 
-constexpr guint lingeringTime = 5;  // seconds
+constexpr guint lingeringTime = 5;         // seconds
+constexpr std::size_t longestAnswer = 64;  // bytes, of a few numbers
 
 std::vector<std::string> textFields(const std::string& text, const ItemFont& font) {
     return {text, std::to_string(static_cast<int>(font.size)),
@@ -107,7 +109,7 @@ gboolean OverlayProcess::readable(gint /*socket*/, GIOCondition /*condition*/, g
 }
 
 void OverlayProcess::receive() {
-    std::string packet(longestOverlayPacket, '\0');
+    std::array<char, longestAnswer> packet{};
     const ssize_t length = recv(socket_.get(), packet.data(), packet.size(), MSG_DONTWAIT);
     if (length < 0 && (errno == EAGAIN || errno == EINTR)) {
         return;
@@ -116,8 +118,7 @@ void OverlayProcess::receive() {
         hangUp();
         return;
     }
-    packet.resize(static_cast<std::size_t>(length));
-    if (const auto message = decodedPacket(packet)) {
+    if (const auto message = decodedPacket({packet.data(), static_cast<std::size_t>(length)})) {
         obey(*message);
     }
 }
