@@ -1,6 +1,8 @@
 // The old system tray: real trays, because each treats its icons in its own way.
+#include <chrono>
 #include <csignal>
 #include <fstream>
+#include <thread>
 
 #include "tests/desk/status/StatusDesk.hpp"
 
@@ -98,6 +100,16 @@ TEST_F(Tray, trayer_title_standsInTheTrayAlone) {
     EXPECT_TRUE(overlayWindows().empty());
     process.say("title Vantrel");
     EXPECT_TRUE(waitUntil([&] { return icons().size() == 1 && icons().front().width == width; }));
+}
+
+TEST_F(Tray, trayer_answersLate_getsTheTitleAllTheSame) {
+    const auto trayer = startTrayer();
+    ItemProcess process(desk.environment());
+    ASSERT_TRUE(waitForIcon(process));
+    kill(trayer->processId(), SIGSTOP);
+    std::this_thread::sleep_for(std::chrono::seconds(1));
+    kill(trayer->processId(), SIGCONT);
+    EXPECT_TRUE(waitForTitleInTray());
 }
 
 TEST_F(Tray, trayer_restarted_getsTheItemAndItsMenuActs) {

@@ -46,7 +46,7 @@ class ItemIcon : public testing::TestWithParam<int> {};
 
 TEST_P(ItemIcon, pixels_eachSize_areTheInstalledPicture) {
     const int size = GetParam();
-    const std::vector<std::uint32_t> drawn = trayIconImage(size, size).pixels;
+    const std::vector<std::uint32_t> drawn = trayIconImage(size, size, size).pixels;
     const std::vector<std::uint32_t> installed = installedPixels(size);
     ASSERT_EQ(drawn.size(), installed.size());
     for (std::size_t index = 0; index < drawn.size(); ++index) {
@@ -70,13 +70,23 @@ TEST_P(ItemIcon, bytes_eachSize_areAlphaRedGreenBlue) {
 INSTANTIATE_TEST_SUITE_P(Sizes, ItemIcon, testing::ValuesIn(itemIconSizes));
 
 TEST(TrayIconImage, picture_widerThanHigh_hasTheDrawingInTheMiddle) {
-    const TrayImage image = trayIconImage(30, 16);
+    const TrayImage image = trayIconImage(30, 16, 30);
     ASSERT_EQ(image.pixels.size(), 30U * 16U);
     const std::size_t middleRow = 8 * 30;
     EXPECT_EQ(image.pixels[middleRow + 6], 0U);
     EXPECT_NE(image.pixels[middleRow + 8], 0U);
     EXPECT_NE(image.pixels[middleRow + 21], 0U);
     EXPECT_EQ(image.pixels[middleRow + 23], 0U);
+}
+
+TEST(TrayIconImage, picture_partlyHidden_hasTheDrawingInTheMiddleOfTheRest) {
+    const TrayImage image = trayIconImage(30, 16, 20);
+    ASSERT_EQ(image.pixels.size(), 30U * 16U);
+    const std::size_t middleRow = 8 * 30;
+    EXPECT_EQ(image.pixels[middleRow + 1], 0U);
+    EXPECT_NE(image.pixels[middleRow + 3], 0U);
+    EXPECT_NE(image.pixels[middleRow + 16], 0U);
+    EXPECT_EQ(image.pixels[middleRow + 18], 0U);
 }
 
 TEST(TrayIconImage, blended_transparentAndHalf_letTheBackgroundThrough) {

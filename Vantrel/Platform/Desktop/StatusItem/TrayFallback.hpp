@@ -40,16 +40,13 @@ class TrayFallback {
     [[nodiscard]] bool showsTitle() const { return isShown() && room_ == Room::given; }
 
   private:
-    enum class Room { unknown, asked, given, refused };
+    enum class Room { unknown, asked, given };
 
     static gboolean graceEnded(gpointer data);
-    static gboolean roomRefused(gpointer data);
 
     void trayChanged();
     void paintTitle();
-    void stopTimers();
-    /// The next tray decides anew, and has the full time for it.
-    void forgetRoom();
+    void stopGrace();
 
     OverlayProcess& overlay_;
     Events events_;
@@ -57,7 +54,6 @@ class TrayFallback {
     ItemFont font_;
     bool isWanted_ = false;
     guint graceSource_ = 0;
-    guint roomSource_ = 0;
     Room room_ = Room::unknown;
     int requestedWidth_ = 0;
     std::unique_ptr<XEmbedTray> tray_;

@@ -35,12 +35,12 @@ std::uint32_t over(std::uint32_t front, std::uint32_t back) {
 
 }  // namespace
 
-TrayImage trayIconImage(int width, int height) {
+TrayImage trayIconImage(int width, int height, int visibleWidth) {
     TrayImage image{.width = width, .height = height, .pixels = {}};
     image.pixels.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
-    const int size = std::min({width, height, largestIcon});
+    const int size = std::min({visibleWidth, height, largestIcon});
     const std::vector<std::uint32_t> icon = itemIconPixels(size);
-    const int left = (width - size) / 2;
+    const int left = (visibleWidth - size) / 2;
     const int top = (height - size) / 2;
     for (int row = 0; row < size; ++row) {
         const auto from = icon.begin() + static_cast<std::ptrdiff_t>(row) * size;

@@ -12,8 +12,9 @@ struct TrayImage {
     std::vector<std::uint32_t> pixels;
 };
 
-/// The item's drawing, as large as fits, in the middle of a transparent picture; colours multiplied by alpha.
-TrayImage trayIconImage(int width, int height);
+/// The item's drawing, as large as fits, in the middle of the first `visibleWidth` columns of a transparent picture;
+/// colours multiplied by alpha.
+TrayImage trayIconImage(int width, int height, int visibleWidth);
 
 /// The picture on top of an opaque one of the same size.
 TrayImage blended(const TrayImage& picture, const TrayImage& background);

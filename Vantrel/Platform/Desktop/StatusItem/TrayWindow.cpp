@@ -176,7 +176,7 @@ TrayWindow::Change TrayWindow::configured(const xcb_configure_notify_event_t& ev
 }
 
 void TrayWindow::paintIcon() {
-    const TrayImage icon = trayIconImage(width_, height_);
+    const TrayImage icon = trayIconImage(width_, height_, visibleWidth());
     setBackground(depth_ == 32 ? icon : blended(icon, background()));
 }
 

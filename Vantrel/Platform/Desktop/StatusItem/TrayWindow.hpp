@@ -30,7 +30,7 @@ class TrayWindow {
     /// Asks the tray for that width; how it decides is reported as a change of size.
     void requestWidth(int width);
 
-    /// Shows the item's drawing.
+    /// Shows the item's drawing in the middle of what can be seen of the window.
     void paintIcon();
 
     /// What the event means for this window.
