@@ -33,6 +33,9 @@ X11EventSource::X11EventSource(X11Connection& connection, GMainContext* context,
     source_->state = state.release();
     g_source_set_static_name(source, "X server");
     g_source_set_priority(source, G_PRIORITY_HIGH);
+    // Nothing here runs a loop of its own. Otherwise GLib takes the descriptor out of its list for each dispatch and
+    // puts it back, waking itself up each time: two writes, a read and a turn of the loop between a press and its task.
+    g_source_set_can_recurse(source, TRUE);
     g_source_add_poll(source, &source_->state->descriptor);
     g_source_attach(source, context);
 }
