@@ -24,7 +24,8 @@ using std::chrono::seconds;
 // The start, the memory that it gives back, the store's move to the disk, and threads that GLib keeps for fifteen
 // seconds.
 constexpr seconds settlingTime(25);
-constexpr int firstJumps = 100;
+// As many as bring everything into memory that jumps ever need: also a log that is moved among them.
+constexpr int firstJumps = 2000;
 
 class Rest {
   public:
