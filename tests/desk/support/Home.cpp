@@ -27,7 +27,8 @@ void Home::enter(Environment& environment) const {
     for (const auto& [variable, name] : directories) {
         environment.set(variable, (directory_.path() / name).native());
     }
-    // Where the build counts lines: a killed program's counts are broken, and the next would complain of them on stderr.
+    // Where the build counts lines: a killed program's counts are broken, and the next would complain of them on
+    // stderr.
     environment.set("GCOV_PREFIX", (directory_.path() / "line-counts").native());
 }
 
