@@ -28,6 +28,7 @@ using desk::MainPoint;
 constexpr MainPoint onMain{.x = 700, .y = 500};
 constexpr double mostMilliseconds = 100;
 constexpr int jumpsASave = 10;
+constexpr std::size_t flood = 10000;
 
 /// A desk with everything that can hang.
 class HangDesk {
@@ -68,6 +69,13 @@ class HangDesk {
         std::fflush(stdout);
         if (tail > mostMilliseconds) {
             throw std::runtime_error(std::string("jumps are held up: ") + what);
+        }
+    }
+
+    /// Hands the URLs to the agent by a further start, as a browser does.
+    void openURLs(const std::vector<std::string>& urls) {
+        if (desk_.startProgram(urls)->waitForExit() != desk::ExitStatus{.code = 0, .signal = std::nullopt}) {
+            throw std::runtime_error("the agent takes no URLs");
         }
     }
 
@@ -118,6 +126,8 @@ void runHangTrial(int jumps) {
     desk.measure("the message window hangs", jumps);
     kill(overlay, SIGCONT);
     desk.measure("nothing hangs any more", jumps);
+    desk.openURLs(std::vector<std::string>(flood, "vantrel:save-point"));
+    desk.measure("10,000 URLs save points", jumps);
 }
 
 }  // namespace vantrel::soak

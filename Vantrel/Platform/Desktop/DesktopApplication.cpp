@@ -12,7 +12,7 @@ DesktopApplication::DesktopApplication(MainQueue& mainQueue, SessionBus::Connect
     : mainQueue_(mainQueue),
       busConnected_(std::move(busConnected)),
       signals_([this] { terminate(); }),
-      urls_([this](const std::vector<std::string>& urls) { openSlice(urls); }),
+      urls_([this](std::string url) { openURL(std::move(url)); }),
       bus_([this](GDBusConnection* bus) { this->busConnected(bus); }) {}
 
 DesktopApplication::~DesktopApplication() = default;
@@ -43,9 +43,9 @@ void DesktopApplication::busConnected(GDBusConnection* bus) {
         BusApplication::Events{[this](URLQueue::Reader urls) { urls_.append(std::move(urls)); }, [this] { reopen(); }});
 }
 
-void DesktopApplication::openSlice(const std::vector<std::string>& urls) {
+void DesktopApplication::openURL(std::string url) {
     if (const auto delegate = delegate_.lock()) {
-        delegate->applicationOpen(urls);
+        delegate->applicationOpen({std::move(url)});
     }
 }
 

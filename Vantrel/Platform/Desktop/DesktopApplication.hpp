@@ -52,7 +52,7 @@ class DesktopApplication final : public Application {
   private:
     void launch();
     void busConnected(GDBusConnection* bus);
-    void openSlice(const std::vector<std::string>& urls);
+    void openURL(std::string url);
 
     MainQueue& mainQueue_;
     std::weak_ptr<ApplicationDelegate> delegate_;

@@ -2,6 +2,7 @@
 
 #include <malloc.h>
 
+#include <ctime>
 #include <memory>
 #include <utility>
 
@@ -13,6 +14,13 @@ namespace {
 
 // A burst of this many leaves megabytes of freed messages behind, which the C library would keep.
 constexpr std::size_t burstWorthTrimming = 1000;
+
+/// What this thread has used: a busy machine must not make slices short, for then URLs would wait even longer.
+std::chrono::nanoseconds processorTime() {
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+}
 
 }  // namespace
 
@@ -68,27 +76,28 @@ gboolean URLQueue::dispatch(GSource* source, GSourceFunc /*callback*/, gpointer 
 }
 
 void URLQueue::serveSlice() {
-    const std::vector<std::string> slice = takeSlice();
-    if (!slice.empty()) {
-        servedInBurst_ += slice.size();
-        sink_(slice);
+    const std::chrono::nanoseconds end = processorTime() + sliceTime;
+    std::string url;
+    for (std::size_t served = 0; served < sliceLength && takeNext(url); ++served) {
+        ++servedInBurst_;
+        sink_(std::move(url));
+        if (processorTime() >= end) {
+            break;
+        }
     }
     if (readers_.empty() && std::exchange(servedInBurst_, 0) >= burstWorthTrimming) {
         malloc_trim(0);
     }
 }
 
-std::vector<std::string> URLQueue::takeSlice() {
-    std::vector<std::string> slice;
-    std::string url;
-    while (slice.size() < sliceLength && !readers_.empty()) {
+bool URLQueue::takeNext(std::string& url) {
+    while (!readers_.empty()) {
         if (readers_.front()(url)) {
-            slice.push_back(std::move(url));
-        } else {
-            readers_.pop_front();
+            return true;
         }
+        readers_.pop_front();
     }
-    return slice;
+    return false;
 }
 
 }  // namespace vantrel::desktop

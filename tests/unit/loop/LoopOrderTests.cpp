@@ -39,7 +39,7 @@ TEST(LoopOrder, turn_everythingIsReady_servesWhatAPersonWaitsForFirst) {
     Log served;
     // Made in the reverse order, so that the order of making does not decide.
     const NotedSource idle(loop, G_PRIORITY_DEFAULT_IDLE, "idle work", served);
-    URLQueue urls([&served](const std::vector<std::string>&) { served.emplace_back("URLs"); }, loop.context());
+    URLQueue urls([&served](const std::string& /*url*/) { served.emplace_back("URLs"); }, loop.context());
     urls.append(std::vector<std::string>{"vantrel:next"});
     urls.resume();
     GLibMainQueue mainQueue(loop.context());

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstddef>
+#include <ctime>
 #include <string>
 #include <utility>
 #include <vector>
@@ -27,12 +29,17 @@ URLs numbered(std::size_t first, std::size_t count) {
 struct URLQueueFixture {
     TestLoop loop;
     URLs opened;
-    std::vector<std::size_t> slices;
-    URLQueue queue{[this](const URLs& urls) {
-                       slices.push_back(urls.size());
-                       opened.insert(opened.end(), urls.begin(), urls.end());
-                   },
-                   loop.context()};
+    URLQueue queue{[this](std::string url) { opened.push_back(std::move(url)); }, loop.context()};
+
+    /// How many URLs each turn served, until none was left.
+    std::vector<std::size_t> slices() {
+        std::vector<std::size_t> result;
+        std::size_t before = opened.size();
+        while (loop.turn()) {
+            result.push_back(opened.size() - std::exchange(before, opened.size()));
+        }
+        return result;
+    }
 };
 
 TEST(URLQueue, append_beforeResume_waits) {
@@ -50,11 +57,9 @@ TEST(URLQueue, append_longList_comesInSlicesAndInOrder) {
     const std::size_t count = 3 * URLQueue::sliceLength + 1;
     fixture.queue.resume();
     fixture.queue.append(numbered(0, count));
-    while (fixture.loop.turn()) {
-    }
-    EXPECT_EQ(fixture.opened, numbered(0, count));
     const std::size_t full = URLQueue::sliceLength;
-    EXPECT_EQ(fixture.slices, (std::vector<std::size_t>{full, full, full, 1}));
+    EXPECT_EQ(fixture.slices(), (std::vector<std::size_t>{full, full, full, 1}));
+    EXPECT_EQ(fixture.opened, numbered(0, count));
     EXPECT_EQ(fixture.loop.sleepTime(), -1);
 }
 
@@ -87,7 +92,7 @@ TEST(URLQueue, append_emptyList_opensNothing) {
     fixture.queue.append(URLs{});
     while (fixture.loop.turn()) {
     }
-    EXPECT_TRUE(fixture.slices.empty());
+    EXPECT_TRUE(fixture.opened.empty());
 }
 
 TEST(URLQueue, append_reader_isReadSliceBySlice) {
@@ -125,6 +130,28 @@ TEST(URLQueue, serve_hotKeyTaskAmongAHundredThousand_waitsForOneSliceAtMost) {
     EXPECT_EQ(fixture.opened, numbered(0, 100000));
 }
 
+TEST(URLQueue, serve_eachTakesLong_oneIsASlice) {
+    TestLoop loop;
+    std::size_t opened = 0;
+    URLQueue queue(
+        [&](const std::string& /*url*/) {
+            ++opened;
+            const auto processorTime = [] {
+                return std::chrono::microseconds(std::clock() * 1000000 / CLOCKS_PER_SEC);
+            };
+            const auto start = processorTime();
+            while (processorTime() - start < 2 * URLQueue::sliceTime) {
+            }
+        },
+        loop.context());
+    queue.resume();
+    queue.append(numbered(0, 3));
+    loop.turn();
+    EXPECT_EQ(opened, 1U);
+    loop.turn();
+    EXPECT_EQ(opened, 2U);
+}
+
 TEST(URLQueue, serve_timerIsDue_theTimerGoesFirst) {
     URLQueueFixture fixture;
     GLibRunLoop runLoop(fixture.loop.context());
@@ -143,8 +170,8 @@ TEST(URLQueue, append_fromTheSink_comesAfterWhatWaits) {
     URLs opened;
     URLQueue* appendTo = nullptr;
     URLQueue queue(
-        [&](const URLs& urls) {
-            opened.insert(opened.end(), urls.begin(), urls.end());
+        [&](std::string url) {
+            opened.push_back(std::move(url));
             if (URLQueue* const target = std::exchange(appendTo, nullptr)) {
                 target->append({"last"});
             }
