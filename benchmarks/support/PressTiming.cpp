@@ -18,6 +18,9 @@ using Microseconds = std::chrono::duration<double, std::micro>;
 /// Longer than a busy machine holds anything up: what comes late is slow, and not lost.
 constexpr std::chrono::milliseconds lostAfter{3000};
 
+/// Before the server repeats the key, which some take for another press.
+constexpr std::chrono::milliseconds longestHold{100};
+
 void sendKey(desk::XConnection& connection, std::uint8_t type, xcb_keycode_t keycode) {
     xcb_test_fake_input(connection.get(), type, keycode, XCB_CURRENT_TIME, connection.root(), 0, 0, 0);
     xcb_flush(connection.get());
@@ -49,13 +52,17 @@ PressTimes timePresses(desk::Desk& desk, PressSeries series) {
         desk.pointer().moveTo(here);
         const Clock::time_point begin = Clock::now();
         sendKey(desk.connection(), XCB_KEY_PRESS, key);
+        bool isHeld = true;
         bool hasArrived = false;
         Clock::time_point now = begin;
         while (!hasArrived && now - begin < lostAfter) {
             hasArrived = desk.pointer().position() == there;
             now = Clock::now();
+            if (isHeld && (hasArrived || now - begin > longestHold)) {
+                sendKey(desk.connection(), XCB_KEY_RELEASE, key);
+                isHeld = false;
+            }
         }
-        sendKey(desk.connection(), XCB_KEY_RELEASE, key);
         if (press >= series.uncountedPresses) {
             if (series.pressed) {
                 series.pressed(begin);
