@@ -1,6 +1,7 @@
 #include "Vantrel/Platform/Qt/SavedPointsList.hpp"
 
 #include <QFontMetrics>
+#include <QPainter>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <limits>
@@ -63,6 +64,8 @@ SavedPointsList::SavedPointsList() {
     setFixedHeight(PreferencesWindowLayout::savedPointsHeight);
 
     table_.setFrameShape(QFrame::NoFrame);
+    // The background is this widget's: at fractional scales the table's own would cover the frame's thin line.
+    table_.viewport()->setAutoFillBackground(false);
     table_.setModel(&model_);
     table_.setItemDelegate(&delegate_);
     table_.setUniformItemSizes(true);
@@ -77,6 +80,16 @@ SavedPointsList::SavedPointsList() {
     auto& layout = makeOwnedByParent<QVBoxLayout>(this);
     layout.setContentsMargins(0, 0, 0, 0);
     layout.addWidget(&table_);
+}
+
+void SavedPointsList::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    // Styles draw lines around whole places, which at other scales than 1 lie half outside and get lost there: half a
+    // pixel of the screen keeps them in.
+    if (const double scale = devicePixelRatioF(); scale > 1) {
+        painter.translate(0.5 / scale, 0.5 / scale);
+    }
+    drawFrame(&painter);
 }
 
 }  // namespace vantrel::qt

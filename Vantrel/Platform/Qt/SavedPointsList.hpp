@@ -50,6 +50,9 @@ class SavedPointsList final : public QFrame {
 
     QListView& table() { return table_; }
 
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
   private:
     SavedPointsModel model_;
     SavedPointDelegate delegate_;

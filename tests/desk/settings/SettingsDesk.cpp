@@ -90,8 +90,13 @@ void SettingsDesk::settle() {
             xcb_translate_coordinates(server, static_cast<xcb_window_t>(window().winId()), desk_.connection().root(), 0,
                                       0),
             nullptr));
-        return place &&
-               QPoint(place->dst_x, place->dst_y) == window().mapToGlobal(QPoint(0, 0)) * window().devicePixelRatio();
+        if (!place) {
+            return false;
+        }
+        // At other scales than 1 Qt's places are rounded.
+        const double scale = window().devicePixelRatioF();
+        const QPoint difference = QPoint(place->dst_x, place->dst_y) - window().mapToGlobal(QPoint(0, 0)) * scale;
+        return std::max(std::abs(difference.x()), std::abs(difference.y())) < scale;
     };
     if (!turnUntil(isWhereQtTakesItToBe)) {
         throw std::runtime_error("the settings window does not come to rest");

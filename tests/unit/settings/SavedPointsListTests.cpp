@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QImage>
 #include <QScrollBar>
 #include <QTest>
 #include <set>
@@ -111,6 +112,38 @@ TEST_F(SavedPointsListTest, reload_otherTexts_areShown) {
     EXPECT_EQ(text(1), "Desk 1");
     load(0);
     EXPECT_EQ(list.table().model()->rowCount(), 0);
+}
+
+/// Whether a picture's pixels from `begin` on differ from its middle somewhere on every step along the line.
+bool hasLine(const QImage& picture, QPoint begin, QPoint step, QPoint inwards) {
+    const QRgb middle = picture.pixel(picture.rect().center());
+    for (QPoint place = begin; picture.rect().contains(place); place += step) {
+        if (picture.pixel(place) == middle && picture.pixel(place + inwards) == middle) {
+            return false;
+        }
+    }
+    return true;
+}
+
+TEST(SavedPointsListScales, frame_everyScale_hasFourSides) {
+    for (const char* const scale : {"1", "1.25", "1.5", "1.75", "2"}) {
+        SCOPED_TRACE(scale);
+        setenv("QT_SCALE_FACTOR", scale, 1);
+        std::string problem;
+        const auto guest = QtGuest::start("offscreen", problem);
+        ASSERT_TRUE(guest) << problem;
+        unsetenv("QT_SCALE_FACTOR");
+        SavedPointsList list;
+        list.resize(480, list.height());
+        list.show();
+        const QImage picture = list.grab().toImage();
+        ASSERT_EQ(picture.width(), static_cast<int>(480 * std::stod(scale)));
+        const QPoint last(picture.width() - 1, picture.height() - 1);
+        EXPECT_TRUE(hasLine(picture, {0, 0}, {1, 0}, {0, 1})) << "top";
+        EXPECT_TRUE(hasLine(picture, {0, 0}, {0, 1}, {1, 0})) << "left";
+        EXPECT_TRUE(hasLine(picture, last, {-1, 0}, {0, -1})) << "bottom";
+        EXPECT_TRUE(hasLine(picture, last, {0, -1}, {-1, 0})) << "right";
+    }
 }
 
 TEST_F(SavedPointsListTest, setTableHidden_yes_leavesTheFrame) {
