@@ -90,6 +90,19 @@ TEST_F(Recording, keyWithoutModifier_typed_isRejectedAndRecordingGoesOn) {
     expectRecorded({keys::command, k}, "Command + K");
 }
 
+TEST_F(Recording, keyWithoutModifier_heldDown_isRejectedOnceAndItsRepeatsAreNotRecorded) {
+    openAndRecord();
+    keyboard().hold({keys::d});
+    EXPECT_TRUE(titleBecomes("Add modifier..."));
+    keyboard().hold({keys::control});
+    EXPECT_TRUE(titleBecomes("Press a key..."));
+    // Longer than it takes a held key to repeat.
+    EXPECT_TRUE(
+        settings.holds([&] { return settings.recorderTitle() == "Press a key..."; }, std::chrono::milliseconds(900)));
+    keyboard().letGo();
+    expectRecorded({keys::control, keys::d}, "Ctrl + D");
+}
+
 TEST_F(Recording, reservedDigit_typed_stopsWithItsMessage) {
     openAndRecord();
     keyboard().type(hyper(digit1));
@@ -206,6 +219,8 @@ TEST_F(Recording, chordOfAnotherProgram_typed_isRefusedAndRestored) {
     openAndRecord();
     keyboard().type({keys::control, space});
     EXPECT_TRUE(statusBecomes("Ctrl + Space is unavailable. Restored Hyper + D.")) << settings.status();
+    EXPECT_FALSE(settings.statusIsRed());
+    EXPECT_TRUE(settings.desk().waitForHotKey(hyper(keys::d)));
     EXPECT_EQ(settings.recorderTitle(), "Hyper + D");
     EXPECT_EQ(settings.fakes().statusBar.title, "Shortcut busy");
 }
