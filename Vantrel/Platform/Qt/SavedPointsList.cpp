@@ -48,8 +48,15 @@ QModelIndexList SavedPointsModel::match(const QModelIndex& /*start*/, int /*role
 }
 
 QString SavedPointDelegate::displayText(const QVariant& value, const QLocale& /*locale*/) const {
+    QString text = value.toString();
     // A name may hold line breaks; a row is one line.
-    return value.toString().simplified();
+    for (QChar& character : text) {
+        if (character == '\n' || character == '\r' || character == QChar::LineSeparator ||
+            character == QChar::ParagraphSeparator) {
+            character = ' ';
+        }
+    }
+    return text;
 }
 
 QSize SavedPointDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& /*index*/) const {

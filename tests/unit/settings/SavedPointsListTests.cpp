@@ -162,6 +162,11 @@ TEST_F(SavedPointsListTest, displayText_lineBreaks_areBlanks) {
     EXPECT_EQ(delegate.displayText(QString("Desk\nleft - x 1, y 2"), QLocale::c()), "Desk left - x 1, y 2");
 }
 
+TEST_F(SavedPointsListTest, displayText_otherWhiteSpace_standsAsStored) {
+    const SavedPointDelegate delegate;
+    EXPECT_EQ(delegate.displayText(QString(" Desk  left - x 1, y 2"), QLocale::c()), " Desk  left - x 1, y 2");
+}
+
 TEST_F(SavedPointsListTest, source_gone_showsNothing) {
     load(2);
     rows.reset();
