@@ -6,7 +6,8 @@ namespace vantrel::desk {
 
 Environment Environment::minimal() {
     Environment environment;
-    for (const char* name : {"PATH", "LANG", "LC_ALL", "TMPDIR", "ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS"}) {
+    for (const char* name :
+         {"PATH", "LANG", "LC_ALL", "TMPDIR", "ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS", "TSAN_OPTIONS"}) {
         if (const char* value = std::getenv(name)) {
             environment.set(name, value);
         }
