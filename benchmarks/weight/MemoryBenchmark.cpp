@@ -1,5 +1,5 @@
-// What giving back the pages that only the start has needed gives and costs: two agents on two desks, started together,
-// one of which keeps them; what each weighs then, and what the first jump after it takes.
+// What giving back the pages that only the start has needed gives and costs: two agents on two desks with a panel,
+// started together, one of which keeps them; what each weighs then, and what the first jump after it takes.
 //
 //     vantrel-bench-memory [ROUNDS]
 #include <array>
@@ -7,7 +7,6 @@
 #include <cstddef>
 #include <memory>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "benchmarks/support/Arguments.hpp"
@@ -16,6 +15,7 @@
 #include "benchmarks/support/PressTiming.hpp"
 #include "benchmarks/support/Statistics.hpp"
 #include "benchmarks/weight/ProcessMemory.hpp"
+#include "tests/desk/status/TestPanel.hpp"
 #include "tests/desk/support/Desk.hpp"
 
 namespace vantrel::bench {
@@ -27,6 +27,7 @@ constexpr std::chrono::seconds settlingTime(8);
 struct Variant {
     std::string name;
     desk::Desk desk{};
+    desk::TestPanel panel{desk.bus().address()};
     std::unique_ptr<desk::AgentProcess> agent{};
     std::vector<double> resident{};
     std::vector<double> proportional{};
@@ -71,7 +72,7 @@ void run(int rounds) {
             variant.agent = variant.desk.startAgent();
             variant.desk.pointer().moveTo(usualCourse().stops.front());
         }
-        std::this_thread::sleep_for(settlingTime);
+        desk::waitOnBus([] { return false; }, settlingTime);
         for (std::size_t turn = 0; turn < variants.size(); ++turn) {
             measure(variants[(turn + static_cast<std::size_t>(round)) % variants.size()]);
         }
@@ -79,7 +80,7 @@ void run(int rounds) {
             variant.agent.reset();
         }
     }
-    printTableHead({"At rest", "resident", "proportional", "unique", "first jump", "slowest first jump",
+    printTableHead({"Beside a panel", "resident", "proportional", "unique", "first jump", "slowest first jump",
                     "its page faults", "from the disk", "later jumps", "resident then"});
     for (const Variant& variant : variants) {
         printTableRow({variant.name, numberText(median(variant.resident), 2) + " MB",
