@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "Vantrel/Platform/Desktop/CanberraSoundPlayer.hpp"
+#include "Vantrel/Platform/Desktop/DelayedSoundPlayer.hpp"
 #include "Vantrel/Platform/Desktop/DesktopApplication.hpp"
 #include "Vantrel/Platform/Desktop/GLibMainQueue.hpp"
 #include "Vantrel/Platform/Desktop/GLibRunLoop.hpp"
@@ -38,7 +39,8 @@ class AgentPlatform {
     desktop::GLibRunLoop runLoop_;
     desktop::SQLiteUserDefaults defaults_;
     desktop::DesktopStatusBar statusBar_;
-    desktop::CanberraSoundPlayer sounds_;
+    desktop::CanberraSoundPlayer eventSounds_;
+    desktop::DelayedSoundPlayer sounds_{eventSounds_, mainQueue_};
     desktop::RandomUUIDGenerator uuids_;
     desktop::GLibURLParser urls_;
     desktop::SettingsModuleLoader preferencesWindowViews_{"xcb"};
