@@ -245,8 +245,7 @@ TEST_F(NotifierItem, bus_absent_itemLives) {
 }
 
 TEST_F(NotifierItem, menu_rebuiltTenThousandTimes_takesNoMoreMemory) {
-    // Where the address sanitizer is built in: freed memory goes back at once, as it does without it.
-    desk.environment().set("ASAN_OPTIONS", "quarantine_size_mb=0:thread_local_quarantine_size_kb=0");
+    desk.environment().giveBackFreedMemory();
     TestPanel panel(desk.bus().address());
     ItemProcess process(desk.environment());
     const auto item = registeredItem(panel);

@@ -15,6 +15,11 @@ Environment Environment::minimal() {
     return environment;
 }
 
+void Environment::giveBackFreedMemory() {
+    set("ASAN_OPTIONS",
+        "quarantine_size_mb=0:thread_local_quarantine_size_kb=0:allocator_release_to_os_interval_ms=100");
+}
+
 std::vector<std::string> Environment::entries() const {
     std::vector<std::string> entries;
     entries.reserve(variables_.size());
