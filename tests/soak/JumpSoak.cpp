@@ -61,8 +61,8 @@ double share(std::vector<double> values, double part) {
 
 }  // namespace
 
-JumpSoak::JumpSoak(const JumpSoakOptions& options) : options_(options), random_(options.seed) {
-    shownDisplays_ = desk::DisplayLayout::twoDisplays();
+JumpSoak::JumpSoak(const JumpSoakOptions& options)
+    : options_(options), random_(options.seed), shownDisplays_(desk::DisplayLayout::twoDisplays()) {
     foresight_.see(shownDisplays_);
     desk_.wrapAgent(options.agentWrapper);
     desk_.startAgent();
