@@ -14,11 +14,12 @@ int main(int count, char** arguments) {
         const vantrel::desk::TestPanel panel(arguments[1]);
         std::size_t told = 0;
         while (true) {
-            g_main_context_iteration(nullptr, TRUE);
+            // Before waiting: the first may have come while the panel waited for its name.
             for (; told < panel.items().size(); ++told) {
                 std::printf("%s\n", panel.items()[told].c_str());
                 std::fflush(stdout);
             }
+            g_main_context_iteration(nullptr, TRUE);
         }
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());
