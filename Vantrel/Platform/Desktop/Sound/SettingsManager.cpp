@@ -1,10 +1,11 @@
 #include <xcb/xcb.h>
 
-#include <cstdlib>
+#include <cstdint>
 #include <memory>
 #include <string>
 
 #include "Vantrel/Platform/Desktop/Sound/XSettings.hpp"
+#include "Vantrel/Platform/X11/XcbHandles.hpp"
 
 namespace vantrel::desktop {
 namespace {
@@ -12,16 +13,11 @@ namespace {
 struct Disconnector {
     void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
 };
-struct Releaser {
-    void operator()(void* reply) const { std::free(reply); }
-};
 using Connection = std::unique_ptr<xcb_connection_t, Disconnector>;
-template <typename Type>
-using Reply = std::unique_ptr<Type, Releaser>;
 
 xcb_atom_t atom(xcb_connection_t* connection, const std::string& name) {
     const auto cookie = xcb_intern_atom(connection, 1, static_cast<std::uint16_t>(name.size()), name.c_str());
-    const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection, cookie, nullptr));
+    const auto reply = x11::adopt(xcb_intern_atom_reply(connection, cookie, nullptr));
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
@@ -33,13 +29,13 @@ std::string publishedSettings(xcb_connection_t* connection, int screen) {
     if (selection == XCB_ATOM_NONE || property == XCB_ATOM_NONE) {
         return {};
     }
-    const Reply<xcb_get_selection_owner_reply_t> owner(
-        xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, selection), nullptr));
+    const auto owner =
+        x11::adopt(xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, selection), nullptr));
     if (!owner || owner->owner == XCB_NONE) {
         return {};
     }
     const auto cookie = xcb_get_property(connection, 0, owner->owner, property, XCB_ATOM_ANY, 0, longest);
-    const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection, cookie, nullptr));
+    const auto reply = x11::adopt(xcb_get_property_reply(connection, cookie, nullptr));
     if (!reply || reply->format != 8) {
         return {};
     }
