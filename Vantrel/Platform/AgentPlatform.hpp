@@ -2,17 +2,17 @@
 
 #include <memory>
 
-#include "Vantrel/Platform/Desktop/CanberraSoundPlayer.hpp"
-#include "Vantrel/Platform/Desktop/DelayedSoundPlayer.hpp"
-#include "Vantrel/Platform/Desktop/DesktopApplication.hpp"
-#include "Vantrel/Platform/Desktop/GLibMainQueue.hpp"
-#include "Vantrel/Platform/Desktop/GLibRunLoop.hpp"
+#include "Vantrel/Platform/Desktop/Application/DesktopApplication.hpp"
 #include "Vantrel/Platform/Desktop/GLibURLParser.hpp"
+#include "Vantrel/Platform/Desktop/Loop/GLibMainQueue.hpp"
+#include "Vantrel/Platform/Desktop/Loop/GLibRunLoop.hpp"
 #include "Vantrel/Platform/Desktop/RandomUUIDGenerator.hpp"
 #include "Vantrel/Platform/Desktop/RestingMemory/RestingMemory.hpp"
-#include "Vantrel/Platform/Desktop/SQLiteUserDefaults.hpp"
 #include "Vantrel/Platform/Desktop/Settings/SettingsModuleLoader.hpp"
+#include "Vantrel/Platform/Desktop/Sound/CanberraSoundPlayer.hpp"
+#include "Vantrel/Platform/Desktop/Sound/DelayedSoundPlayer.hpp"
 #include "Vantrel/Platform/Desktop/StatusItem/DesktopStatusBar.hpp"
+#include "Vantrel/Platform/Desktop/Store/SQLiteUserDefaults.hpp"
 #include "Vantrel/Platform/Platform.hpp"
 #include "Vantrel/Platform/X11/X11Platform.hpp"
 

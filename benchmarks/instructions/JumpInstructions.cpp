@@ -11,8 +11,8 @@
 #include <string>
 
 #include "Vantrel/Controller/AppDelegate.hpp"
-#include "Vantrel/Platform/Desktop/GLibMainQueue.hpp"
-#include "Vantrel/Platform/Desktop/SQLiteUserDefaults.hpp"
+#include "Vantrel/Platform/Desktop/Loop/GLibMainQueue.hpp"
+#include "Vantrel/Platform/Desktop/Store/SQLiteUserDefaults.hpp"
 #include "Vantrel/Platform/Fake/FakePlatform.hpp"
 
 namespace vantrel::bench {

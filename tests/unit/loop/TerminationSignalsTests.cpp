@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/Desktop/TerminationSignals.hpp"
+#include "Vantrel/Platform/Desktop/Application/TerminationSignals.hpp"
 
 #include "tests/unit/loop/TestLoop.hpp"
 

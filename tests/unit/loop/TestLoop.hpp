@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Vantrel/Platform/Desktop/SourceHandles.hpp"
+#include "Vantrel/Platform/Desktop/Loop/SourceHandles.hpp"
 
 namespace vantrel::desktop {
 

@@ -2,107 +2,19 @@
 
 #include <gtest/gtest.h>
 
-#include <QAccessible>
-#include <QApplication>
-#include <QGroupBox>
 #include <QTest>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "Vantrel/Platform/Qt/QtGuest.hpp"
-#include "Vantrel/Platform/Qt/SemanticColors.hpp"
+#include "tests/unit/settings/SettingsWindowFixture.hpp"
 
 namespace vantrel::qt {
 namespace {
 
-using Calls = std::vector<std::string>;
-
-class Delegate final : public PreferencesWindowViewDelegate {
-  public:
-    void resetShortcut() override { calls.emplace_back("resetShortcut"); }
-    void modeChanged() override { calls.emplace_back("modeChanged"); }
-    void animationChanged() override { calls.emplace_back("animationChanged"); }
-    void soundChanged() override { calls.emplace_back("soundChanged"); }
-    void clearSavedPoints() override { calls.emplace_back("clearSavedPoints"); }
-    [[nodiscard]] std::size_t numberOfRows() const override { return rows; }
-    [[nodiscard]] std::optional<std::string> textForRow(std::int64_t row) const override {
-        return "Point " + std::to_string(row) + " - x 0, y 0";
-    }
-
-    Calls calls;
-    std::size_t rows = 0;
-};
-
-class Recorder final : public ShortcutRecorderButtonDelegate {
-  public:
-    void toggleRecording() override { calls.emplace_back("toggleRecording"); }
-    void viewWillMoveToWindow(bool hasWindow) override { calls.emplace_back(hasWindow ? "shown" : "hidden"); }
-
-    Calls calls;
-};
-
 constexpr const char* longestStatus =
     "Ctrl + Option + Command + Right Arrow is unavailable, and Ctrl + Option + Command + Left Arrow could not be "
     "restored. macOS returned -9878.";
-
-class SettingsWindowTest : public testing::Test {
-  protected:
-    SettingsWindowTest() { makeWindow(); }
-
-    void makeWindow() {
-        window.emplace();
-        window->setDelegate(delegate);
-        window->shortcutRecorderButton().setDelegate(recorder);
-        window->setTitles(PreferencesPopUp::mode, {"Automatic: displays", "Manual: saved points"});
-        window->setTitles(PreferencesPopUp::animation, {"Instant", "Glide"});
-        window->shortcutRecorderButton().setTitle("Hyper + D");
-        window->setShortcutStatus("Ready. With Raycast Hyper Key, use Caps Lock + D.", SemanticColor::secondaryLabel);
-        window->setSavedPointsSummary("No saved cursor points.");
-        window->setSavedPointsTableHidden(true);
-        window->setClearSavedPointsEnabled(false);
-    }
-
-    void show() {
-        window->showWindow();
-        QApplication::processEvents();
-        delegate->calls.clear();
-        recorder->calls.clear();
-    }
-
-    template <typename Widget>
-    Widget& withText(const std::string& text) {
-        for (Widget* const widget : window->template findChildren<Widget*>()) {
-            if (widget->text().toStdString() == text) {
-                return *widget;
-            }
-        }
-        throw std::runtime_error("no widget " + text);
-    }
-
-    QGroupBox& section(const std::string& title) {
-        for (QGroupBox* const box : window->findChildren<QGroupBox*>()) {
-            if (box->title().toStdString() == title) {
-                return *box;
-            }
-        }
-        throw std::runtime_error("no section " + title);
-    }
-
-    RecorderButton& recorderButton() { return static_cast<RecorderButton&>(window->shortcutRecorderButton()); }
-    QComboBox& popUp(int index) { return *window->findChildren<QComboBox*>().at(index); }
-    QLabel& status() { return *window->findChild<QLabel*>("shortcutStatus"); }
-
-    QRect inWindow(const QWidget& widget) const {
-        return {widget.mapTo(static_cast<const QWidget*>(&*window), QPoint(0, 0)), widget.size()};
-    }
-
-    std::string problem;
-    std::unique_ptr<QtGuest> guest = QtGuest::start("offscreen", problem);
-    std::shared_ptr<Delegate> delegate = std::make_shared<Delegate>();
-    std::shared_ptr<Recorder> recorder = std::make_shared<Recorder>();
-    std::optional<SettingsWindow> window;
-};
 
 TEST_F(SettingsWindowTest, window_fresh_hasTheLayoutsSize) {
     EXPECT_EQ(window->windowTitle(), "Vantrel Settings");
@@ -248,15 +160,6 @@ TEST_F(SettingsWindowTest, controls_used_reachTheDelegate) {
     EXPECT_EQ(recorder->calls, Calls{"toggleRecording"});
 }
 
-TEST_F(SettingsWindowTest, sound_toggledByAScreenReader_reachesTheDelegate) {
-    show();
-    auto* const actions =
-        QAccessible::queryAccessibleInterface(&withText<QCheckBox>("Play feedback sound"))->actionInterface();
-    actions->doAction(QAccessibleActionInterface::toggleAction());
-    EXPECT_TRUE(window->isSoundChecked());
-    EXPECT_EQ(delegate->calls, Calls{"soundChanged"});
-}
-
 TEST_F(SettingsWindowTest, controls_setByTheController_areNoActions) {
     show();
     window->selectItem(PreferencesPopUp::mode, 1);
@@ -343,64 +246,6 @@ TEST_F(SettingsWindowTest, savedPoints_noneAndSome_changeWhatIsShown) {
     EXPECT_FALSE(withText<QLabel>("No saved points yet.").isVisible());
     EXPECT_TRUE(withText<QLabel>("3 saved cursor points.").isVisible());
     EXPECT_EQ(window->findChild<QListView*>()->model()->rowCount(), 3);
-}
-
-TEST_F(SettingsWindowTest, colors_themeChanges_stayReadable) {
-    show();
-    window->setShortcutStatus("Refused.", SemanticColor::systemRed);
-    for (const auto& [text, background] :
-         {std::pair{QColor(Qt::black), QColor(239, 239, 239)}, std::pair{QColor(238, 238, 236), QColor(40, 40, 40)}}) {
-        QPalette palette;
-        palette.setColor(QPalette::WindowText, text);
-        palette.setColor(QPalette::Window, background);
-        QApplication::setPalette(palette);
-        QApplication::processEvents();
-        for (const QLabel* const label : window->findChildren<QLabel*>()) {
-            SCOPED_TRACE(label->text().toStdString());
-            EXPECT_GE(contrastRatio(label->palette().color(QPalette::WindowText), background), 4.5);
-        }
-        const QColor red = status().palette().color(QPalette::WindowText);
-        EXPECT_GT(red.red(), red.green() + 60);
-    }
-}
-
-QString nameOf(QObject* object) {
-    return QAccessible::queryAccessibleInterface(object)->text(QAccessible::Name);
-}
-
-QAccessible::Role roleOf(QObject* object) {
-    return QAccessible::queryAccessibleInterface(object)->role();
-}
-
-TEST_F(SettingsWindowTest, accessibility_controls_haveNamesAndRoles) {
-    show();
-    EXPECT_EQ(nameOf(&*window), "Vantrel Settings");
-    EXPECT_EQ(roleOf(&*window), QAccessible::Dialog);
-    EXPECT_EQ(nameOf(&recorderButton()), "Hyper + D");
-    EXPECT_EQ(roleOf(&recorderButton()), QAccessible::Button);
-    EXPECT_EQ(nameOf(&withText<QPushButton>("Reset")), "Reset");
-    EXPECT_EQ(roleOf(&popUp(0)), QAccessible::ComboBox);
-    EXPECT_EQ(nameOf(&withText<QCheckBox>("Play feedback sound")), "Play feedback sound");
-    EXPECT_EQ(roleOf(&withText<QCheckBox>("Play feedback sound")), QAccessible::CheckBox);
-    EXPECT_EQ(nameOf(window->findChild<QListView*>()), "Saved Points");
-    EXPECT_EQ(nameOf(&status()), "Ready. With Raycast Hyper Key, use Caps Lock + D.");
-    EXPECT_EQ(roleOf(&status()), QAccessible::Notification);
-}
-
-TEST_F(SettingsWindowTest, accessibility_formLabels_nameTheirControls) {
-    show();
-    const std::vector<std::pair<const char*, QWidget*>> rows{{"Primary", &recorderButton()},
-                                                             {"Mode", &popUp(0)},
-                                                             {"Animation", &popUp(1)},
-                                                             {"Feedback", &withText<QCheckBox>("Play feedback sound")}};
-    for (const auto& [text, control] : rows) {
-        SCOPED_TRACE(text);
-        bool isTied = false;
-        for (const auto& [other, relation] : QAccessible::queryAccessibleInterface(control)->relations()) {
-            isTied = isTied || (other->object() == &withText<QLabel>(text) && relation.testFlag(QAccessible::Label));
-        }
-        EXPECT_TRUE(isTied);
-    }
 }
 
 }  // namespace

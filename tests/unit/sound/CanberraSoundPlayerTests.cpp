@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/Desktop/CanberraSoundPlayer.hpp"
+#include "Vantrel/Platform/Desktop/Sound/CanberraSoundPlayer.hpp"
 
 #include <glib.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/Desktop/DelayedSoundPlayer.hpp"
+#include "Vantrel/Platform/Desktop/Sound/DelayedSoundPlayer.hpp"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "Vantrel/Platform/Desktop/StoreFiles.hpp"
+#include "Vantrel/Platform/Desktop/Store/StoreFiles.hpp"
 
 namespace vantrel::desktop {
 namespace {
