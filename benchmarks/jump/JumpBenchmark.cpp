@@ -3,6 +3,13 @@
 // over its rounds, and the ratios compare those.
 //
 //     vantrel-bench-jump [PRESSES [ROUNDS]]
+//
+// VANTREL_BENCH_AGAINST=PROGRAM[:PROGRAM...] puts other builds' vantrel in the place of the daemon, to compare a change
+// with what was before it. A difference below a tenth is easier to see on one processor: taskset -c 1
+// vantrel-bench-jump.
+#include <cstdlib>
+#include <sstream>
+#include <string>
 #include <vector>
 
 #include "benchmarks/support/Arguments.hpp"
@@ -13,11 +20,25 @@
 namespace vantrel::bench {
 namespace {
 
+std::vector<Candidate> candidates() {
+    std::vector<Candidate> result{floorCandidate(), vantrelCandidate()};
+    const char* others = std::getenv("VANTREL_BENCH_AGAINST");
+    if (others == nullptr) {
+        result.push_back(daemonCandidate());
+        return result;
+    }
+    std::istringstream paths(others);
+    for (std::string path; std::getline(paths, path, ':');) {
+        result.push_back(otherBuildCandidate(path));
+    }
+    return result;
+}
+
 void run(int presses, int rounds) {
     desk::Desk desk;
     const Course course = usualCourse();
     std::vector<Contender> contenders;
-    for (const Candidate& candidate : {floorCandidate(), vantrelCandidate(), daemonCandidate()}) {
+    for (const Candidate& candidate : candidates()) {
         contenders.push_back({candidate.name, [&desk, course, candidate, presses] {
                                   const auto program = candidate.start(desk, course);
                                   return timePresses(desk, {.stops = stopsOf(candidate, course),

@@ -50,10 +50,22 @@ std::shared_ptr<void> startFloor(Desk& desk, const Course& course) {
     return waitUntilReady(desk, options.arguments.front(), std::make_shared<desk::ChildProcess>(options));
 }
 
-std::shared_ptr<void> startVantrel(Desk& desk, const Course& course) {
+void writeCourse(Desk& desk, const Course& course) {
     desk.defaults().writeData("rememberedPositions", course.rememberedPositions);
     desk.defaults().writeData("savedPoints", course.savedPoints);
+}
+
+std::shared_ptr<void> startVantrel(Desk& desk, const Course& course) {
+    writeCourse(desk, course);
     return desk.startAgent();
+}
+
+std::shared_ptr<void> startOtherBuild(Desk& desk, const Course& course, const std::string& program) {
+    writeCourse(desk, course);
+    desk::ChildProcessOptions options;
+    options.arguments = {program};
+    options.environment = desk.environment();
+    return waitUntilReady(desk, program, std::make_shared<desk::ChildProcess>(options));
 }
 
 /// What people write: a script that asks where the pointer is, keeps that in a file for its side, and moves the pointer
@@ -89,6 +101,13 @@ Candidate floorCandidate() {
 
 Candidate vantrelCandidate() {
     return {.name = "Vantrel", .start = &startVantrel, .goesThroughAllDisplays = true, .slowness = 1};
+}
+
+Candidate otherBuildCandidate(const std::string& program) {
+    return {.name = program,
+            .start = [program](Desk& desk, const Course& course) { return startOtherBuild(desk, course, program); },
+            .goesThroughAllDisplays = true,
+            .slowness = 1};
 }
 
 Candidate daemonCandidate() {

@@ -22,6 +22,8 @@ struct Candidate {
 /// The least that can be done, in a few lines of C++.
 Candidate floorCandidate();
 Candidate vantrelCandidate();
+/// Another build of Vantrel, to compare a change with.
+Candidate otherBuildCandidate(const std::string& program);
 /// sxhkd with an xdotool script.
 Candidate daemonCandidate();
 
