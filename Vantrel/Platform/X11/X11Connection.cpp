@@ -3,6 +3,7 @@
 #include <xcb/randr.h>
 #include <xcb/xinput.h>
 
+#include <cstddef>
 #include <cstdlib>
 #include <utility>
 
@@ -11,6 +12,10 @@
 namespace vantrel::x11 {
 
 namespace {
+
+/// xcb reads 4 kB of the socket at once, and few events take more than a hundred bytes. Whether a read was full it does
+/// not tell; where this is wrong, the next turn of the loop brings the rest.
+constexpr std::size_t eventsOfAFullRead = 32;
 
 std::string noDisplayMessage() {
     const char* display = std::getenv("DISPLAY");
@@ -109,9 +114,16 @@ void X11Connection::arrived(XcbPointer<xcb_generic_event_t> event) {
 }
 
 void X11Connection::drain() {
-    while (auto event = adopt(xcb_poll_for_event(get()))) {
-        arrived(std::move(event));
-    }
+    takeQueued();  // what is there keeps xcb from reading the socket
+    std::size_t before = 0;
+    do {
+        before = pending_.size();
+        if (auto event = adopt(xcb_poll_for_event(get()))) {
+            arrived(std::move(event));
+        }
+        takeQueued();
+        // So few came with one read of the socket: there were no more, and another read would only find that out.
+    } while (pending_.size() - before >= eventsOfAFullRead);
 }
 
 void X11Connection::takeQueued() {
