@@ -2,30 +2,44 @@
 
 #include <xcb/xinput.h>
 
+#include <chrono>
+
 #include "Vantrel/Platform/X11/KeymapReader.hpp"
 
 namespace vantrel::x11 {
 
+namespace {
+
+/// At once, the question for the keys that are held would wake this process again just when the server has moved the
+/// pointer, and whoever follows the pointer wants a processor. No hand lets a key go and presses it anew so fast.
+constexpr std::chrono::milliseconds watchDelay{20};
+
+}  // namespace
+
+// Before the URLs of a flood, which may take seconds.
 HeldKeyWatch::HeldKeyWatch(X11Connection& connection)
-    : connection_(connection), check_([this] { forgetKeysLetGo(); }) {}
+    : connection_(connection), begin_([this] { beginWatch(); }, G_PRIORITY_DEFAULT) {}
 
 bool HeldKeyWatch::press(std::uint8_t keycode) {
     if (held_.test(keycode)) {
         return false;
     }
     held_.set(keycode);
-    watchRawReleases(true);
+    watchSoon();
     return true;
 }
 
 void HeldKeyWatch::holdAll(const KeySet& keys) {
     held_ |= keys;
-    watchRawReleases(held_.any());
+    watchSoon();
 }
 
 void HeldKeyWatch::release(std::uint8_t keycode) {
     held_.reset(keycode);
-    watchRawReleases(held_.any());
+    if (held_.none()) {
+        begin_.cancel();
+        selectRawReleases(false);
+    }
 }
 
 bool HeldKeyWatch::handleRawRelease(const xcb_generic_event_t& event) {
@@ -42,36 +56,37 @@ bool HeldKeyWatch::handleRawRelease(const xcb_generic_event_t& event) {
     return true;
 }
 
-void HeldKeyWatch::watchRawReleases(bool watch) {
-    if (watch == isWatching_ || connection_.xinputOpcode() == 0) {
-        return;
-    }
-    isWatching_ = watch;
-    struct {
-        xcb_input_event_mask_t head;
-        std::uint32_t mask;
-    } selection{{XCB_INPUT_DEVICE_ALL, 1},
-                watch ? static_cast<std::uint32_t>(XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE) : 0U};
-    xcb_input_xi_select_events(connection_.get(), connection_.root(), 1, &selection.head);
-    if (watch) {
-        // The key may be up again before the server sees this.
-        check_.schedule(context_);
+void HeldKeyWatch::watchSoon() {
+    if (held_.any() && !isWatching_) {
+        begin_.schedule(context_, watchDelay);
     }
 }
 
-void HeldKeyWatch::forgetKeysLetGo() {
-    if (held_.none()) {
-        return;
-    }
+void HeldKeyWatch::beginWatch() {
+    selectRawReleases(true);
+    // A key may have been let go before the server saw that.
     const KeySet down = readHeldKeys(connection_);
     connection_.takeQueued();
     if (connection_.hasPendingEvents()) {
         // What came meanwhile may be a further press of the same key: let it have its turn and look again.
-        check_.schedule(context_);
+        begin_.schedule(context_);
         return;
     }
     held_ &= down;
-    watchRawReleases(held_.any());
+    selectRawReleases(held_.any());
+}
+
+void HeldKeyWatch::selectRawReleases(bool isWanted) {
+    if (isWanted == isWatching_ || connection_.xinputOpcode() == 0) {
+        return;
+    }
+    isWatching_ = isWanted;
+    struct {
+        xcb_input_event_mask_t head;
+        std::uint32_t mask;
+    } selection{{XCB_INPUT_DEVICE_ALL, 1},
+                isWanted ? static_cast<std::uint32_t>(XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE) : 0U};
+    xcb_input_xi_select_events(connection_.get(), connection_.root(), 1, &selection.head);
 }
 
 }  // namespace vantrel::x11

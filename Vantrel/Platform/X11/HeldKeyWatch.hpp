@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "Vantrel/Platform/X11/IdleTask.hpp"
+#include "Vantrel/Platform/X11/DeferredTask.hpp"
 #include "Vantrel/Platform/X11/Keymap.hpp"
 #include "Vantrel/Platform/X11/X11Connection.hpp"
 
@@ -10,12 +10,13 @@ namespace vantrel::x11 {
 
 /// Tells a key's first press from its repeats. A release does not always come to the client that got the press: when
 /// two hot keys overlap, the second key's may go to whoever has the focus. So while a key is held, and only then,
-/// releases are also watched as raw events, which no grab can take away (X Input 2.1).
+/// releases are also watched as raw events, which no grab can take away (X Input 2.1). The watch begins a little after
+/// the press, with a look at the keys that are held, so that nothing stands between the press and what it sets off.
 class HeldKeyWatch {
   public:
     explicit HeldKeyWatch(X11Connection& connection);
 
-    /// Where the check for keys that were let go before the watch began is run.
+    /// Where the watch is begun.
     void setContext(GMainContext* context) { context_ = context; }
 
     /// Notes the press; false when the key was held already, so that the press is a repeat.
@@ -30,14 +31,15 @@ class HeldKeyWatch {
     bool handleRawRelease(const xcb_generic_event_t& event);
 
   private:
-    void watchRawReleases(bool watch);
-    void forgetKeysLetGo();
+    void watchSoon();
+    void beginWatch();
+    void selectRawReleases(bool isWanted);
 
     X11Connection& connection_;
     GMainContext* context_ = nullptr;
     KeySet held_;
     bool isWatching_ = false;
-    IdleTask check_;
+    DeferredTask begin_;
 };
 
 }  // namespace vantrel::x11

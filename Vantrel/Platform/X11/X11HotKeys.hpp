@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "Vantrel/Platform/HotKeyServices.hpp"
+#include "Vantrel/Platform/X11/DeferredTask.hpp"
 #include "Vantrel/Platform/X11/HeldKeyWatch.hpp"
-#include "Vantrel/Platform/X11/IdleTask.hpp"
 #include "Vantrel/Platform/X11/Keymap.hpp"
 #include "Vantrel/Platform/X11/ScreenState.hpp"
 #include "Vantrel/Platform/X11/X11Connection.hpp"
@@ -61,7 +61,7 @@ class X11HotKeys final : public HotKeyServices, public X11EventListener {
     std::vector<std::unique_ptr<HotKey>> hotKeys_;
     std::vector<std::unique_ptr<Handler>> handlers_;
     HeldKeyWatch heldKeys_;
-    IdleTask keymapTask_;
+    DeferredTask keymapTask_;
 };
 
 }  // namespace vantrel::x11

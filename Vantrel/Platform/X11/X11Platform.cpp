@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "Vantrel/Platform/X11/AgentSelection.hpp"
-#include "Vantrel/Platform/X11/IdleTask.hpp"
+#include "Vantrel/Platform/X11/DeferredTask.hpp"
 #include "Vantrel/Platform/X11/ScreenState.hpp"
 #include "Vantrel/Platform/X11/X11Connection.hpp"
 #include "Vantrel/Platform/X11/X11Displays.hpp"
@@ -34,7 +34,7 @@ class LayoutRefresh final : public X11EventListener {
   private:
     ScreenState& screen_;
     GMainContext* context_ = nullptr;
-    IdleTask task_;
+    DeferredTask task_;
 };
 
 }  // namespace
