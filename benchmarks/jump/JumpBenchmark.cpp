@@ -2,11 +2,15 @@
 // daemon with a script. All run on one private desk in turn, round by round; the figures of a candidate are the medians
 // over its rounds, and the ratios compare those.
 //
-//     vantrel-bench-jump [PRESSES [ROUNDS]]
+//     vantrel-bench-jump [PRESSES [ROUNDS [PAUSE]]]
+//
+// PAUSE is the time between two presses, in microseconds. A hand takes at least 150000: then the processors have gone
+// to sleep before each press.
 //
 // VANTREL_BENCH_AGAINST=PROGRAM[:PROGRAM...] puts other builds' vantrel in the place of the daemon, to compare a change
 // with what was before it. A difference below a tenth is easier to see on one processor: taskset -c 1
 // vantrel-bench-jump.
+#include <chrono>
 #include <cstdlib>
 #include <sstream>
 #include <string>
@@ -34,15 +38,16 @@ std::vector<Candidate> candidates() {
     return result;
 }
 
-void run(int presses, int rounds) {
+void run(int presses, int rounds, std::chrono::microseconds pause) {
     desk::Desk desk;
     const Course course = usualCourse();
     std::vector<Contender> contenders;
     for (const Candidate& candidate : candidates()) {
-        contenders.push_back({candidate.name, [&desk, course, candidate, presses] {
+        contenders.push_back({candidate.name, [&desk, course, candidate, presses, pause] {
                                   const auto program = candidate.start(desk, course);
                                   return timePresses(desk, {.stops = stopsOf(candidate, course),
-                                                            .presses = presses / candidate.slowness});
+                                                            .presses = presses / candidate.slowness,
+                                                            .pause = pause});
                               }});
     }
     const std::vector<Figures> figures = compare(contenders, rounds);
@@ -57,6 +62,8 @@ void run(int presses, int rounds) {
 }  // namespace vantrel::bench
 
 int main(int count, char** arguments) {
-    return vantrel::bench::runBenchmark(count, arguments, {{"PRESSES", 2000, 10}, {"ROUNDS", 5, 1}},
-                                        [](const auto& numbers) { vantrel::bench::run(numbers[0], numbers[1]); });
+    return vantrel::bench::runBenchmark(
+        count, arguments, {{"PRESSES", 2000, 10}, {"ROUNDS", 5, 1}, {"PAUSE", 1500, 0}}, [](const auto& numbers) {
+            vantrel::bench::run(numbers[0], numbers[1], std::chrono::microseconds(numbers[2]));
+        });
 }

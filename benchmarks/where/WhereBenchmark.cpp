@@ -1,9 +1,9 @@
 // Where the time goes between the press and the moved pointer: an agent of the real parts notes when a jump passes
 // through each, and these times and the presses' own are of one clock.
 //
-//     vantrel-bench-where [PRESSES [0 | 1]]
+//     vantrel-bench-where [PRESSES [0 | 1 [PAUSE]]]
 //
-// 1: on sixteen displays.
+// 1: on sixteen displays. PAUSE: between two presses, in microseconds; a hand takes 150000 at least.
 #include <array>
 #include <chrono>
 #include <cstddef>
@@ -44,7 +44,7 @@ struct Recorded {
     std::vector<JumpStamps> jumps;
 };
 
-Recorded record(int presses, bool hasManyDisplays) {
+Recorded record(int presses, bool hasManyDisplays, std::chrono::microseconds pause) {
     desk::Desk desk;
     const Course course = hasManyDisplays ? layOutDisplayRow(desk) : usualCourse();
     const std::filesystem::path file = desk.home().path() / "stamps";
@@ -56,10 +56,12 @@ Recorded record(int presses, bool hasManyDisplays) {
         throw std::runtime_error("the agent does not become ready");
     }
     Recorded result;
-    const PressSeries series{
-        .stops = course.stops, .presses = presses, .pressed = [&](std::chrono::steady_clock::time_point begin) {
-            result.pressed.push_back(std::chrono::nanoseconds(begin.time_since_epoch()).count());
-        }};
+    const PressSeries series{.stops = course.stops,
+                             .presses = presses,
+                             .pause = pause,
+                             .pressed = [&](std::chrono::steady_clock::time_point begin) {
+                                 result.pressed.push_back(std::chrono::nanoseconds(begin.time_since_epoch()).count());
+                             }};
     const PressTimes times = timePresses(desk, series);
     if (agent.end().code != 0) {
         throw std::runtime_error("the agent does not end well");
@@ -75,8 +77,8 @@ Recorded record(int presses, bool hasManyDisplays) {
     return result;
 }
 
-void run(int presses, bool hasManyDisplays) {
-    const Recorded recorded = record(presses, hasManyDisplays);
+void run(int presses, bool hasManyDisplays, std::chrono::microseconds pause) {
+    const Recorded recorded = record(presses, hasManyDisplays, pause);
     std::array<std::vector<double>, stepCount> steps;
     for (std::size_t press = 0; press < recorded.jumps.size(); ++press) {
         double before = static_cast<double>(recorded.pressed[press]);
@@ -101,6 +103,9 @@ void run(int presses, bool hasManyDisplays) {
 }  // namespace vantrel::bench
 
 int main(int count, char** arguments) {
-    return vantrel::bench::runBenchmark(count, arguments, {{"PRESSES", 2000, 10}, {"MANY-DISPLAYS", 0, 0}},
-                                        [](const auto& numbers) { vantrel::bench::run(numbers[0], numbers[1] != 0); });
+    return vantrel::bench::runBenchmark(
+        count, arguments, {{"PRESSES", 2000, 10}, {"MANY-DISPLAYS", 0, 0}, {"PAUSE", 1500, 0}},
+        [](const auto& numbers) {
+            vantrel::bench::run(numbers[0], numbers[1] != 0, std::chrono::microseconds(numbers[2]));
+        });
 }
