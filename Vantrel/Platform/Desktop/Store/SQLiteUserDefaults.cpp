@@ -23,6 +23,7 @@ SQLiteUserDefaults::SQLiteUserDefaults(std::optional<std::filesystem::path> file
 
 SQLiteUserDefaults::~SQLiteUserDefaults() {
     checkpointer_.reset();
+    storeAgainIfTheFileWasMoved();
     if (hasUnstoredValues()) {
         if (connection_) {
             connection_->setLockWait(patience);

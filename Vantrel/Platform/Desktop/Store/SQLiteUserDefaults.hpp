@@ -49,14 +49,21 @@ class SQLiteUserDefaults final : public UserDefaults {
     /// Whether the log is being moved into the database at this moment.
     [[nodiscard]] bool isCheckpointing() const { return checkpointer_ && checkpointer_->isRunning(); }
 
+    /// Whether it will look in a moment if the file of the last change is still the one under its name. If it is not,
+    /// the changes since the last look are stored again, in the file that is there then.
+    [[nodiscard]] bool looksForFileSoon() const { return lookTimer_ != nullptr; }
+
     /// Whether nothing is armed that would wake the process.
-    [[nodiscard]] bool isAtRest() const { return !retryTimer_ && (!checkpointer_ || checkpointer_->isAtRest()); }
+    [[nodiscard]] bool isAtRest() const {
+        return !retryTimer_ && !lookTimer_ && (!checkpointer_ || checkpointer_->isAtRest());
+    }
 
   private:
     /// A value as this run last read or wrote it.
     struct KnownValue {
         DefaultsValue value;
         bool isStored = false;
+        bool isInPlace = true;  ///< the file it was stored in was still the one under the name afterwards
     };
 
     // Opening and damage (SQLiteUserDefaultsOpening.cpp)
@@ -72,6 +79,8 @@ class SQLiteUserDefaults final : public UserDefaults {
     int writeUnstoredValues();
     void handleFailedWrite(int status);
     void retryLater();
+    void lookForTheFileSoon();
+    void storeAgainIfTheFileWasMoved();
     void checkpointFinished(CheckpointOutcome outcome);
 
     std::optional<std::filesystem::path> file_;  // as given
@@ -81,6 +90,7 @@ class SQLiteUserDefaults final : public UserDefaults {
     std::unique_ptr<StoreConnection> connection_;
     std::unique_ptr<StoreCheckpointer> checkpointer_;
     SourceHandle retryTimer_;
+    SourceHandle lookTimer_;
     std::chrono::milliseconds retryDelay_;
     std::string lastProblem_;
 };

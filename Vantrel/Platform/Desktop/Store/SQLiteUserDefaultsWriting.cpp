@@ -6,6 +6,8 @@ namespace vantrel::desktop {
 namespace {
 
 constexpr std::chrono::milliseconds longestRetryDelay{60'000};
+/// A look for the file takes as long as a third of a commit, and is no part of what a jump waits for.
+constexpr guint lookDelay = 20;  // milliseconds
 /// A lock that outlasts so many doublings is worth a line.
 constexpr int remarkableFactor = 8;
 
@@ -22,8 +24,8 @@ void SQLiteUserDefaults::storeUnstoredValues() {
 }
 
 bool SQLiteUserDefaults::makeWritable() {
-    // What kept the file from being written may be over, and a person may have put another file in its place.
-    if (connection_ && (connection_->isReadOnly() || connection_->wasMoved())) {
+    // What kept the file from being written may be over.
+    if (connection_ && connection_->isReadOnly()) {
         closeStore();
     }
     if (!connection_) {
@@ -51,9 +53,11 @@ int SQLiteUserDefaults::writeUnstoredValues() {
         connection_->rollback();
         return status;
     }
-    for (auto& known : knownValues_) {
-        known.second.isStored = true;
+    for (auto& [key, known] : knownValues_) {
+        known.isInPlace = known.isInPlace && known.isStored;
+        known.isStored = true;
     }
+    lookForTheFileSoon();
     lastProblem_.clear();
     retryTimer_.reset();
     retryDelay_ = options_.firstRetry;
@@ -93,6 +97,35 @@ void SQLiteUserDefaults::retryLater() {
     g_source_set_callback(retryTimer_.get(), callback, this, nullptr);
     g_source_attach(retryTimer_.get(), nullptr);
     retryDelay_ = std::min(retryDelay_ * 2, longestRetryDelay);
+}
+
+void SQLiteUserDefaults::lookForTheFileSoon() {
+    if (lookTimer_) {
+        return;
+    }
+    lookTimer_.reset(g_timeout_source_new(lookDelay));
+    const auto callback = [](gpointer data) -> gboolean {
+        static_cast<SQLiteUserDefaults*>(data)->storeAgainIfTheFileWasMoved();
+        return G_SOURCE_REMOVE;
+    };
+    g_source_set_callback(lookTimer_.get(), callback, this, nullptr);
+    g_source_attach(lookTimer_.get(), nullptr);
+}
+
+void SQLiteUserDefaults::storeAgainIfTheFileWasMoved() {
+    if (!lookTimer_) {
+        return;
+    }
+    lookTimer_.reset();
+    const bool wasMoved = connection_ && connection_->wasMoved();
+    for (auto& [key, known] : knownValues_) {
+        known.isStored = known.isStored && (known.isInPlace || !wasMoved);
+        known.isInPlace = true;
+    }
+    if (wasMoved) {
+        closeStore();
+        storeUnstoredValues();
+    }
 }
 
 void SQLiteUserDefaults::checkpointFinished(CheckpointOutcome outcome) {
