@@ -197,6 +197,9 @@ void X11HotKeys::followKeymap() {
         grabsAreSynchronous_ = keymap_.hidesModifiers();
         grabs_.clear();
         xcb_ungrab_key(connection_.get(), XCB_GRAB_ANY, connection_.root(), XCB_MOD_MASK_ANY);
+        // A press while the map was read may have stopped the keyboard, and its event is not looked at any more as one
+        // that did: no key would ever work again.
+        xcb_allow_events(connection_.get(), XCB_ALLOW_ASYNC_KEYBOARD, XCB_CURRENT_TIME);
     }
     releaseUnwantedGrabs();
     const std::set<KeyGrab> wanted = wantedGrabs();

@@ -5,6 +5,7 @@
 #include "tests/desk/keys/HotKeyProbe.hpp"
 #include "tests/desk/screen/RoundTripCounter.hpp"
 #include "tests/desk/support/Desk.hpp"
+#include "tests/desk/support/KeyGrab.hpp"
 
 namespace vantrel::desk {
 namespace {
@@ -48,6 +49,19 @@ TEST_F(PressDuringReply, registeringAnotherKey_pressComesWithTheReply_isNotLost)
         ASSERT_TRUE(probe.waitForPresses(1, round));
         probe.remove(2);
     }
+}
+
+TEST_F(PressDuringReply, readingAMapThatHidesNoModifiersAnyMore_pressStopsTheKeyboard_itIsGivenBack) {
+    setKeyboardMap(desk.server().displayName(), "us,ru", "grp:alt_shift_toggle");
+    // Such a map's grabs stop the keyboard at each press until the agent has looked at it.
+    ASSERT_TRUE(
+        probe.turnUntil([&] { return isHeldByAnotherProgram(desk.connection(), controlOptionCommand(keys::d)); }));
+    setKeyboardMap(desk.server().displayName(), "us");
+    pressBeforeTheNextReply();
+    ASSERT_TRUE(probe.turnUntil([&] { return hasPressed; }));
+    ASSERT_TRUE(probe.waitForPresses(1, 1));
+    desk.keyboard().type(hyper(keys::d));
+    EXPECT_TRUE(probe.waitForPresses(1, 2)) << "the keyboard stands still";
 }
 
 }  // namespace
