@@ -30,6 +30,20 @@ TEST(MemoryMappings, unchangedFileMappings_ofAProcess_areCodeAndConstants) {
                                         {{0x7f0000000000, 0x7f0000002000}, "/usr/lib/libgio-2.0.so.0"}}));
 }
 
+TEST(MemoryMappings, unchangedFileMappings_changedPagesInTheSwapSpace_isLeftOut) {
+    // What the linker wrote before the mapping became read-only, on a machine that is short of memory.
+    constexpr std::string_view smaps =
+        "7f0000000000-7f0000002000 r--p 00002000 08:01 43                         /usr/lib/libgio-2.0.so.0\n"
+        "Anonymous:             0 kB\n"
+        "Swap:                  8 kB\n"
+        "SwapPss:               8 kB\n"
+        "7f0000002000-7f0000004000 r-xp 00004000 08:01 43                         /usr/lib/libgio-2.0.so.0\n"
+        "Anonymous:             0 kB\n"
+        "Swap:                  0 kB\n";
+    EXPECT_EQ(unchangedFileMappings(smaps),
+              (std::vector<FileMapping>{{{0x7f0000002000, 0x7f0000004000}, "/usr/lib/libgio-2.0.so.0"}}));
+}
+
 TEST(MemoryMappings, unchangedFileMappings_noText_areNone) {
     EXPECT_TRUE(unchangedFileMappings("").empty());
     EXPECT_TRUE(unchangedFileMappings("\n\nnonsense - r-xp\n12-zz r-xp 0 0 0 /a\n").empty());

@@ -62,8 +62,9 @@ std::vector<FileMapping> unchangedFileMappings(std::string_view smaps) {
             if (isCandidate) {
                 mappings.push_back({*range, file});
             }
-        } else if (isCandidate && word == "Anonymous:" && takeWord(line) != "0") {
-            // Pages that were written before the mapping became read-only, as the linker does: they exist only here.
+        } else if (isCandidate && (word == "Anonymous:" || word == "Swap:") && takeWord(line) != "0") {
+            // Pages that were written before the mapping became read-only, as the linker does: they exist only here, or
+            // by now only in the swap space.
             mappings.pop_back();
             isCandidate = false;
         }
