@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdio>
+#include <iterator>
 #include <numeric>
 #include <set>
 #include <tuple>
@@ -35,6 +36,14 @@ std::string serialDescriptor(std::span<const std::uint8_t> edid) {
         }
     }
     return {};
+}
+
+/// A monitor without an area shows nothing and stands for nothing, wherever it is.
+std::vector<Monitor> withArea(const std::vector<Monitor>& monitors) {
+    std::vector<Monitor> result;
+    std::copy_if(monitors.begin(), monitors.end(), std::back_inserter(result),
+                 [](const Monitor& monitor) { return monitor.width > 0 && monitor.height > 0; });
+    return result;
 }
 
 bool holds(const Monitor& outer, const Monitor& inner) {
@@ -143,10 +152,11 @@ std::string edidIdentity(std::span<const std::uint8_t> edid) {
     return numbers.data() + serialDescriptor(edid);
 }
 
-DisplayLayout layoutOfMonitors(const std::vector<Monitor>& monitors) {
+DisplayLayout layoutOfMonitors(const std::vector<Monitor>& listed) {
+    const std::vector<Monitor> monitors = withArea(listed);
     std::vector<Monitor> counted;
     for (std::size_t index = 0; index < monitors.size(); ++index) {
-        bool isCounted = monitors[index].width > 0 && monitors[index].height > 0;
+        bool isCounted = true;
         for (std::size_t other = 0; isCounted && other < monitors.size(); ++other) {
             isCounted = !isCountedAs(monitors, index, other);
         }

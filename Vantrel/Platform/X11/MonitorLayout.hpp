@@ -47,6 +47,6 @@ std::string edidIdentity(std::span<const std::uint8_t> edid);
 /// The displays that a person would count, in the server's order. A monitor that the user defined wins over the
 /// automatic one that holds it; an automatic one wholly inside another is its mirror, so of the two the larger counts,
 /// the primary among equals. Identifiers are never 0, unique within the layout and the same in every session.
-DisplayLayout layoutOfMonitors(const std::vector<Monitor>& monitors);
+DisplayLayout layoutOfMonitors(const std::vector<Monitor>& listed);
 
 }  // namespace vantrel::x11

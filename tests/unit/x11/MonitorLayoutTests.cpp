@@ -63,6 +63,12 @@ TEST(MonitorLayout, layoutOfMonitors_noMonitorsOrEmptyOnes_isEmpty) {
     EXPECT_TRUE(layoutOfMonitors({automatic("A", {0, 0, 0, 900}), automatic("B", {0, 0, 900, 0})}).displays.empty());
 }
 
+TEST(MonitorLayout, layoutOfMonitors_userMonitorWithoutArea_hidesNothing) {
+    const auto layout = layoutOfMonitors(
+        {byUser("empty", {1500, 100, 0, 0}, true), automatic("eDP-1", laptop), automatic("A", tablet)});
+    EXPECT_EQ(boundsOf(layout), (std::vector{rect(0, 0, 1512, 982), rect(-1024, 100, 1024, 768)}));
+}
+
 TEST(MonitorLayout, layoutOfMonitors_mirrorInsideALargerDisplay_isCountedOnce) {
     const auto layout =
         layoutOfMonitors({automatic("eDP-1", {100, 50, 800, 600}, true), automatic("HDMI-1", {0, 0, 1920, 1080})});
