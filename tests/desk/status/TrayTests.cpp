@@ -89,6 +89,18 @@ TEST_F(Tray, tint2_title_isShownOnTheScreen) {
     EXPECT_TRUE(waitForOverlayWindows(1));
 }
 
+TEST_F(Tray, tint2_personKillsTheIcon_messagesComeToTheScreen) {
+    const auto tint2 = startTint2();
+    ItemProcess process(desk.environment());
+    const auto icon = waitForIcon(process);
+    ASSERT_TRUE(icon);
+    xcb_kill_client(desk.connection().get(), icon->identifier);
+    desk.connection().synchronise();
+    EXPECT_TRUE(process.waitForVisible(false));
+    process.say("title Saved");
+    EXPECT_TRUE(waitForOverlayWindows(1));
+}
+
 TEST_F(Tray, trayer_title_standsInTheTrayAlone) {
     const auto trayer = startTrayer();
     ItemProcess process(desk.environment());

@@ -51,7 +51,7 @@ XEmbedTray::XEmbedTray(std::unique_ptr<x11::X11Connection> connection, Events ev
     followEnd(connection_->get(), connection_->root());
     connection_->addListener(*this);
     source_ = std::make_unique<x11::X11EventSource>(
-        *connection_, nullptr, [] {}, [] {});
+        *connection_, nullptr, [] {}, [this] { connectionLost(); });
 }
 
 XEmbedTray::~XEmbedTray() = default;
@@ -70,6 +70,12 @@ void XEmbedTray::dock() {
 void XEmbedTray::undock() {
     window_.reset();
     manager_ = XCB_NONE;
+}
+
+// Where the X server is gone the agent ends anyway; but a person can also have the icon's connection alone cut (xkill).
+void XEmbedTray::connectionLost() {
+    undock();
+    events_.changed();
 }
 
 void XEmbedTray::handleEvent(const xcb_generic_event_t& event) {

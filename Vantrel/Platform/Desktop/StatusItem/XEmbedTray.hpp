@@ -37,6 +37,7 @@ class XEmbedTray final : private x11::X11EventListener {
     void handleEvent(const xcb_generic_event_t& event) override;
     void dock();
     void undock();
+    void connectionLost();
 
     std::unique_ptr<x11::X11Connection> connection_;
     Events events_;
