@@ -38,7 +38,16 @@ TEST(SettingsModuleLoader, make_noWindowingSystem_saysWhatIsWrong) {
     SettingsModuleLoader loader("nosuchsystem", VANTREL_MODULE_FILE);
     const auto made = loader.makePreferencesWindowView();
     EXPECT_FALSE(made.view);
-    EXPECT_NE(made.problem.find("Qt's plugin for nosuchsystem"), std::string::npos) << made.problem;
+    EXPECT_EQ(made.problem.find("the settings cannot be shown: Qt's plugin for nosuchsystem"), 0U) << made.problem;
+    EXPECT_EQ(made.flashText, "Settings unavailable");
+}
+
+TEST(SettingsModuleLoader, make_moduleOfAnotherVersion_asksForAnotherStart) {
+    SettingsModuleLoader loader("offscreen", VANTREL_OTHER_VERSION_MODULE_FILE);
+    const auto made = loader.makePreferencesWindowView();
+    EXPECT_FALSE(made.view);
+    EXPECT_EQ(made.flashText, "Restart Vantrel");
+    EXPECT_EQ(made.problem.find("start Vantrel again to open the settings (/"), 0U) << made.problem;
 }
 
 TEST(SettingsModule, entryPoint_agentOfAnotherVersion_refuses) {

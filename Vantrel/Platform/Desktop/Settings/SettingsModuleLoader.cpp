@@ -11,10 +11,14 @@ namespace vantrel::desktop {
 
 namespace {
 
-constexpr const char* packageName = "vantrel-settings";
+/// Why there is no window, and what to do about it in two or three words.
+PreferencesWindowViewResult noWindow(std::string problem, std::string flashText) {
+    return {.view = nullptr, .problem = std::move(problem), .flashText = std::move(flashText)};
+}
 
-std::string missing(const std::string& reason) {
-    return std::string("install the package ") + packageName + " to open the settings (" + reason + ")";
+PreferencesWindowViewResult notInstalled(const std::string& reason) {
+    return noWindow("install the package vantrel-settings to open the settings (" + reason + ")",
+                    "Install vantrel-settings");
 }
 
 }  // namespace
@@ -32,23 +36,23 @@ std::filesystem::path SettingsModuleLoader::installedModule() {
 
 PreferencesWindowViewResult SettingsModuleLoader::makePreferencesWindowView() {
     if (!windows_) {
-        std::string problem = loadModule();
+        PreferencesWindowViewResult refusal = loadModule();
         if (!windows_) {
-            return {.view = nullptr, .problem = std::move(problem), .flashText = std::string("Install ") + packageName};
+            return refusal;
         }
     }
     return windows_->makePreferencesWindowView();
 }
 
-std::string SettingsModuleLoader::loadModule() {
+PreferencesWindowViewResult SettingsModuleLoader::loadModule() {
     // Never closed: a toolkit leaves threads and exit handlers behind that must not lose their code.
     void* const module = dlopen(moduleFile_.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (module == nullptr) {
-        return missing(dlerror());
+        return notInstalled(dlerror());
     }
     void* const symbol = dlsym(module, SettingsModule::entryPoint);
     if (symbol == nullptr) {
-        return missing(dlerror());
+        return notInstalled(dlerror());
     }
     std::string problem;
     const auto entryPoint = reinterpret_cast<SettingsModule::EntryPoint>(symbol);
@@ -56,7 +60,12 @@ std::string SettingsModuleLoader::loadModule() {
     if (windows_) {
         return {};
     }
-    return missing(problem.empty() ? moduleFile_.string() + " is of another version" : problem);
+    if (problem.empty()) {
+        // An upgrade while the agent runs.
+        return noWindow("start Vantrel again to open the settings (" + moduleFile_.string() + " is of another version)",
+                        "Restart Vantrel");
+    }
+    return noWindow("the settings cannot be shown: " + problem, "Settings unavailable");
 }
 
 }  // namespace vantrel::desktop

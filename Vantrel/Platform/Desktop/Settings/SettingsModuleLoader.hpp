@@ -26,7 +26,8 @@ class SettingsModuleLoader final : public PreferencesWindowViewFactory {
     PreferencesWindowViewResult makePreferencesWindowView() override;
 
   private:
-    std::string loadModule();
+    /// Loads the module into `windows_`; when that fails, what to tell the person.
+    PreferencesWindowViewResult loadModule();
 
     std::string windowingSystem_;
     std::filesystem::path moduleFile_;
