@@ -1,3 +1,5 @@
+#include <sys/stat.h>
+
 #include <cmath>
 #include <limits>
 
@@ -33,6 +35,16 @@ TEST_F(StoreTest, open_newFile_hasTheTableOfTheContract) {
     EXPECT_EQ(outsider.text("SELECT sql FROM sqlite_schema"),
               "CREATE TABLE defaults(key TEXT PRIMARY KEY, value ANY NOT NULL) STRICT, WITHOUT ROWID");
     EXPECT_EQ(outsider.text("PRAGMA journal_mode"), "wal");
+}
+
+TEST_F(StoreTest, open_newFile_isTheOwnersWhateverTheMask) {
+    const mode_t former = ::umask(0777);
+    const auto store = openStore();
+    store->setBool(true, "soundEnabled");
+    ::umask(former);
+    for (const char* const suffix : {"", "-wal", "-shm"}) {
+        EXPECT_EQ(modeOf(file_.string() + suffix), 0600U) << suffix;
+    }
 }
 
 TEST_F(StoreTest, read_afterReopening_givesWhatWasWritten) {

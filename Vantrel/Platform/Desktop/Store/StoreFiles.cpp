@@ -140,6 +140,8 @@ StoreFileProblem prepareStoreFile(fs::path& path) {
     // link: where that points to nothing, its owner's disk is perhaps not there yet.
     const int descriptor = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, fileMode);
     if (descriptor >= 0) {
+        // A umask may have taken rights of the owner.
+        ::fchmod(descriptor, fileMode);
         ::close(descriptor);
     } else if (errno != EEXIST) {
         const int error = errno;
