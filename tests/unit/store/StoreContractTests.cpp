@@ -47,6 +47,23 @@ TEST_F(StoreTest, open_newFile_isTheOwnersWhateverTheMask) {
     }
 }
 
+TEST_F(StoreTest, open_databaseOfAnotherProgram_isLeftAsItIs) {
+    std::filesystem::create_directories(file_.parent_path());
+    writeContents(file_, "");
+    Outsider(file_).execute("CREATE TABLE bookmarks(name); INSERT INTO bookmarks VALUES('a')");
+    testing::internal::CaptureStderr();
+    {
+        const auto store = openStore();
+        store->setBool(true, "soundEnabled");
+        EXPECT_TRUE(store->boolForKey("soundEnabled"));
+        EXPECT_TRUE(store->hasUnstoredValues());
+    }
+    const std::string told = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(lineCount(told), 1U) << told;
+    EXPECT_EQ(Outsider(file_).rows("SELECT name FROM sqlite_schema"), std::vector<std::string>{"bookmarks"});
+    EXPECT_TRUE(namesSetAside().empty());
+}
+
 TEST_F(StoreTest, read_afterReopening_givesWhatWasWritten) {
     makeStore();
     const auto store = openStore();

@@ -175,8 +175,9 @@ int StoreConnection::prepareStatements() {
         }
         return status;
     }
-    // A statement that would change nothing still takes the writer's lock: look first.
-    if (!hasTable && status == SQLITE_OK) {
+    // A statement that would change nothing still takes the writer's lock: look first. A database that holds other
+    // things and not our table is another program's; reading ours then fails with the reason.
+    if (!hasTable && status == SQLITE_OK && queryText(database, "SELECT count(*) FROM sqlite_schema", status) == "0") {
         status = execute(database, createTable);
     }
     struct Kept {
