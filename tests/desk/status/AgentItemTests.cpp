@@ -42,6 +42,8 @@ class AgentItem : public StatusDesk {
 
     static constexpr MainPoint onMain{700, 500};
     static constexpr MainPoint centreOfSecond{-512, 484};
+    /// No message goes before, counted from a moment before it came.
+    static constexpr std::chrono::milliseconds messageTime{1200};
 
     TestPanel panel;
     std::unique_ptr<AgentProcess> agent;
@@ -142,23 +144,23 @@ TEST_F(AgentItem, row_quit_endsTheAgent) {
 
 TEST_F(AgentItem, message_alone_givesWayToTheTitle) {
     startAgent();
+    const auto before = std::chrono::steady_clock::now();
     click(7);
     ASSERT_TRUE(item->waitForLabel("Saved"));
-    const auto shown = std::chrono::steady_clock::now();
     ASSERT_TRUE(item->waitForLabel("Vantrel"));
-    EXPECT_GE(std::chrono::steady_clock::now() - shown, std::chrono::milliseconds(1000));
+    EXPECT_GE(std::chrono::steady_clock::now() - before, messageTime);
 }
 
 TEST_F(AgentItem, message_secondWithinTheFirst_startsTheWaitAnew) {
     startAgent();
     click(7);
     ASSERT_TRUE(item->waitForLabel("Saved"));
-    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    const auto before = std::chrono::steady_clock::now();
     click(9);
     ASSERT_TRUE(item->waitForLabel("Cleared"));
-    const auto shown = std::chrono::steady_clock::now();
     ASSERT_TRUE(item->waitForLabel("Vantrel"));
-    EXPECT_GE(std::chrono::steady_clock::now() - shown, std::chrono::milliseconds(1000));
+    EXPECT_GE(std::chrono::steady_clock::now() - before, messageTime);
     const auto& labels = item->labels();
     const auto cleared = std::find(labels.begin(), labels.end(), "Cleared");
     ASSERT_NE(cleared, labels.end());
