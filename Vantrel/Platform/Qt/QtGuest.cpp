@@ -1,6 +1,8 @@
 #include "Vantrel/Platform/Qt/QtGuest.hpp"
 
+#include <QDir>
 #include <QEvent>
+#include <QIcon>
 #include <QLibraryInfo>
 #include <QPluginLoader>
 #include <QStringList>
@@ -50,6 +52,11 @@ std::string displayProblem(const std::string& windowingSystem) {
     return isRefused ? "the X server takes no further connection" : "";
 }
 
+/// The icons beside the program, which are not where the desktop looks for icons when it runs where it was built.
+QString ownIcons() {
+    return QDir::cleanPath(QCoreApplication::applicationDirPath() + "/" VANTREL_DATA_FROM_BIN "/icons");
+}
+
 /// Numbers are written and read in the "C" locale by the host; Qt sets the person's for the whole process.
 class NumericLocaleKeeper {
   public:
@@ -87,6 +94,7 @@ QtGuest::QtGuest(const std::string& windowingSystem) : platform_(windowingSystem
     arguments_ = {programName_.data(), platformOption_.data(), platform_.data(), nullptr};
     application_.emplace(argumentCount_, arguments_.data());
     QGuiApplication::setQuitOnLastWindowClosed(false);
+    QIcon::setThemeSearchPaths(QIcon::themeSearchPaths() << ownIcons());
     application_->installEventFilter(this);
 }
 

@@ -1,10 +1,13 @@
 // The settings window of the agent itself: from the module, beside its hot keys, menu and store.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <memory>
 #include <sstream>
+#include <vector>
 
 #include "tests/desk/settings/WindowManagerProbe.hpp"
 #include "tests/desk/status/PanelItem.hpp"
@@ -75,6 +78,15 @@ TEST_F(AgentSettings, row_settings_opensOneWindow) {
     openSettings();
     EXPECT_EQ(windowManager.activeWindow(), window);
     EXPECT_EQ(agent->standardError(), "");
+}
+
+// Whether or not the icons are installed where the desktop looks for them.
+TEST_F(AgentSettings, window_runWhereItWasBuilt_hasItsIcon) {
+    startAgent();
+    openSettings();
+    const std::vector<std::uint32_t> widths = windowManager.iconWidths(windowManager.activeWindow());
+    EXPECT_TRUE(std::ranges::find(widths, 16U) != widths.end());
+    EXPECT_TRUE(std::ranges::find(widths, 32U) != widths.end());
 }
 
 TEST_F(AgentSettings, secondStart_panelShowsTheItem_opensTheWindow) {

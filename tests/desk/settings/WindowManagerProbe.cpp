@@ -24,7 +24,7 @@ xcb_atom_t WindowManagerProbe::atom(std::string_view name) {
 std::vector<std::uint32_t> WindowManagerProbe::property(xcb_window_t window, std::string_view name) {
     const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
         connection_.get(),
-        xcb_get_property(connection_.get(), 0, window, atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, 1024), nullptr));
+        xcb_get_property(connection_.get(), 0, window, atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, 1 << 20), nullptr));
     if (!reply || reply->format != 32) {
         return {};
     }
@@ -74,6 +74,15 @@ std::string WindowManagerProbe::titleOf(xcb_window_t window) {
 bool WindowManagerProbe::hasState(xcb_window_t window, std::string_view state) {
     const auto states = property(window, "_NET_WM_STATE");
     return std::find(states.begin(), states.end(), atom(state)) != states.end();
+}
+
+std::vector<std::uint32_t> WindowManagerProbe::iconWidths(xcb_window_t window) {
+    const auto pictures = property(window, "_NET_WM_ICON");
+    std::vector<std::uint32_t> widths;
+    for (std::size_t start = 0; start + 1 < pictures.size(); start += 2 + pictures[start] * pictures[start + 1]) {
+        widths.push_back(pictures[start]);
+    }
+    return widths;
 }
 
 std::vector<std::uint32_t> WindowManagerProbe::stackedWindows() {

@@ -21,6 +21,9 @@ class WindowManagerProbe {
     std::uint32_t desktopOf(xcb_window_t window);
     std::string titleOf(xcb_window_t window);
     bool hasState(xcb_window_t window, std::string_view state);
+    /// The widths of the pictures that the window brings for its title bar and the task list, in pixels. One without
+    /// any gets one of 48 from the window manager.
+    std::vector<std::uint32_t> iconWidths(xcb_window_t window);
 
     /// The windows at the front come last.
     std::vector<std::uint32_t> stackedWindows();
