@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -73,6 +74,22 @@ TEST_F(PopTest, jump_soundOn_popIsHeard) {
     EXPECT_TRUE(children().empty());
     jump();
     EXPECT_TRUE(isHeard());
+}
+
+// The library for sound cards tells at length what it did not find.
+TEST_F(PopTest, jump_noServerAndNoSoundCard_tellsNothing) {
+    desk_.environment().set("CANBERRA_DRIVER", "alsa");
+    startAgent();
+    jump();
+    ASSERT_TRUE(waitUntil([this] { return !children().empty(); }));
+    const auto helper = std::filesystem::path("/proc") / std::to_string(children().front()) / "exe";
+    EXPECT_EQ(agent_->terminate().code, 0);
+    // It plays what it was asked for, or tries to, before it follows the agent.
+    EXPECT_TRUE(waitUntil([&helper] {
+        std::error_code error;
+        return std::filesystem::read_symlink(helper, error).empty();
+    }));
+    EXPECT_EQ(agent_->standardError(), "");
 }
 
 TEST_F(PopTest, jump_soundOff_isSilentAndStartsNothing) {

@@ -1,10 +1,14 @@
 #include "Vantrel/Platform/Desktop/Sound/EventSounds.hpp"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <filesystem>
 #include <system_error>
 
+#include "Vantrel/Platform/Desktop/FileDescriptor.hpp"
 #include "Vantrel/Platform/Desktop/Sound/XSettings.hpp"
 
 namespace vantrel::desktop {
@@ -24,6 +28,27 @@ std::string soundFile(const char* name) {
     const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
     return (self.parent_path() / VANTREL_SOUNDS_FROM_LIBEXEC / name).lexically_normal().string();
 }
+
+/// Where there is no sound card, ALSA writes a dozen lines for each sound into the session's log.
+class StandardErrorSilence {
+  public:
+    StandardErrorSilence() : kept_(fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 0)) {
+        const FileDescriptor nothing(open("/dev/null", O_WRONLY | O_CLOEXEC));
+        if (kept_.isOpen() && nothing.isOpen()) {
+            dup2(nothing.get(), STDERR_FILENO);
+        }
+    }
+    ~StandardErrorSilence() {
+        if (kept_.isOpen()) {
+            dup2(kept_.get(), STDERR_FILENO);
+        }
+    }
+    StandardErrorSilence(const StandardErrorSilence&) = delete;
+    StandardErrorSilence& operator=(const StandardErrorSilence&) = delete;
+
+  private:
+    FileDescriptor kept_;
+};
 
 }  // namespace
 
@@ -72,7 +97,11 @@ int EventSounds::start(const std::string& eventID, const std::string& file, cons
     if (!themeName.empty()) {
         ca_proplist_sets(properties, CA_PROP_CANBERRA_XDG_THEME_NAME, themeName.c_str());
     }
-    const int result = ca_context_play_full(context_.get(), 0, properties, nullptr, nullptr);
+    int result = CA_SUCCESS;
+    {
+        const StandardErrorSilence silence;
+        result = ca_context_play_full(context_.get(), 0, properties, nullptr, nullptr);
+    }
     ca_proplist_destroy(properties);
     return result;
 }
