@@ -50,6 +50,19 @@ void write(const std::filesystem::path& file, const std::string& key,
     }
 }
 
+/// Runs the statements; `row` is called for each row that they find.
+void run(const std::filesystem::path& file, const std::string& statements,
+         std::function<void(int count, char** values)> row) {
+    const auto database = open(file, SQLITE_OPEN_READWRITE);
+    const auto callback = [](void* data, int count, char** values, char** /*names*/) {
+        (*static_cast<std::function<void(int, char**)>*>(data))(count, values);
+        return 0;
+    };
+    if (sqlite3_exec(database.get(), statements.c_str(), callback, &row, nullptr) != SQLITE_OK) {
+        throw std::runtime_error(std::string("the store says: ") + sqlite3_errmsg(database.get()));
+    }
+}
+
 std::optional<std::string> readColumn(const std::filesystem::path& file, const std::string& key, int column) {
     if (!std::filesystem::exists(file)) {
         return std::nullopt;
@@ -89,6 +102,22 @@ std::optional<std::string> StoredDefaults::read(const std::string& key) const {
 
 std::optional<std::string> StoredDefaults::typeOf(const std::string& key) const {
     return readColumn(file_, key, 1);
+}
+
+void StoredDefaults::execute(const std::string& statements) const {
+    run(file_, statements, [](int /*count*/, char** /*values*/) {});
+}
+
+std::vector<std::string> StoredDefaults::rows(const std::string& query) const {
+    std::vector<std::string> rows;
+    run(file_, query, [&](int count, char** values) {
+        auto& text = rows.emplace_back();
+        for (int column = 0; column < count; ++column) {
+            text += column == 0 ? "" : "|";
+            text += values[column] == nullptr ? "" : values[column];
+        }
+    });
+    return rows;
 }
 
 }  // namespace vantrel::desk

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace vantrel::desk {
 
@@ -22,6 +23,13 @@ class StoredDefaults {
 
     /// The stored value's SQLite type ("text", "integer", "blob", "real"); none when there is no such key.
     [[nodiscard]] std::optional<std::string> typeOf(const std::string& key) const;
+
+    /// Runs statements of SQL on the store's file, e.g. of another version of the program. Throws when one fails.
+    void execute(const std::string& statements) const;
+
+    /// The rows that a query finds, as texts, columns joined by a bar, a missing value being empty. Throws when it
+    /// fails.
+    [[nodiscard]] std::vector<std::string> rows(const std::string& query) const;
 
   private:
     std::filesystem::path file_;

@@ -95,6 +95,34 @@ TEST_F(StoreFaultTest, readOnlyFile_isReadAndChangesAreKept) {
     });
 }
 
+TEST_F(StoreFaultTest, readOnlyFile_nothingIsLaidBesideIt) {
+    // A log of ours beside the file of somebody else would keep its owner from writing it.
+    asUser([this] {
+        makeStore();
+        ::chmod(file_.c_str(), 0400);
+        toldBy([&] {
+            const auto store = openStore();
+            EXPECT_EQ(store->stringForKey("mode"), "manual");
+            store->setObject(std::string("automatic"), "mode");
+            for (const char* suffix : {"-wal", "-shm", "-journal"}) {
+                EXPECT_FALSE(std::filesystem::exists(file_.string() + suffix)) << suffix;
+            }
+        });
+    });
+}
+
+TEST_F(StoreFaultTest, readOnlyFileWithALog_logIsReadToo) {
+    asUser([this] {
+        makeStore();
+        const int ending = runInChild(ChildUser::same,
+                                      [this] { openStore().release()->setObject(std::string("glide"), "animation"); });
+        EXPECT_EQ(ending, 0);
+        ASSERT_TRUE(std::filesystem::exists(file_.string() + "-wal"));
+        ::chmod(file_.c_str(), 0400);
+        toldBy([&] { EXPECT_EQ(openStore()->stringForKey("animation"), "glide"); });
+    });
+}
+
 TEST_F(StoreFaultTest, readOnlyDirectory_isReadAndChangesAreKept) {
     asUser([this] {
         makeStore();

@@ -100,6 +100,11 @@ std::string timeStamp() {
     return {buffer.data(), length};
 }
 
+bool isSomebodyElses(const fs::path& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 && status.st_uid != ::geteuid();
+}
+
 /// A name under which nothing of an earlier store lies.
 std::optional<fs::path> unusedName(const fs::path& path) {
     const fs::path stem = path.string() + ".damaged-" + timeStamp();
@@ -170,6 +175,15 @@ bool hasLogContent(const fs::path& path) {
     return sizeOf(withSuffix(path, "-wal")) > 0;
 }
 
+bool isClosedToWriting(const fs::path& path) {
+    return ::access(path.c_str(), W_OK) != 0 && errno == EACCES;
+}
+
+bool hasJournalBeside(const fs::path& path) {
+    return ::access(withSuffix(path, "-wal").c_str(), F_OK) == 0 ||
+           ::access(withSuffix(path, "-journal").c_str(), F_OK) == 0;
+}
+
 bool hasOrphanedLog(const fs::path& path) {
     // SQLite takes a single byte for nothing too: it writes one itself where a file system needs that for its locks.
     return sizeOf(path) <= 1 && hasLogContent(path);
@@ -182,6 +196,9 @@ bool isCutOff(const fs::path& path) {
 }
 
 std::optional<fs::path> setStoreAside(const fs::path& path) {
+    if (isClosedToWriting(path) && isSomebodyElses(path)) {
+        return std::nullopt;
+    }
     std::optional<fs::path> aside = unusedName(path);
     if (!aside) {
         return std::nullopt;

@@ -29,8 +29,15 @@ bool isCutOff(const std::filesystem::path& path);
 /// Whether a write-ahead log with content lies beside the database.
 bool hasLogContent(const std::filesystem::path& path);
 
+/// Whether this process may not write the database, although its disk could be written.
+bool isClosedToWriting(const std::filesystem::path& path);
+
+/// Whether a write-ahead log or a journal lies beside the database, even an empty one: somebody may have it open.
+bool hasJournalBeside(const std::filesystem::path& path);
+
 /// Renames the database and all that belongs to it to a new name in the same directory. Nothing is overwritten.
-/// Returns the new name of the database; none when it could not be renamed.
+/// Returns the new name of the database; none when it could not be renamed, or is somebody else's, who alone may write
+/// it.
 std::optional<std::filesystem::path> setStoreAside(const std::filesystem::path& path);
 
 /// Whether the file lies on a file system that several machines may have mounted: a write-ahead log needs memory that

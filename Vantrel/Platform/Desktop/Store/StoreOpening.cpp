@@ -79,6 +79,14 @@ bool canShareMemory(sqlite3* database) {
 StoreConnection::Opened StoreConnection::open(const std::filesystem::path& path, const char* vfs,
                                               std::chrono::milliseconds lockWait) {
     const Journal best = isOnNetwork(path) ? Journal::rollback : Journal::writeAheadLog;
+    if (isClosedToWriting(path) && !hasJournalBeside(path)) {
+        // Even to read it SQLite would lay a log of ours beside the file, which may be somebody else's: its owner could
+        // then not write it. Without a log nobody is in the middle of a change.
+        Opened readOnly = tryOpening(path, {vfs, Journal::none, lockWait});
+        if (readOnly.connection || meansDamage(readOnly.status)) {
+            return readOnly;
+        }
+    }
     // First without waiting: where there are no locks at all, every wait would be in vain.
     Attempt attempt{vfs, best, std::chrono::milliseconds::zero()};
     Opened opened = tryOpening(path, attempt);
