@@ -1,13 +1,13 @@
-#include <sched.h>
-#include <sys/mount.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <fstream>
+#include <cstdio>
+#include <stdexcept>
 
 #include "ChildRun.hpp"
 #include "StoreFixture.hpp"
 #include "SystemCallFault.hpp"
+#include "tests/desk/support/MountPoint.hpp"
 
 namespace vantrel::desktop {
 namespace {
@@ -298,17 +298,19 @@ TEST_F(StoreFaultTest, brokenDisk_changesAreKeptAndStoredByTheNextChange) {
 TEST_F(StoreFaultTest, fullFileSystem_changesAreKeptAndNothingIsDeleted) {
     // A file system of this test's own, that only its child sees. Where the system allows nobody but root to mount one,
     // the tests above stand in with failing writes.
-    constexpr int cannotMount = 77;
+    constexpr int mayNotMount = 77;
+    constexpr std::size_t size = 256UL * 1024UL;
     const int status = runInChild(ChildUser::same, [this] {
-        const bool isRoot = ::geteuid() == 0;
-        if (::unshare(CLONE_NEWNS | (isRoot ? 0 : CLONE_NEWUSER)) != 0 ||
-            ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-            ::mount("vantrel-test", directory_.c_str(), "tmpfs", 0, "size=256k") != 0) {
-            ::_exit(cannotMount);
+        try {
+            desk::enterPrivateMounts();
+        } catch (const std::runtime_error& error) {
+            std::fprintf(stderr, "%s\n", error.what());
+            ::_exit(::geteuid() == 0 ? 1 : mayNotMount);
         }
+        const auto mount = desk::MountPoint::ofSize(directory_, size);
         makeStore();
         const auto store = openStore();
-        std::ofstream(directory_ / "ballast") << std::string(1'000'000, 'x');
+        desk::MountPoint::fill(directory_ / "ballast");
         const std::string big(20'000, 'y');
         toldBy([&] {
             store->setObject(DefaultsData{big}, "rememberedPositions");
@@ -324,7 +326,7 @@ TEST_F(StoreFaultTest, fullFileSystem_changesAreKeptAndNothingIsDeleted) {
         EXPECT_EQ(outsider.text("SELECT value FROM defaults WHERE key = 'mode'"), "automatic");
         EXPECT_EQ(outsider.text("SELECT value FROM defaults WHERE key = 'savedPoints'"), "[]");
     });
-    if (status == cannotMount) {
+    if (status == mayNotMount) {
         GTEST_SKIP() << "this user may not mount a file system";
     }
     EXPECT_EQ(status, 0);
