@@ -6,7 +6,7 @@ own_sources() {
 
 # Files that a shell runs, whatever their names: some of the scripts are written in Python.
 shell_scripts() {
-    find .ci scripts data/xkb tests/installed -type f -exec grep --files-with-matches --max-count=1 -E '^#!/.*\b(ba)?sh$' {} +
+    find .ci scripts data/xkb tests -type f -exec grep --files-with-matches --max-count=1 -E '^#!/.*\b(ba)?sh$' {} +
 }
 
 check_style() {

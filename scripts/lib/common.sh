@@ -1,5 +1,7 @@
 # Shared by the scripts: where things are, and how they speak. Sourced, not run.
 
+# Looked up before the directory changes: the script may be called by a name relative to where it is called from.
+script_file=$(realpath "$0")
 repository_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 cd "$repository_root" || exit
 
@@ -8,7 +10,7 @@ say() {
 }
 
 die() {
-    printf '%s: %s\n' "$(basename "$0")" "$*" >&2
+    printf '%s: %s\n' "$(basename "$script_file")" "$*" >&2
     exit 1
 }
 
@@ -30,5 +32,5 @@ trap report_failure EXIT
 
 # The first line of a script's own usage comment to the first line that is no comment.
 print_usage() {
-    sed -n '2,/^[^#]/{s/^# \{0,1\}//p}' "$0"
+    sed -n '2,/^[^#]/{s/^# \{0,1\}//p}' "$script_file"
 }
