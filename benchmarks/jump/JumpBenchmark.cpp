@@ -19,7 +19,6 @@
 #include "benchmarks/support/Arguments.hpp"
 #include "benchmarks/support/Candidates.hpp"
 #include "benchmarks/support/Comparison.hpp"
-#include "benchmarks/support/Markdown.hpp"
 
 namespace vantrel::bench {
 namespace {
@@ -50,12 +49,7 @@ void run(int presses, int rounds, std::chrono::microseconds pause) {
                                                             .pause = pause});
                               }});
     }
-    const std::vector<Figures> figures = compare(contenders, rounds);
-    printTableHead({"What", "p50", "p99", "against the floor, p50", "p99", "lost"});
-    for (const Figures& its : figures) {
-        printTableRow({its.name, timeText(its.p50()), timeText(its.p99()), numberText(its.p50() / figures[0].p50(), 2),
-                       numberText(its.p99() / figures[0].p99(), 2), its.lostText()});
-    }
+    printComparison("What", "the floor", compare(contenders, rounds));
 }
 
 }  // namespace

@@ -15,7 +15,6 @@
 #include "benchmarks/support/Arguments.hpp"
 #include "benchmarks/support/Candidates.hpp"
 #include "benchmarks/support/Comparison.hpp"
-#include "benchmarks/support/Markdown.hpp"
 #include "tests/desk/sound/SoundServer.hpp"
 
 namespace vantrel::bench {
@@ -75,12 +74,7 @@ void run(int presses, int rounds) {
         contenders.push_back(
             {condition.name, [&desk, &condition, presses] { return measure(desk, condition, presses); }});
     }
-    const std::vector<Figures> figures = compare(contenders, rounds);
-    printTableHead({"Sound", "p50", "p99", "against sound off, p50", "p99", "lost"});
-    for (const Figures& its : figures) {
-        printTableRow({its.name, timeText(its.p50()), timeText(its.p99()), numberText(its.p50() / figures[0].p50(), 2),
-                       numberText(its.p99() / figures[0].p99(), 2), its.lostText()});
-    }
+    printComparison("Sound", "sound off", compare(contenders, rounds));
 }
 
 }  // namespace

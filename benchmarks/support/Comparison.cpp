@@ -38,4 +38,13 @@ std::vector<Figures> compare(const std::vector<Contender>& contenders, int round
     return figures;
 }
 
+void printComparison(const std::string& what, const std::string& first, const std::vector<Figures>& figures) {
+    printTableHead({what, "p50", "p99", "against " + first + ", p50", "p99", "lost"});
+    for (const Figures& its : figures) {
+        printTableRow({its.name, timeText(its.p50()), timeText(its.p99()),
+                       numberText(its.p50() / figures.front().p50(), 2),
+                       numberText(its.p99() / figures.front().p99(), 2), its.lostText()});
+    }
+}
+
 }  // namespace vantrel::bench

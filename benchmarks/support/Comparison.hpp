@@ -33,4 +33,8 @@ struct Figures {
 /// while slows them all. The figures are in the order of the contenders.
 std::vector<Figures> compare(const std::vector<Contender>& contenders, int rounds);
 
+/// Prints the figures as a table, each beside its ratio to the first ones, which are called `first` there. `what` heads
+/// the names.
+void printComparison(const std::string& what, const std::string& first, const std::vector<Figures>& figures);
+
 }  // namespace vantrel::bench
