@@ -65,6 +65,19 @@ TEST_F(PopupMenu, keys_escape_leavesWithoutAChoice) {
     EXPECT_EQ(process.nextLine(), "");
 }
 
+TEST_F(PopupMenu, keys_hintOfARow_choosesItInEveryLayoutWithSuchLetters) {
+    ItemProcess process(desk.environment());
+    for (const char* const layout : {"us", "ru,us", "us,ru"}) {
+        setKeyboardMap(desk.server().displayName(), layout);
+        for (const auto& [place, chosen] : {std::pair{"AD01", "Quit Vantrel"}, {"AB08", "Settings..."}}) {
+            open(process);
+            desk.keyboard().type({keys::control, place});
+            EXPECT_TRUE(process.waitForLine(std::string("chosen ") + chosen)) << layout;
+            ASSERT_TRUE(waitForOverlayWindows(0));
+        }
+    }
+}
+
 TEST_F(PopupMenu, click_onARow_choosesIt) {
     ItemProcess process(desk.environment());
     desk.pointer().moveTo({300, 200});

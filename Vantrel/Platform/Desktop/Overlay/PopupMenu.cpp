@@ -178,11 +178,12 @@ void PopupMenu::pointAt(std::optional<std::size_t> row) {
 }
 
 void PopupMenu::pressKey(std::uint8_t keycode, std::uint16_t modifiers) {
-    const std::uint32_t key = keysym(keycode);
+    const auto ofKey = keysyms(keycode);
     if ((modifiers & XCB_MOD_MASK_CONTROL) != 0) {
-        chooseByKeyEquivalent(key);
+        chooseByKeyEquivalent(ofKey);
         return;
     }
+    const std::uint32_t key = ofKey.front();
     switch (key) {
         case keysyms::escape:
             choose(std::nullopt);
@@ -207,22 +208,29 @@ void PopupMenu::pressKey(std::uint8_t keycode, std::uint16_t modifiers) {
     }
 }
 
-void PopupMenu::chooseByKeyEquivalent(std::uint32_t keysym) {
+void PopupMenu::chooseByKeyEquivalent(const KeysymsOfLayouts& ofKey) {
     const auto row = std::find_if(rows_.begin(), rows_.end(), [&](const OverlayRow& candidate) {
         return candidate.isEnabled && candidate.keyEquivalent.size() == 1 &&
-               static_cast<unsigned char>(candidate.keyEquivalent.front()) == keysym;
+               std::find(ofKey.begin(), ofKey.end(), static_cast<unsigned char>(candidate.keyEquivalent.front())) !=
+                   ofKey.end();
     });
     if (row != rows_.end()) {
         choose(static_cast<std::size_t>(row - rows_.begin()));
     }
 }
 
-std::uint32_t PopupMenu::keysym(std::uint8_t keycode) const {
+PopupMenu::KeysymsOfLayouts PopupMenu::keysyms(std::uint8_t keycode) const {
     xcb_connection_t* connection = screen_.connection();
     const auto reply = x11::adopt(
         xcb_get_keyboard_mapping_reply(connection, xcb_get_keyboard_mapping(connection, keycode, 1), nullptr));
-    const bool hasKeysym = reply && reply->keysyms_per_keycode > 0;
-    return hasKeysym ? *xcb_get_keyboard_mapping_keysyms(reply.get()) : 0;
+    KeysymsOfLayouts result{};
+    for (std::size_t layout = 0; reply && layout < result.size(); ++layout) {
+        // The core protocol has each layout's keysym with Shift behind the one without.
+        if (2 * layout < reply->keysyms_per_keycode) {
+            result[layout] = xcb_get_keyboard_mapping_keysyms(reply.get())[2 * layout];
+        }
+    }
+    return result;
 }
 
 void PopupMenu::choose(std::optional<std::size_t> row) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <cstdint>
 #include <functional>
@@ -35,16 +36,19 @@ class PopupMenu {
     void attempt();
 
   private:
+    /// What a key gives by itself in the first two layouts: where the first has no Latin letters, the second has them.
+    using KeysymsOfLayouts = std::array<std::uint32_t, 2>;
+
     void place();
     void draw(cairo_t* context) const;
     void drawRow(cairo_t* context, std::size_t row) const;
     void pointAt(std::optional<std::size_t> row);
     void pressKey(std::uint8_t keycode, std::uint16_t modifiers);
-    void chooseByKeyEquivalent(std::uint32_t keysym);
+    void chooseByKeyEquivalent(const KeysymsOfLayouts& ofKey);
     void choose(std::optional<std::size_t> row);
     [[nodiscard]] bool isInside(int x, int y) const;
     [[nodiscard]] std::optional<std::size_t> choiceAt(int x, int y) const;
-    [[nodiscard]] std::uint32_t keysym(std::uint8_t keycode) const;
+    [[nodiscard]] KeysymsOfLayouts keysyms(std::uint8_t keycode) const;
 
     const Screen& screen_;
     const Typesetter& typesetter_;
