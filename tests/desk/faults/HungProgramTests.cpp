@@ -85,6 +85,18 @@ TEST(HungProgram, bus_hotKeysWorkAndURLsAreObeyedAfterwards) {
     EXPECT_EQ(agent->terminate(), ordinaryEnd);
 }
 
+TEST(HungProgram, bus_agentEndsWithoutIt) {
+    Desk desk;
+    PanelProcess panel(desk.bus().address(), desk.environment());
+    const auto agent = desk.startAgent();
+    ASSERT_TRUE(panel.waitForItems(1));
+    desk.bus().freeze();
+    expectAllWorks(desk, 1);
+    EXPECT_EQ(agent->terminate(), ordinaryEnd);
+    EXPECT_EQ(agent->standardError(), "");
+    desk.bus().thaw();
+}
+
 TEST(HungProgram, windowManager_hotKeysWorkAlsoWhileTheSettingsAreAskedFor) {
     Desk desk({.hasSessionBus = true, .hasWindowManager = true});
     PanelProcess panel(desk.bus().address(), desk.environment());

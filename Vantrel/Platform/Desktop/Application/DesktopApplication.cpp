@@ -1,5 +1,6 @@
 #include "Vantrel/Platform/Desktop/Application/DesktopApplication.hpp"
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
@@ -25,6 +26,9 @@ int DesktopApplication::run() {
     if (const auto delegate = delegate_.lock()) {
         delegate->applicationWillTerminate();
     }
+    // The panel that chose "Quit" waits for an answer.
+    constexpr std::chrono::milliseconds mostForAnswers{100};
+    bus_.flush(mostForAnswers);
     return exitStatus_;
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -21,6 +22,16 @@ bool isBusOffered() {
     return runtimeDirectory != nullptr && std::filesystem::is_socket(std::string(runtimeDirectory) + "/bus", ignored);
 }
 
+struct MainContextReleaser {
+    void operator()(GMainContext* context) const { g_main_context_unref(context); }
+};
+struct SourceReleaser {
+    void operator()(GSource* source) const {
+        g_source_destroy(source);
+        g_source_unref(source);
+    }
+};
+
 }  // namespace
 
 SessionBus::SessionBus(Connected connected) : connected_(std::move(connected)), cancellable_(g_cancellable_new()) {}
@@ -33,6 +44,33 @@ void SessionBus::connect() {
     if (isBusOffered()) {
         g_bus_get(G_BUS_TYPE_SESSION, cancellable_.get(), &finish, this);
     }
+}
+
+void SessionBus::flush(std::chrono::milliseconds most) {
+    if (!bus_ || g_dbus_connection_is_closed(bus_.get()) != FALSE) {
+        return;
+    }
+    // Of this wait alone: the loop's other sources stay unserved. After a wait in vain nobody looks at it again, so
+    // what the flush still tells then reaches nobody.
+    const std::unique_ptr<GMainContext, MainContextReleaser> context(g_main_context_new());
+    bool isOver = false;
+    const std::unique_ptr<GSource, SourceReleaser> deadline(g_timeout_source_new(static_cast<guint>(most.count())));
+    const auto passed = [](gpointer data) -> gboolean {
+        *static_cast<bool*>(data) = true;
+        return G_SOURCE_REMOVE;
+    };
+    g_source_set_callback(deadline.get(), passed, &isOver, nullptr);
+    g_source_attach(deadline.get(), context.get());
+    const auto flushed = [](GObject* bus, GAsyncResult* result, gpointer data) {
+        g_dbus_connection_flush_finish(G_DBUS_CONNECTION(bus), result, nullptr);
+        *static_cast<bool*>(data) = true;
+    };
+    g_main_context_push_thread_default(context.get());
+    g_dbus_connection_flush(bus_.get(), nullptr, flushed, &isOver);
+    while (!isOver) {
+        g_main_context_iteration(context.get(), TRUE);
+    }
+    g_main_context_pop_thread_default(context.get());
 }
 
 void SessionBus::finish(GObject* /*source*/, GAsyncResult* result, gpointer data) {

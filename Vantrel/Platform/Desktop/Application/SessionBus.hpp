@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 
 #include "Vantrel/Platform/Desktop/StatusItem/GLibHandles.hpp"
@@ -20,6 +21,10 @@ class SessionBus {
 
     /// Begins to connect, if a bus is offered.
     void connect();
+
+    /// Waits until all that was sent has left the process, but no longer than `most`: a bus that hangs must not hold up
+    /// the end. Serves nothing meanwhile.
+    void flush(std::chrono::milliseconds most);
 
   private:
     static void finish(GObject* source, GAsyncResult* result, gpointer data);

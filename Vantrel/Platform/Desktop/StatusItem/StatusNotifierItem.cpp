@@ -72,35 +72,56 @@ struct StatusNotifierItem::BusCallbacks {
         return value;
     }
 
-    static void nameAcquired(GDBusConnection*, const gchar* name, gpointer data) { self(data).registerAs(name); }
-
-    // A sandbox's bus may refuse the name; watchers take the object's path as well.
-    static void nameLost(GDBusConnection* bus, const gchar*, gpointer data) {
-        if (bus != nullptr) {
-            self(data).registerAs(itemPath);
+    static void nameRequested(GObject* bus, GAsyncResult* result, gpointer data) {
+        GError* rawError = nullptr;
+        const GVariantPointer reply(g_dbus_connection_call_finish(G_DBUS_CONNECTION(bus), result, &rawError));
+        const GErrorPointer error(rawError);
+        const bool isItemGone = error && g_error_matches(error.get(), G_IO_ERROR, G_IO_ERROR_CANCELLED) != FALSE;
+        if (isItemGone || g_dbus_connection_is_closed(G_DBUS_CONNECTION(bus)) != FALSE) {
+            return;
         }
+        constexpr guint32 isPrimaryOwner = 1;
+        guint32 outcome = 0;
+        if (reply) {
+            g_variant_get(reply.get(), "(u)", &outcome);
+        }
+        // A sandbox's bus may refuse the name; watchers take the object's path as well.
+        self(data).registerAs(outcome == isPrimaryOwner ? itemBusName() : itemPath);
     }
 
     static constexpr GDBusInterfaceVTable table{&call, &get, nullptr, {}};
 };
 
 StatusNotifierItem::StatusNotifierItem(GDBusConnection* bus, std::string menuPath, Texts texts, Events events)
-    : bus_(shareObject(bus)), menuPath_(std::move(menuPath)), texts_(std::move(texts)), events_(std::move(events)) {
+    : bus_(shareObject(bus)),
+      menuPath_(std::move(menuPath)),
+      texts_(std::move(texts)),
+      events_(std::move(events)),
+      cancellable_(g_cancellable_new()) {
     texts_.label = panelLabel(texts_.label);
     GDBusNodeInfo* node = g_dbus_node_info_new_for_xml(statusNotifierInterface, nullptr);
     objectRegistration_ = g_dbus_connection_register_object(bus, itemPath, node->interfaces[0], &BusCallbacks::table,
                                                             this, nullptr, nullptr);
     g_dbus_node_info_unref(node);
-    nameOwnership_ = g_bus_own_name_on_connection(bus, itemBusName().c_str(), G_BUS_NAME_OWNER_FLAGS_NONE,
-                                                  &BusCallbacks::nameAcquired, &BusCallbacks::nameLost, this, nullptr);
+    requestName();
 }
 
 StatusNotifierItem::~StatusNotifierItem() {
     registration_.reset();
-    g_bus_unown_name(nameOwnership_);
+    g_cancellable_cancel(cancellable_.get());
     if (objectRegistration_ != 0) {
         g_dbus_connection_unregister_object(bus_.get(), objectRegistration_);
     }
+}
+
+void StatusNotifierItem::requestName() {
+    // Not by g_bus_own_name(): that gives the name back with a call that waits for the answer, and a bus that hangs
+    // would hold up the end of the session. The name goes with the connection.
+    constexpr guint32 doNotQueue = 4;  // of RequestName's flags
+    g_dbus_connection_call(bus_.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                           "RequestName", g_variant_new("(su)", itemBusName().c_str(), doNotQueue),
+                           G_VARIANT_TYPE("(u)"), G_DBUS_CALL_FLAGS_NONE, -1, cancellable_.get(),
+                           &BusCallbacks::nameRequested, this);
 }
 
 void StatusNotifierItem::registerAs(const std::string& service) {

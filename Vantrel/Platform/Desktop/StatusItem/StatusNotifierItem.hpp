@@ -39,6 +39,7 @@ class StatusNotifierItem {
     struct BusCallbacks;
 
     [[nodiscard]] bool opensRefusedMenu() const { return registration_ && registration_->opensRefusedMenu(); }
+    void requestName();
     void registerAs(const std::string& service);
     [[nodiscard]] GVariant* property(const std::string& name) const;
     void emitSignal(const char* name, GVariant* arguments);
@@ -47,8 +48,8 @@ class StatusNotifierItem {
     std::string menuPath_;
     Texts texts_;
     Events events_;
+    GObjectPointer<GCancellable> cancellable_;
     guint objectRegistration_ = 0;
-    guint nameOwnership_ = 0;
     std::unique_ptr<WatcherRegistration> registration_;
 };
 
