@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Vantrel/Platform/Desktop/StatusItem/GLibHandles.hpp"
+#include "Vantrel/Platform/Desktop/GLibHandles.hpp"
 
 namespace vantrel::desktop {
 namespace {

@@ -3,8 +3,8 @@
 #include <functional>
 #include <string>
 
+#include "Vantrel/Platform/Desktop/GLibHandles.hpp"
 #include "Vantrel/Platform/Desktop/Loop/URLQueue.hpp"
-#include "Vantrel/Platform/Desktop/StatusItem/GLibHandles.hpp"
 
 namespace vantrel::desktop {
 

@@ -3,7 +3,7 @@
 #include <chrono>
 #include <functional>
 
-#include "Vantrel/Platform/Desktop/StatusItem/GLibHandles.hpp"
+#include "Vantrel/Platform/Desktop/GLibHandles.hpp"
 
 namespace vantrel::desktop {
 

@@ -7,8 +7,8 @@
 #include <array>
 #include <string_view>
 
+#include "Vantrel/Platform/Desktop/GLibHandles.hpp"
 #include "Vantrel/Platform/Desktop/RestingMemory/MemoryMappings.hpp"
-#include "Vantrel/Platform/Desktop/StatusItem/GLibHandles.hpp"
 
 namespace vantrel::desktop {
 

@@ -3,7 +3,7 @@
 #include <functional>
 #include <string>
 
-#include "Vantrel/Platform/Desktop/StatusItem/GLibHandles.hpp"
+#include "Vantrel/Platform/Desktop/GLibHandles.hpp"
 
 namespace vantrel::desktop {
 

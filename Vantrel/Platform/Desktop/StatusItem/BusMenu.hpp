@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "Vantrel/Platform/Desktop/StatusItem/GLibHandles.hpp"
+#include "Vantrel/Platform/Desktop/GLibHandles.hpp"
 #include "Vantrel/Platform/Desktop/StatusItem/KeyHint.hpp"
 #include "Vantrel/Platform/StatusItem.hpp"
 

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "Vantrel/Platform/Desktop/StatusItem/GLibHandles.hpp"
+#include "Vantrel/Platform/Desktop/GLibHandles.hpp"
 #include "Vantrel/Platform/StatusItem.hpp"
 
 namespace vantrel::desktop {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "Vantrel/Platform/Desktop/GLibHandles.hpp"
 #include "Vantrel/Platform/Desktop/StatusItem/BusMenu.hpp"
-#include "Vantrel/Platform/Desktop/StatusItem/GLibHandles.hpp"
 #include "Vantrel/Platform/Desktop/StatusItem/OverlayProcess.hpp"
 #include "Vantrel/Platform/Desktop/StatusItem/StatusNotifierItem.hpp"
 #include "Vantrel/Platform/Desktop/StatusItem/TrayFallback.hpp"

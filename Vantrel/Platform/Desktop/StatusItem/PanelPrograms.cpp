@@ -1,6 +1,6 @@
 #include "Vantrel/Platform/Desktop/StatusItem/PanelPrograms.hpp"
 
-#include "Vantrel/Platform/Desktop/StatusItem/GLibHandles.hpp"
+#include "Vantrel/Platform/Desktop/GLibHandles.hpp"
 
 #include <array>
 #include <utility>

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "Vantrel/Platform/Desktop/StatusItem/GLibHandles.hpp"
+#include "Vantrel/Platform/Desktop/GLibHandles.hpp"
 #include "Vantrel/Platform/Desktop/StatusItem/WatcherRegistration.hpp"
 
 namespace vantrel::desktop {

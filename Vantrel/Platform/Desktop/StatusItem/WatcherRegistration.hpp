@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
+#include "Vantrel/Platform/Desktop/GLibHandles.hpp"
 #include "Vantrel/Platform/Desktop/StatusItem/BusCalls.hpp"
-#include "Vantrel/Platform/Desktop/StatusItem/GLibHandles.hpp"
 #include "Vantrel/Platform/Desktop/StatusItem/PanelPrograms.hpp"
 
 namespace vantrel::desktop {
