@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "Vantrel/Platform/Desktop/HelperProgram.hpp"
 #include "Vantrel/Platform/Desktop/Overlay/OverlayMessage.hpp"
 
 namespace vantrel::overlay {
@@ -12,7 +13,7 @@ using desktop::OverlayMessage;
 class AgentLink {
   public:
     /// The descriptor under which the agent hands the socket over.
-    static constexpr int descriptor = 3;
+    static constexpr int descriptor = desktop::helperSocket;
 
     /// The next message that has arrived; none when there is none. Sets isClosed() when the agent hung up.
     std::optional<OverlayMessage> receive();
