@@ -5,14 +5,16 @@
 #include <string>
 #include <vector>
 
+#include "Vantrel/Platform/HotKeyServices.hpp"
+
 namespace vantrel {
 
 /// A key combination: a macOS virtual key code, which names a place on the keyboard, and a Carbon modifier mask.
 struct KeyboardShortcut {
-    static constexpr std::uint32_t command = 0x100;
-    static constexpr std::uint32_t shift = 0x200;
-    static constexpr std::uint32_t option = 0x800;
-    static constexpr std::uint32_t control = 0x1000;
+    static constexpr std::uint32_t command = cmdKey;
+    static constexpr std::uint32_t shift = shiftKey;
+    static constexpr std::uint32_t option = optionKey;
+    static constexpr std::uint32_t control = controlKey;
 
     /// All four modifiers: what a remapped Caps Lock produces.
     static constexpr std::uint32_t hyper = command | shift | option | control;

@@ -1,9 +1,9 @@
 #include "Vantrel/Interface/ShortcutRecorderView.hpp"
 
+#include "Vantrel/Interface/ModifierFlags.hpp"
 #include "Vantrel/Platform/FatalError.hpp"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace vantrel {
@@ -12,23 +12,11 @@ namespace {
 
 constexpr std::uint32_t escapeKeyCode = 53;
 
-struct ModifierBit {
-    std::uint32_t flag;
-    std::uint32_t mask;
-};
-
-constexpr std::array modifierBits = std::to_array<ModifierBit>({
-    {KeyEvent::commandFlag, KeyboardShortcut::command},
-    {KeyEvent::shiftFlag, KeyboardShortcut::shift},
-    {KeyEvent::optionFlag, KeyboardShortcut::option},
-    {KeyEvent::controlFlag, KeyboardShortcut::control},
-});
-
-std::uint32_t carbonModifiers(std::uint32_t modifierFlags) {
+std::uint32_t carbonModifiers(const KeyEvent& event) {
     std::uint32_t mask = 0;
-    for (const auto& bit : modifierBits) {
-        if ((modifierFlags & bit.flag) != 0) {
-            mask |= bit.mask;
+    for (const auto& [flag, modifier] : modifierFlags) {
+        if ((event.modifierFlags & flag) != 0) {
+            mask |= modifier;
         }
     }
     return mask;
@@ -134,7 +122,7 @@ void ShortcutRecorderView::recordKeyDown(const KeyEvent& event) {
         stopRecording(true);
         return;
     }
-    const KeyboardShortcut typed{event.keyCode, carbonModifiers(event.modifierFlags)};
+    const KeyboardShortcut typed{event.keyCode, carbonModifiers(event)};
     if (typed.modifiers == 0 || isModifierKey(typed.keyCode)) {
         rejectKeyWithoutModifier();
         return;

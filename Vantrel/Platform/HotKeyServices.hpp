@@ -12,6 +12,12 @@ inline constexpr OSStatus eventHotKeyExistsErr = -9878;
 /// The keyboard has no such key or modifier.
 inline constexpr OSStatus eventHotKeyInvalidErr = -9879;
 
+// Carbon's bits of a modifier mask.
+inline constexpr std::uint32_t cmdKey = 0x100;
+inline constexpr std::uint32_t shiftKey = 0x200;
+inline constexpr std::uint32_t optionKey = 0x800;
+inline constexpr std::uint32_t controlKey = 0x1000;
+
 /// The four bytes of the text as one number, the first in the most significant byte.
 constexpr std::uint32_t fourCharCode(const char (&text)[5]) {
     std::uint32_t code = 0;

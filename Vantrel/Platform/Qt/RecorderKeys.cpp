@@ -1,27 +1,10 @@
 #include "Vantrel/Platform/Qt/RecorderKeys.hpp"
 
-#include <array>
 #include <cstddef>
 
-#include "Vantrel/Controller/KeyboardShortcut.hpp"
+#include "Vantrel/Interface/ModifierFlags.hpp"
 
 namespace vantrel::qt {
-
-namespace {
-
-struct FlagOfModifier {
-    std::uint32_t modifier;
-    std::uint32_t flag;
-};
-
-constexpr std::array flagsOfModifiers = std::to_array<FlagOfModifier>({
-    {KeyboardShortcut::command, KeyEvent::commandFlag},
-    {KeyboardShortcut::shift, KeyEvent::shiftFlag},
-    {KeyboardShortcut::option, KeyEvent::optionFlag},
-    {KeyboardShortcut::control, KeyEvent::controlFlag},
-});
-
-}  // namespace
 
 std::optional<KeyEvent> RecorderKeys::press(std::uint8_t keycode, std::uint16_t state) {
     if (held_.test(keycode)) {
@@ -63,7 +46,7 @@ std::uint32_t RecorderKeys::flags(std::uint16_t state) const {
     // The state knows latched modifiers, the held keys know those that a layout switch hides from the state.
     const std::uint32_t modifiers = keymap_.carbonModifiersIn(state) | keymap_.carbonModifiersOfHeldKeys(held_);
     std::uint32_t result = 0;
-    for (const auto& [modifier, flag] : flagsOfModifiers) {
+    for (const auto& [flag, modifier] : modifierFlags) {
         if ((modifiers & modifier) != 0) {
             result |= flag;
         }

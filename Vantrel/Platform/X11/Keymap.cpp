@@ -4,6 +4,7 @@
 #include <bit>
 #include <span>
 
+#include "Vantrel/Platform/HotKeyServices.hpp"
 #include "Vantrel/Platform/X11/VirtualKeys.hpp"
 
 namespace vantrel::x11 {
@@ -17,12 +18,6 @@ constexpr std::uint32_t keysymScrollLock = 0xff14;
 constexpr std::uint32_t keysymFirstGroupSwitch = 0xfe06;  // ISO_Group_Latch
 constexpr std::uint32_t keysymLastGroupSwitch = 0xfe0f;   // ISO_Last_Group_Lock
 
-// Carbon's modifier bits.
-constexpr std::uint32_t carbonCommand = 0x100;
-constexpr std::uint32_t carbonShift = 0x200;
-constexpr std::uint32_t carbonOption = 0x800;
-constexpr std::uint32_t carbonControl = 0x1000;
-
 struct RoleKeysyms {
     std::uint32_t carbonBit;
     std::uint32_t left;
@@ -30,10 +25,10 @@ struct RoleKeysyms {
 };
 
 constexpr std::array<RoleKeysyms, 4> roleKeysyms{{
-    {carbonCommand, 0xffeb, 0xffec},  // Super
-    {carbonShift, 0xffe1, 0xffe2},
-    {carbonOption, 0xffe9, 0xffea},  // Alt
-    {carbonControl, 0xffe3, 0xffe4},
+    {cmdKey, 0xffeb, 0xffec},  // Super
+    {shiftKey, 0xffe1, 0xffe2},
+    {optionKey, 0xffe9, 0xffea},  // Alt
+    {controlKey, 0xffe3, 0xffe4},
 }};
 
 constexpr std::uint16_t lockModifier = 1U << 1U;  // the core protocol's Lock: Caps Lock

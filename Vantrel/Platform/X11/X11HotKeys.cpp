@@ -16,7 +16,7 @@ constexpr OSStatus eventParameterNotFoundErr = -9870;
 constexpr OSStatus eventHandlerNotFoundErr = -9876;
 
 /// The four modifiers; a mask may hold further bits (Caps Lock), which are no part of a combination.
-constexpr std::uint32_t combinationModifiers = 0x100 | 0x200 | 0x800 | 0x1000;
+constexpr std::uint32_t combinationModifiers = cmdKey | shiftKey | optionKey | controlKey;
 
 }  // namespace
 
