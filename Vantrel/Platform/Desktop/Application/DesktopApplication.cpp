@@ -41,6 +41,7 @@ void DesktopApplication::launch() {
 }
 
 void DesktopApplication::busConnected(GDBusConnection* bus) {
+    flowControl_ = std::make_unique<BusFlowControl>(bus);
     busConnected_(bus);
     busApplication_ = std::make_unique<BusApplication>(
         bus,

@@ -6,6 +6,7 @@
 
 #include "Vantrel/Platform/Application.hpp"
 #include "Vantrel/Platform/Desktop/Application/BusApplication.hpp"
+#include "Vantrel/Platform/Desktop/Application/BusFlowControl.hpp"
 #include "Vantrel/Platform/Desktop/Application/SessionBus.hpp"
 #include "Vantrel/Platform/Desktop/Application/TerminationSignals.hpp"
 #include "Vantrel/Platform/Desktop/Loop/URLQueue.hpp"
@@ -60,6 +61,7 @@ class DesktopApplication final : public Application {
     TerminationSignals signals_;
     URLQueue urls_;
     SessionBus bus_;
+    std::unique_ptr<BusFlowControl> flowControl_;
     std::unique_ptr<BusApplication> busApplication_;
     bool hasEnded_ = false;
     int exitStatus_ = 0;
