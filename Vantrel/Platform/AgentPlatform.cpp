@@ -10,6 +10,8 @@ AgentPlatform::AgentPlatform(std::unique_ptr<x11::X11Platform> display)
     : display_(std::move(display)),
       defaults_(desktop::defaultStorePath()),
       application_(mainQueue_, [this](GDBusConnection* bus) { statusBar_.setSessionBus(bus); }) {
+    // The last that the process does before it sleeps.
+    defaults_.setRestHandler([] { desktop::RestingMemory::giveBack(); });
     display_->attach(
         nullptr, [this] { application_.fail("the X server went away"); },
         [this](std::vector<std::string> urls) {

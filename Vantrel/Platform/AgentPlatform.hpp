@@ -37,6 +37,7 @@ class AgentPlatform {
     std::unique_ptr<x11::X11Platform> display_;
     desktop::GLibMainQueue mainQueue_;
     desktop::GLibRunLoop runLoop_;
+    desktop::RestingMemory restingMemory_;
     desktop::SQLiteUserDefaults defaults_;
     desktop::DesktopStatusBar statusBar_;
     desktop::CanberraSoundPlayer eventSounds_;
@@ -45,7 +46,6 @@ class AgentPlatform {
     desktop::GLibURLParser urls_;
     desktop::SettingsModuleLoader preferencesWindowViews_{"xcb"};
     desktop::DesktopApplication application_;
-    desktop::RestingMemory restingMemory_;
 };
 
 }  // namespace vantrel

@@ -178,6 +178,34 @@ TEST_F(StoreDurabilityTest, idleStore_isCheckpointedOnceAndThenArmsNothing) {
     EXPECT_LT(std::filesystem::file_size(file_.string() + "-wal"), 4U * 4096U) << "the log was not emptied";
 }
 
+TEST_F(StoreDurabilityTest, idleStore_tellsOnceThatItRestsAndAfterFurtherChangesAgain) {
+    StoreOptions options;
+    options.checkpoints.idle = std::chrono::milliseconds(50);  // after the look for the file
+    const auto store = openStore(options);
+    int rests = 0;
+    store->setRestHandler([&] {
+        EXPECT_TRUE(store->isAtRest());
+        ++rests;
+    });
+    for (int expected = 1; expected <= 2; ++expected) {
+        store->setObject(std::int64_t{expected}, "number");
+        EXPECT_TRUE(loopUntil([&] { return rests == expected; }));
+    }
+}
+
+TEST_F(StoreDurabilityTest, changesWithoutAPause_storeDoesNotTellThatItRests) {
+    StoreOptions options;
+    options.checkpoints.idle = std::chrono::hours(1);
+    options.checkpoints.longLog = 100;
+    const auto store = openStore(options);
+    store->setRestHandler([] { FAIL() << "more changes are to be expected"; });
+    std::int64_t number = 0;
+    while (!store->isCheckpointing()) {
+        store->setObject(++number, "number");
+    }
+    EXPECT_TRUE(loopUntil([&] { return !store->isCheckpointing(); }));
+}
+
 TEST_F(StoreDurabilityTest, manyWrites_logStaysShort) {
     StoreOptions options;
     options.checkpoints.idle = std::chrono::hours(1);

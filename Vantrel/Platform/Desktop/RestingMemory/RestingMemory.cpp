@@ -28,7 +28,7 @@ bool isNeededForAJump(std::string_view file) {
 
 }  // namespace
 
-RestingMemory::RestingMemory() : source_(g_timeout_add_seconds(startTime, giveBack, this)) {}
+RestingMemory::RestingMemory() : source_(g_timeout_add_seconds(startTime, startIsOver, this)) {}
 
 RestingMemory::~RestingMemory() {
     if (source_ != 0) {
@@ -36,8 +36,13 @@ RestingMemory::~RestingMemory() {
     }
 }
 
-gboolean RestingMemory::giveBack(gpointer data) {
+gboolean RestingMemory::startIsOver(gpointer data) {
     static_cast<RestingMemory*>(data)->source_ = 0;
+    giveBack();
+    return G_SOURCE_REMOVE;
+}
+
+void RestingMemory::giveBack() {
     gchar* rawText = nullptr;
     gsize length = 0;
     if (g_file_get_contents("/proc/self/smaps", &rawText, &length, nullptr)) {
@@ -50,7 +55,6 @@ gboolean RestingMemory::giveBack(gpointer data) {
         }
     }
     malloc_trim(0);
-    return G_SOURCE_REMOVE;
 }
 
 }  // namespace vantrel::desktop

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "Vantrel/Platform/Desktop/Store/StoreCheckpointer.hpp"
 #include "Vantrel/Platform/Desktop/Store/StoreConnection.hpp"
@@ -58,6 +59,10 @@ class SQLiteUserDefaults final : public UserDefaults {
         return !retryTimer_ && !lookTimer_ && (!checkpointer_ || checkpointer_->isAtRest());
     }
 
+    /// Has `rested` called on the main loop each time that the store comes to rest after changes: the log has just been
+    /// moved, nothing is armed any more, and as far as the store goes the process sleeps from then on.
+    void setRestHandler(std::function<void()> rested) { rested_ = std::move(rested); }
+
   private:
     /// A value as this run last read or wrote it.
     struct KnownValue {
@@ -82,10 +87,12 @@ class SQLiteUserDefaults final : public UserDefaults {
     void lookForTheFileSoon();
     void storeAgainIfTheFileWasMoved();
     void checkpointFinished(CheckpointOutcome outcome);
+    void endCheckpoint(CheckpointOutcome outcome);
 
     std::optional<std::filesystem::path> file_;  // as given
     std::filesystem::path realFile_;             // where symbolic links led at the last opening
     StoreOptions options_;
+    std::function<void()> rested_;
     std::map<std::string, KnownValue, std::less<>> knownValues_;
     std::unique_ptr<StoreConnection> connection_;
     std::unique_ptr<StoreCheckpointer> checkpointer_;

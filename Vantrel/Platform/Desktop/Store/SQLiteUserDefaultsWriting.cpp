@@ -129,6 +129,13 @@ void SQLiteUserDefaults::storeAgainIfTheFileWasMoved() {
 }
 
 void SQLiteUserDefaults::checkpointFinished(CheckpointOutcome outcome) {
+    endCheckpoint(std::move(outcome));
+    if (rested_ && isAtRest()) {
+        rested_();
+    }
+}
+
+void SQLiteUserDefaults::endCheckpoint(CheckpointOutcome outcome) {
     outcome.reader.reset();
     if (!outcome.isComplete || !connection_) {
         return;
