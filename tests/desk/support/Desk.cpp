@@ -1,5 +1,7 @@
 #include "tests/desk/support/Desk.hpp"
 
+#include <signal.h>
+
 #include <chrono>
 #include <stdexcept>
 #include <string>
@@ -78,7 +80,13 @@ std::unique_ptr<AgentProcess> Desk::startProgram(const std::vector<std::string>&
 }
 
 std::unique_ptr<AgentProcess> Desk::startAgent() {
+    // The server may still be letting go of the hot keys of an agent that has ended, and they would be taken for those
+    // of the new one.
+    if (lastAgent_ != 0 && ::kill(lastAgent_, 0) != 0) {
+        waitUntil([&] { return !isHeldByAnotherProgram(connection_, hyper(keys::s)); });
+    }
     auto agent = startProgram();
+    lastAgent_ = agent->processId();
     const bool isReady =
         waitUntil([&] { return !agent->isRunning() || isHeldByAnotherProgram(connection_, hyper(keys::s)); });
     if (!isReady || !agent->isRunning()) {

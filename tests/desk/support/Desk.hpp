@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <memory>
 #include <string>
 #include <utility>
@@ -78,6 +80,7 @@ class Desk {
     std::vector<std::string> agentWrapper_;
     std::unique_ptr<SessionBus> bus_;
     std::unique_ptr<ChildProcess> windowManager_;
+    pid_t lastAgent_ = 0;
 };
 
 }  // namespace vantrel::desk
