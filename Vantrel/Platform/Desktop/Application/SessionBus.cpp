@@ -2,9 +2,10 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <memory>
 #include <string>
 #include <utility>
+
+#include "Vantrel/Platform/Desktop/Loop/SourceHandles.hpp"
 
 namespace vantrel::desktop {
 
@@ -21,16 +22,6 @@ bool isBusOffered() {
     std::error_code ignored;
     return runtimeDirectory != nullptr && std::filesystem::is_socket(std::string(runtimeDirectory) + "/bus", ignored);
 }
-
-struct MainContextReleaser {
-    void operator()(GMainContext* context) const { g_main_context_unref(context); }
-};
-struct SourceReleaser {
-    void operator()(GSource* source) const {
-        g_source_destroy(source);
-        g_source_unref(source);
-    }
-};
 
 }  // namespace
 
@@ -52,9 +43,9 @@ void SessionBus::flush(std::chrono::milliseconds most) {
     }
     // Of this wait alone: the loop's other sources stay unserved. After a wait in vain nobody looks at it again, so
     // what the flush still tells then reaches nobody.
-    const std::unique_ptr<GMainContext, MainContextReleaser> context(g_main_context_new());
+    const MainContextHandle context(g_main_context_new());
     bool isOver = false;
-    const std::unique_ptr<GSource, SourceReleaser> deadline(g_timeout_source_new(static_cast<guint>(most.count())));
+    const SourceHandle deadline(g_timeout_source_new(static_cast<guint>(most.count())));
     const auto passed = [](gpointer data) -> gboolean {
         *static_cast<bool*>(data) = true;
         return G_SOURCE_REMOVE;
