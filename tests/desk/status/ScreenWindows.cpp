@@ -3,6 +3,9 @@
 #include <xcb/shape.h>
 #include <xcb/xtest.h>
 
+#include <algorithm>
+#include <cstdint>
+#include <span>
 #include <stdexcept>
 
 namespace vantrel::desk {
@@ -19,6 +22,17 @@ std::string classOf(XConnection& connection, xcb_window_t window) {
     const std::string value(static_cast<const char*>(xcb_get_property_value(property.get())),
                             static_cast<std::size_t>(xcb_get_property_value_length(property.get())));
     return value.substr(0, value.find('\0'));
+}
+
+std::vector<xcb_window_t> childrenOf(XConnection& connection, xcb_window_t window) {
+    const XReply<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(connection.get(), xcb_query_tree(connection.get(), window), nullptr));
+    if (!tree) {
+        return {};
+    }
+    const std::span children(xcb_query_tree_children(tree.get()),
+                             static_cast<std::size_t>(xcb_query_tree_children_length(tree.get())));
+    return {children.begin(), children.end()};
 }
 
 void collect(XConnection& connection, xcb_window_t window, const std::string& className,
@@ -39,14 +53,8 @@ void collect(XConnection& connection, xcb_window_t window, const std::string& cl
                              .isOverrideRedirect = attributes->override_redirect != 0});
         }
     }
-    const XReply<xcb_query_tree_reply_t> tree(
-        xcb_query_tree_reply(connection.get(), xcb_query_tree(connection.get(), window), nullptr));
-    if (!tree) {
-        return;
-    }
-    const xcb_window_t* children = xcb_query_tree_children(tree.get());
-    for (int index = 0; index < xcb_query_tree_children_length(tree.get()); ++index) {
-        collect(connection, children[index], className, found);
+    for (const xcb_window_t child : childrenOf(connection, window)) {
+        collect(connection, child, className, found);
     }
 }
 
@@ -63,6 +71,12 @@ std::vector<ScreenWindow> visibleWindows(XConnection& connection, const std::str
     std::vector<ScreenWindow> found;
     collect(connection, connection.root(), className, found);
     return found;
+}
+
+bool hasWindow(XConnection& connection, const std::string& className) {
+    const std::vector<xcb_window_t> windows = childrenOf(connection, connection.root());
+    return std::any_of(windows.begin(), windows.end(),
+                       [&](xcb_window_t window) { return classOf(connection, window) == className; });
 }
 
 int inputRectangles(XConnection& connection, xcb_window_t window) {

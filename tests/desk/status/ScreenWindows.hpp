@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,9 @@ struct ScreenWindow {
 
 /// The windows of a class (WM_CLASS's first word) that can be seen, however deep they stand in others.
 std::vector<ScreenWindow> visibleWindows(XConnection& connection, const std::string& className);
+
+/// Whether there is a top-level window of the class, seen or not.
+bool hasWindow(XConnection& connection, const std::string& className);
 
 /// The number of rectangles in which the window takes the pointer.
 int inputRectangles(XConnection& connection, xcb_window_t window);

@@ -12,9 +12,8 @@ constexpr std::uint16_t pointerEvents =
 
 }  // namespace
 
-InputGrab::InputGrab(const Screen& screen, xcb_window_t window)
+InputGrab::InputGrab(const Screen& screen)
     : screen_(screen),
-      window_(window),
       cursorFont_(xcb_generate_id(screen.connection())),
       cursor_(xcb_generate_id(screen.connection())) {
     constexpr std::string_view fontName = "cursor";
@@ -36,16 +35,17 @@ bool InputGrab::take() {
     if (!hasPointer_) {
         const auto reply = x11::adopt(
             xcb_grab_pointer_reply(connection,
-                                   xcb_grab_pointer(connection, 0, window_, pointerEvents, XCB_GRAB_MODE_ASYNC,
+                                   xcb_grab_pointer(connection, 0, screen_.root(), pointerEvents, XCB_GRAB_MODE_ASYNC,
                                                     XCB_GRAB_MODE_ASYNC, XCB_NONE, cursor_, XCB_CURRENT_TIME),
                                    nullptr));
         hasPointer_ = reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
     }
     if (!hasKeyboard_) {
-        const auto reply = x11::adopt(xcb_grab_keyboard_reply(
-            connection,
-            xcb_grab_keyboard(connection, 0, window_, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
-            nullptr));
+        const auto reply =
+            x11::adopt(xcb_grab_keyboard_reply(connection,
+                                               xcb_grab_keyboard(connection, 0, screen_.root(), XCB_CURRENT_TIME,
+                                                                 XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
+                                               nullptr));
         hasKeyboard_ = reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
     }
     return hasPointer_ && hasKeyboard_;

@@ -46,16 +46,16 @@ PopupMenu::PopupMenu(const Screen& screen, const Typesetter& typesetter, std::ve
                 .margin = screen.scaled(5)},
       layout_(rows_, measures_),
       window_(screen, "Vantrel", "_NET_WM_WINDOW_TYPE_POPUP_MENU", PopupWindow::Input::pointer),
-      grab_(screen, window_.window()),
+      grab_(screen),
       lastAttempt_(Clock::now() + longestAttempt) {
     place();
-    window_.show();
     attempt();
 }
 
 void PopupMenu::attempt() {
     nextAttempt_.reset();
     if (grab_.take()) {
+        window_.show();
         return;
     }
     if (Clock::now() > lastAttempt_) {

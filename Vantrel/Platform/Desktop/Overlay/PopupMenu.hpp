@@ -15,7 +15,8 @@
 
 namespace vantrel::overlay {
 
-/// A menu that is open at the pointer, until a row is chosen or the menu is left by a click elsewhere or Escape.
+/// A menu that is open at the pointer, until a row is chosen or the menu is left by a click elsewhere or Escape. It
+/// shows itself once it has the keyboard and the pointer, so that no key of a person who sees it is lost.
 class PopupMenu {
   public:
     using Clock = std::chrono::steady_clock;

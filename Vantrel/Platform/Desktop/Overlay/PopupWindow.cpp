@@ -10,9 +10,6 @@ namespace vantrel::overlay {
 
 namespace {
 
-constexpr std::uint32_t eventMask = XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
-                                    XCB_EVENT_MASK_POINTER_MOTION | XCB_EVENT_MASK_KEY_PRESS;
-
 void setText(const Screen& screen, xcb_window_t window, xcb_atom_t property, xcb_atom_t type, const std::string& text) {
     xcb_change_property(screen.connection(), XCB_PROP_MODE_REPLACE, window, property, type, 8,
                         static_cast<std::uint32_t>(text.size()), text.data());
@@ -45,12 +42,10 @@ PopupWindow::PopupWindow(const Screen& screen, const std::string& title, const s
       window_(xcb_generate_id(screen.connection())) {
     xcb_connection_t* connection = screen.connection();
     xcb_create_colormap(connection, XCB_COLORMAP_ALLOC_NONE, colormap_, screen.root(), visual_.type->visual_id);
-    const std::uint32_t values[] = {0, 0, 1, input == Input::pointer ? eventMask : 0, colormap_};
-    xcb_create_window(
-        connection, visual_.depth, window_, screen.root(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
-        visual_.type->visual_id,
-        XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP,
-        values);
+    const std::uint32_t values[] = {0, 0, 1, colormap_};
+    xcb_create_window(connection, visual_.depth, window_, screen.root(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                      visual_.type->visual_id,
+                      XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_COLORMAP, values);
     setText(screen, window_, screen.atom("_NET_WM_NAME"), screen.atom("UTF8_STRING"), title);
     // The instance's name and the class's, each with its NUL.
     constexpr char instanceAndClass[] = "vantrel-overlay\0Vantrel";
