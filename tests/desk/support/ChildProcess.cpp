@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <sstream>
@@ -105,6 +106,17 @@ ExitStatus ChildProcess::end(int signal) {
         reap(0);
     }
     return exitStatus_.value_or(ExitStatus{});
+}
+
+bool isInPath(const std::string& program) {
+    const char* const path = std::getenv("PATH");
+    std::istringstream directories(path == nullptr ? "" : path);
+    for (std::string directory; std::getline(directories, directory, ':');) {
+        if (access((std::filesystem::path(directory) / program).c_str(), X_OK) == 0) {
+            return true;
+        }
+    }
+    return false;
 }
 
 void runProgram(const std::vector<std::string>& arguments, const Environment& environment) {

@@ -57,6 +57,9 @@ class ChildProcess {
     std::optional<ExitStatus> exitStatus_;
 };
 
+/// Whether a program of that name is installed: not every release of Debian has all that a test could use.
+bool isInPath(const std::string& program);
+
 /// Runs a program to its end. Throws, with what it wrote on stderr, unless it exits with 0.
 void runProgram(const std::vector<std::string>& arguments, const Environment& environment);
 
