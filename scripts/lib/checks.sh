@@ -1,4 +1,4 @@
-# The checks of scripts/test, one function each. Sourced, not run.
+# The checks of scripts/check, one function each. Sourced, not run.
 
 own_sources() {
     find VantrelCore Vantrel tests benchmarks -name '*.[ch]pp' -o -name '*.[ch]'
@@ -32,10 +32,6 @@ replay_corpora() {
         fi
         say "$target: $(find "tests/fuzz/corpus/$target" -type f | wc -l) inputs"
     done
-}
-
-run_tests() {
-    ctest --test-dir "$1" --output-on-failure --parallel "$(nproc)"
 }
 
 forget_line_counts() {

@@ -1,9 +1,22 @@
-# Builds the Debian packages. Sourced, not run.
+# What has to do with Debian: its release, a copy of the sources, the packages. Sourced, not run.
 
 package_directory=$repository_root/build/package
 
 project_version() {
     sed -n 's/^project(Vantrel VERSION \([0-9.]*\).*/\1/p' "$repository_root/CMakeLists.txt"
+}
+
+# The code name of this machine's release; empty on other systems.
+debian_release() {
+    # shellcheck source=/dev/null
+    (. /etc/os-release && [[ $ID == debian ]] && printf '%s' "${VERSION_CODENAME-}") || true
+}
+
+# export_tree DIRECTORY: the sources as they are now, without what was built of them.
+export_tree() {
+    rm -rf "$1"
+    mkdir -p "$1"
+    tar -c --exclude-vcs --exclude=./build --exclude='./build-*' --exclude=./.cache . | tar -x -C "$1"
 }
 
 # What debian/control says is needed to build. A compiler is there anyway and must not be named.
@@ -25,9 +38,7 @@ END
 # export_source DIRECTORY VERSION: the sources as they are now, with debian/ where the tools look for it.
 export_source() {
     local directory=$1 version=$2
-    rm -rf "$directory"
-    mkdir -p "$directory"
-    tar -c --exclude-vcs --exclude=./build --exclude='./build-*' --exclude=./.cache . | tar -x -C "$directory"
+    export_tree "$directory"
     cp -r packaging/debian "$directory/debian"
     rm "$directory/debian/control.in"
     sed "s/@BUILD_DEPENDS@/$(build_dependencies)/" packaging/debian/control.in >"$directory/debian/control"

@@ -1,4 +1,4 @@
-# What scripts/check-package does with the packages in the clean root. Sourced, not run.
+# What scripts/check-package does with the packages in the clean root, on a desk (desk.sh). Sourced, not run.
 
 packages_in_root() {
     in_root dpkg-query -W -f '${Package}\n'
@@ -20,64 +20,6 @@ expect_not() {
 
 has_qt() {
     packages_in_root | grep -qi '^libqt\|^qt'
-}
-
-# Asks until the command succeeds, for 20 s.
-wait_until() {
-    local deadline=$((SECONDS + 20))
-    until "$@"; do
-        ((SECONDS < deadline)) || return 1
-        sleep 0.05
-    done
-}
-
-start_desk() {
-    local configuration=$package_directory/xorg.conf number=$package_directory/display
-    cat >"$configuration" <<'END'
-Section "Device"
-    Identifier "Card"
-    Driver "dummy"
-    VideoRam 256000
-EndSection
-Section "ServerFlags"
-    Option "AutoAddDevices" "false"
-    Option "AutoAddGPU" "false"
-EndSection
-END
-    : >"$number"
-    # Without access control, because the agent runs as another person.
-    /usr/lib/xorg/Xorg -displayfd 3 -config "$configuration" -logfile "$package_directory/xorg.log" \
-        -seat vantrel-private -noreset -nolisten tcp -ac 3>"$number" 2>/dev/null &
-    desk_process=$!
-    wait_until test -s "$number" || die 'no private X server'
-    DISPLAY=:$(<"$number")
-    export DISPLAY
-    setxkbmap -rules evdev -model pc105 -layout us
-    xrandr --newmode small 65 1024 1048 1184 1344 768 771 777 806
-    xrandr --addmode DUMMY1 small
-    xrandr --output DUMMY0 --mode 1024x768 --pos 0x0 --primary --output DUMMY1 --mode small --pos 1024x0
-}
-
-# The display that the pointer is on, by its left edge.
-pointer_is_on_second() {
-    local X=0
-    eval "$(xdotool getmouselocation --shell 2>/dev/null)"
-    ((X >= 1024))
-}
-
-pointer_is_on_first() {
-    ! pointer_is_on_second
-}
-
-# Presses until the agent that is starting takes the key.
-pressing_reaches_second() {
-    xdotool key --clearmodifiers ctrl+alt+shift+super+d
-    sleep 0.3
-    pointer_is_on_second
-}
-
-window_is_seen() {
-    xdotool search --onlyvisible "$@" >"$package_directory/windows" 2>/dev/null
 }
 
 agent_process() {
@@ -108,10 +50,6 @@ start_session_bus() {
     wait_until test -S "$clean_root/tmp/session-bus" || die 'no session bus'
 }
 
-to_first_display() {
-    xdotool mousemove 500 400
-}
-
 settings_sum() {
     in_root sha256sum /home/person/.config/vantrel/defaults.sqlite3
 }
@@ -140,7 +78,7 @@ try_in_session() {
     step 'Using it in a session'
     apt_in_root install dbus-daemon desktop-file-utils libglib2.0-bin xdg-utils
     in_root useradd --create-home --uid 1000 person
-    start_desk
+    start_desk "$package_directory"
     start_session_bus
     to_first_display
     in_session vantrel &
@@ -266,7 +204,11 @@ has_files() {
 }
 
 try_packages() {
-    mount_clean_root "$package_directory"
+    mount_clean_root
+    # The X server runs outside of the root.
+    mount --bind /tmp/.X11-unix "$clean_root/tmp/.X11-unix"
+    mkdir -p "$clean_root/packages"
+    mount --bind "$package_directory" "$clean_root/packages"
     try_install
     try_in_session
     try_upgrade
