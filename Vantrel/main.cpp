@@ -7,12 +7,12 @@
 #include <utility>
 #include <vector>
 
-#include "Vantrel/CommandLine.hpp"
+#include "Vantrel/Agent/AgentPlatform.hpp"
+#include "Vantrel/Agent/CommandLine.hpp"
+#include "Vantrel/Agent/OneInstance.hpp"
+#include "Vantrel/Agent/ProcessSetup.hpp"
+#include "Vantrel/Agent/SessionChoice.hpp"
 #include "Vantrel/Controller/AppDelegate.hpp"
-#include "Vantrel/Platform/AgentPlatform.hpp"
-#include "Vantrel/Platform/OneInstance.hpp"
-#include "Vantrel/Platform/PlatformChoice.hpp"
-#include "Vantrel/ProcessSetup.hpp"
 
 namespace {
 

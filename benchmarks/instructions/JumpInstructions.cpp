@@ -11,9 +11,9 @@
 #include <string>
 
 #include "Vantrel/Controller/AppDelegate.hpp"
-#include "Vantrel/Platform/Desktop/Loop/GLibMainQueue.hpp"
-#include "Vantrel/Platform/Desktop/Store/SQLiteUserDefaults.hpp"
-#include "Vantrel/Platform/Fake/FakePlatform.hpp"
+#include "Vantrel/Desktop/Loop/GLibMainQueue.hpp"
+#include "Vantrel/Desktop/Store/SQLiteUserDefaults.hpp"
+#include "tests/fakes/FakePlatform.hpp"
 
 namespace vantrel::bench {
 namespace {

@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "Vantrel/Platform/Desktop/Store/SQLiteUserDefaults.hpp"
+#include "Vantrel/Desktop/Store/SQLiteUserDefaults.hpp"
 
 namespace {
 

@@ -7,11 +7,11 @@
 #include <string>
 #include <utility>
 
+#include "Vantrel/Agent/AgentPlatform.hpp"
+#include "Vantrel/Agent/OneInstance.hpp"
+#include "Vantrel/Agent/ProcessSetup.hpp"
+#include "Vantrel/Agent/SessionChoice.hpp"
 #include "Vantrel/Controller/AppDelegate.hpp"
-#include "Vantrel/Platform/AgentPlatform.hpp"
-#include "Vantrel/Platform/OneInstance.hpp"
-#include "Vantrel/Platform/PlatformChoice.hpp"
-#include "Vantrel/ProcessSetup.hpp"
 #include "benchmarks/where/StampedPlatform.hpp"
 
 namespace vantrel::bench {

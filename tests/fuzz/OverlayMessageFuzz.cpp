@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/Desktop/Overlay/OverlayMessage.hpp"
+#include "helpers/messages/OverlayMessage.hpp"
 
 #include "FuzzTarget.hpp"
 

@@ -3,7 +3,7 @@
 
 #include "FuzzTarget.hpp"
 #include "Vantrel/Controller/AppDelegate.hpp"
-#include "Vantrel/Platform/Fake/FakePlatform.hpp"
+#include "tests/fakes/FakePlatform.hpp"
 
 using namespace vantrel;
 

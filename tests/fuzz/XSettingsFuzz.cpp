@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/Desktop/Sound/XSettings.hpp"
+#include "helpers/sound/XSettings.hpp"
 
 #include "FuzzTarget.hpp"
 

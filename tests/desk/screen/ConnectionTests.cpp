@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "Vantrel/Platform/X11/X11Connection.hpp"
+#include "Vantrel/Backends/X11/X11Connection.hpp"
 #include "tests/desk/support/Desk.hpp"
 
 namespace vantrel::desk {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "Vantrel/Platform/X11/X11Platform.hpp"
+#include "Vantrel/Backends/X11/X11Platform.hpp"
 #include "VantrelCore/DisplaySnapshot.hpp"
 
 namespace vantrel::desk {

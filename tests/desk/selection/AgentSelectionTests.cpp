@@ -11,7 +11,7 @@
 #include <thread>
 #include <vector>
 
-#include "Vantrel/Platform/X11/X11Platform.hpp"
+#include "Vantrel/Backends/X11/X11Platform.hpp"
 #include "tests/desk/support/Desk.hpp"
 
 namespace vantrel::desk {

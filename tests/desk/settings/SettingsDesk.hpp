@@ -10,13 +10,13 @@
 #include <string>
 #include <vector>
 
+#include "Vantrel/Backends/X11/X11Platform.hpp"
 #include "Vantrel/Controller/AppDelegate.hpp"
-#include "Vantrel/Platform/Fake/FakePlatform.hpp"
-#include "Vantrel/Platform/Qt/QtGuest.hpp"
-#include "Vantrel/Platform/Qt/SettingsWindow.hpp"
-#include "Vantrel/Platform/X11/X11Platform.hpp"
+#include "helpers/settings/QtGuest.hpp"
+#include "helpers/settings/SettingsWindow.hpp"
 #include "tests/desk/support/Desk.hpp"
 #include "tests/desk/support/KeyGrab.hpp"
+#include "tests/fakes/FakePlatform.hpp"
 
 namespace vantrel::desk {
 

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "Vantrel/Platform/Desktop/GLibHandles.hpp"
+#include "Vantrel/Desktop/GLibHandles.hpp"
 #include "tests/desk/support/Wait.hpp"
 
 namespace vantrel::desk {

@@ -11,7 +11,7 @@
 #include <iostream>
 #include <string>
 
-#include "Vantrel/Platform/Desktop/StatusItem/DesktopStatusBar.hpp"
+#include "Vantrel/Desktop/StatusItem/DesktopStatusBar.hpp"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-#include "Vantrel/Platform/X11/X11Platform.hpp"
+#include "Vantrel/Backends/X11/X11Platform.hpp"
 #include "tests/desk/support/ChildProcess.hpp"
 #include "tests/desk/support/TemporaryDirectory.hpp"
 #include "tests/desk/support/Wait.hpp"

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "Vantrel/Controller/AppDelegate.hpp"
-#include "Vantrel/Platform/Fake/FakePlatform.hpp"
+#include "tests/fakes/FakePlatform.hpp"
 
 namespace vantrel {
 

@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/Fake/FakeMainQueue.hpp"
+#include "tests/fakes/FakeMainQueue.hpp"
 
 #include <gtest/gtest.h>
 

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "Vantrel/Platform/Fake/FakePreferencesWindowView.hpp"
+#include "tests/fakes/FakePreferencesWindowView.hpp"
 
 namespace vantrel {
 namespace {

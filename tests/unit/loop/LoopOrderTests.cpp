@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "Vantrel/Platform/Desktop/Loop/GLibMainQueue.hpp"
-#include "Vantrel/Platform/Desktop/Loop/GLibRunLoop.hpp"
-#include "Vantrel/Platform/Desktop/Loop/URLQueue.hpp"
+#include "Vantrel/Desktop/Loop/GLibMainQueue.hpp"
+#include "Vantrel/Desktop/Loop/GLibRunLoop.hpp"
+#include "Vantrel/Desktop/Loop/URLQueue.hpp"
 #include "tests/unit/loop/TestLoop.hpp"
 
 namespace vantrel::desktop {

@@ -8,8 +8,8 @@
 #include <thread>
 #include <vector>
 
-#include "Vantrel/Platform/Desktop/Loop/GLibMainQueue.hpp"
-#include "Vantrel/Platform/Desktop/Loop/LoopPriorities.hpp"
+#include "Vantrel/Desktop/Loop/GLibMainQueue.hpp"
+#include "Vantrel/Desktop/Loop/LoopPriorities.hpp"
 #include "tests/unit/loop/TestLoop.hpp"
 
 namespace vantrel::desktop {

@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/Desktop/RandomUUIDGenerator.hpp"
+#include "Vantrel/Desktop/RandomUUIDGenerator.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/Desktop/Application/TerminationSignals.hpp"
+#include "Vantrel/Desktop/Application/TerminationSignals.hpp"
 
 #include "tests/unit/loop/TestLoop.hpp"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Vantrel/Platform/Desktop/Loop/SourceHandles.hpp"
+#include "Vantrel/Desktop/Loop/SourceHandles.hpp"
 
 namespace vantrel::desktop {
 

@@ -17,7 +17,7 @@
 #include <thread>
 #include <vector>
 
-#include "Vantrel/Platform/Desktop/Loop/GLibRunLoop.hpp"
+#include "Vantrel/Desktop/Loop/GLibRunLoop.hpp"
 #include "tests/unit/loop/AllocationCount.hpp"
 #include "tests/unit/loop/TestLoop.hpp"
 

@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/Desktop/Loop/URLQueue.hpp"
+#include "Vantrel/Desktop/Loop/URLQueue.hpp"
 
 #include <gtest/gtest.h>
 
@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "Vantrel/Platform/Desktop/Loop/GLibMainQueue.hpp"
-#include "Vantrel/Platform/Desktop/Loop/GLibRunLoop.hpp"
+#include "Vantrel/Desktop/Loop/GLibMainQueue.hpp"
+#include "Vantrel/Desktop/Loop/GLibRunLoop.hpp"
 #include "tests/unit/loop/TestLoop.hpp"
 
 namespace vantrel::desktop {

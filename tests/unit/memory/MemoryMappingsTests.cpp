@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/Desktop/RestingMemory/MemoryMappings.hpp"
+#include "Vantrel/Desktop/RestingMemory/MemoryMappings.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "Vantrel/CommandLine.hpp"
+#include "Vantrel/Agent/CommandLine.hpp"
 
 #include <gtest/gtest.h>
 

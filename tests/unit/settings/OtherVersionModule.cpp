@@ -1,5 +1,5 @@
 // A settings module that finds the agent to be of another version.
-#include "Vantrel/Platform/Desktop/Settings/SettingsModule.hpp"
+#include "Vantrel/Desktop/Settings/SettingsModule.hpp"
 
 extern "C" vantrel::PreferencesWindowViewFactory* vantrelSettingsModule(const char* /*agentVersion*/,
                                                                         const char* /*windowingSystem*/,

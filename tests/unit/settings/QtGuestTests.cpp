@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/Qt/QtGuest.hpp"
+#include "helpers/settings/QtGuest.hpp"
 
 #include <glib.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/Qt/RecorderKeys.hpp"
+#include "helpers/settings/RecorderKeys.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/Qt/SavedPointsList.hpp"
+#include "helpers/settings/SavedPointsList.hpp"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include <set>
 #include <string>
 
-#include "Vantrel/Platform/Qt/QtGuest.hpp"
+#include "helpers/settings/QtGuest.hpp"
 
 namespace vantrel::qt {
 namespace {

@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/Qt/SemanticColors.hpp"
+#include "helpers/settings/SemanticColors.hpp"
 
 #include <gtest/gtest.h>
 

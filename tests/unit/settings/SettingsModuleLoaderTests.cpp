@@ -1,9 +1,9 @@
-#include "Vantrel/Platform/Desktop/Settings/SettingsModuleLoader.hpp"
+#include "Vantrel/Desktop/Settings/SettingsModuleLoader.hpp"
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
-#include "Vantrel/Platform/Desktop/Settings/SettingsModule.hpp"
+#include "Vantrel/Desktop/Settings/SettingsModule.hpp"
 
 namespace vantrel::desktop {
 namespace {

@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-#include "Vantrel/Platform/Qt/QtGuest.hpp"
-#include "Vantrel/Platform/Qt/SettingsWindow.hpp"
+#include "helpers/settings/QtGuest.hpp"
+#include "helpers/settings/SettingsWindow.hpp"
 
 namespace vantrel::qt {
 

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "Vantrel/Platform/Qt/SemanticColors.hpp"
+#include "helpers/settings/SemanticColors.hpp"
 #include "tests/unit/settings/SettingsWindowFixture.hpp"
 
 namespace vantrel::qt {

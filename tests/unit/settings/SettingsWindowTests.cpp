@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/Qt/SettingsWindow.hpp"
+#include "helpers/settings/SettingsWindow.hpp"
 
 #include <gtest/gtest.h>
 

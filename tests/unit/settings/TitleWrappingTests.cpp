@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/Qt/TitleWrapping.hpp"
+#include "helpers/settings/TitleWrapping.hpp"
 
 #include <gtest/gtest.h>
 

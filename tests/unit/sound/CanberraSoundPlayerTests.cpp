@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/Desktop/Sound/CanberraSoundPlayer.hpp"
+#include "Vantrel/Desktop/Sound/CanberraSoundPlayer.hpp"
 
 #include <glib.h>
 #include <gtest/gtest.h>

@@ -1,12 +1,12 @@
-#include "Vantrel/Platform/Desktop/Sound/DelayedSoundPlayer.hpp"
+#include "Vantrel/Desktop/Sound/DelayedSoundPlayer.hpp"
 
 #include <gtest/gtest.h>
 
 #include <optional>
 #include <utility>
 
-#include "Vantrel/Platform/Fake/FakeMainQueue.hpp"
-#include "Vantrel/Platform/Fake/FakeSoundPlayer.hpp"
+#include "tests/fakes/FakeMainQueue.hpp"
+#include "tests/fakes/FakeSoundPlayer.hpp"
 
 namespace vantrel::desktop {
 namespace {

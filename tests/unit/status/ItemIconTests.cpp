@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/Desktop/StatusItem/ItemIcon.hpp"
+#include "Vantrel/Desktop/StatusItem/ItemIcon.hpp"
 
 #include <cairo/cairo.h>
 #include <gtest/gtest.h>
@@ -7,7 +7,7 @@
 #include <memory>
 #include <string>
 
-#include "Vantrel/Platform/Desktop/StatusItem/TrayIconImage.hpp"
+#include "Vantrel/Backends/X11/Tray/TrayIconImage.hpp"
 
 namespace vantrel::desktop {
 namespace {

@@ -1,8 +1,8 @@
-#include "Vantrel/Platform/Desktop/StatusItem/KeyHint.hpp"
+#include "Vantrel/Desktop/StatusItem/KeyHint.hpp"
 
 #include <gtest/gtest.h>
 
-#include "Vantrel/Platform/Desktop/GLibHandles.hpp"
+#include "Vantrel/Desktop/GLibHandles.hpp"
 
 namespace vantrel::desktop {
 namespace {

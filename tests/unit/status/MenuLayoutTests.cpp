@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/Desktop/Overlay/MenuLayout.hpp"
+#include "helpers/messages/MenuLayout.hpp"
 
 #include <gtest/gtest.h>
 

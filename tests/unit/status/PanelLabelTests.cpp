@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/Desktop/StatusItem/PanelLabel.hpp"
+#include "Vantrel/Desktop/StatusItem/PanelLabel.hpp"
 
 #include <gtest/gtest.h>
 

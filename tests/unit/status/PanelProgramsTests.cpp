@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/Desktop/StatusItem/PanelPrograms.hpp"
+#include "Vantrel/Desktop/StatusItem/PanelPrograms.hpp"
 
 #include <gtest/gtest.h>
 #include <unistd.h>

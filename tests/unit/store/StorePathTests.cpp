@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "Vantrel/Platform/Desktop/Store/StoreFiles.hpp"
+#include "Vantrel/Desktop/Store/StoreFiles.hpp"
 
 namespace vantrel::desktop {
 namespace {

@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/Desktop/GLibURLParser.hpp"
+#include "Vantrel/Desktop/GLibURLParser.hpp"
 
 #include <gtest/gtest.h>
 

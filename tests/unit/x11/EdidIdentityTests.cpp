@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "Vantrel/Platform/X11/MonitorLayout.hpp"
+#include "Vantrel/Backends/X11/MonitorLayout.hpp"
 
 namespace vantrel::x11 {
 namespace {

@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/X11/Keymap.hpp"
+#include "Vantrel/Backends/X11/Keymap.hpp"
 
 #include <gtest/gtest.h>
 

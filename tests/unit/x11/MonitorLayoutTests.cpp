@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/X11/MonitorLayout.hpp"
+#include "Vantrel/Backends/X11/MonitorLayout.hpp"
 
 #include <gtest/gtest.h>
 

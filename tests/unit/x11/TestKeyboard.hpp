@@ -6,7 +6,7 @@
 #include <iterator>
 #include <string_view>
 
-#include "Vantrel/Platform/X11/Keymap.hpp"
+#include "Vantrel/Backends/X11/Keymap.hpp"
 
 namespace vantrel::x11 {
 

@@ -1,4 +1,4 @@
-#include "Vantrel/Platform/X11/VirtualKeys.hpp"
+#include "Vantrel/Backends/Common/KeyPlaces.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <memory>
+
+#include "Vantrel/Backends/X11/X11Platform.hpp"
+#include "Vantrel/Desktop/Application/DesktopApplication.hpp"
+#include "Vantrel/Desktop/GLibURLParser.hpp"
+#include "Vantrel/Desktop/Loop/GLibMainQueue.hpp"
+#include "Vantrel/Desktop/Loop/GLibRunLoop.hpp"
+#include "Vantrel/Desktop/RandomUUIDGenerator.hpp"
+#include "Vantrel/Desktop/RestingMemory/RestingMemory.hpp"
+#include "Vantrel/Desktop/Settings/SettingsModuleLoader.hpp"
+#include "Vantrel/Desktop/Sound/CanberraSoundPlayer.hpp"
+#include "Vantrel/Desktop/Sound/DelayedSoundPlayer.hpp"
+#include "Vantrel/Desktop/StatusItem/DesktopStatusBar.hpp"
+#include "Vantrel/Desktop/Store/SQLiteUserDefaults.hpp"
+#include "Vantrel/Platform/Platform.hpp"
+
+namespace vantrel {
+
+/// Everything that the agent runs on in this session. Each ability lives here; the controller only refers to them.
+class AgentPlatform {
+  public:
+    /// Takes the display that this process is the agent of, opens the store and prepares the main loop.
+    explicit AgentPlatform(std::unique_ptr<x11::X11Platform> display);
+    ~AgentPlatform();
+    AgentPlatform(const AgentPlatform&) = delete;
+    AgentPlatform& operator=(const AgentPlatform&) = delete;
+
+    desktop::DesktopApplication& application() { return application_; }
+
+    /// The abilities as the controller asks for them.
+    Platform abilities();
+
+  private:
+    // In the order in which one may use the other.
+    std::unique_ptr<x11::X11Platform> display_;
+    desktop::GLibMainQueue mainQueue_;
+    desktop::GLibRunLoop runLoop_;
+    desktop::RestingMemory restingMemory_;
+    desktop::SQLiteUserDefaults defaults_;
+    desktop::DesktopStatusBar statusBar_;
+    desktop::CanberraSoundPlayer eventSounds_;
+    desktop::DelayedSoundPlayer sounds_{eventSounds_, mainQueue_};
+    desktop::RandomUUIDGenerator uuids_;
+    desktop::GLibURLParser urls_;
+    desktop::SettingsModuleLoader preferencesWindowViews_{"xcb"};
+    desktop::DesktopApplication application_;
+};
+
+}  // namespace vantrel

@@ -1,0 +1,188 @@
+#include "Vantrel/Desktop/StatusItem/DesktopStatusItem.hpp"
+
+#include <functional>
+#include <utility>
+
+#include "Vantrel/Desktop/StatusItem/DesktopStatusBar.hpp"
+
+namespace vantrel::desktop {
+
+namespace {
+
+constexpr auto menuPath = "/org/vantrel/Vantrel/Menu";
+
+/// The text as the bus and the screen take it: valid UTF-8 without NUL.
+std::string validText(const std::string& text) {
+    const GCharPointer valid(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
+    return valid.get();
+}
+
+/// As much of the text as a screen can hold.
+std::string beginning(const std::string& text) {
+    constexpr glong mostCharacters = 500;
+    const GCharPointer cut(g_utf8_strlen(text.c_str(), -1) <= mostCharacters
+                               ? nullptr
+                               : g_utf8_substring(text.c_str(), 0, mostCharacters));
+    return cut ? cut.get() : text;
+}
+
+}  // namespace
+
+DesktopStatusItem::DesktopStatusItem(DesktopStatusBar& statusBar)
+    : statusBar_(statusBar),
+      overlay_({.rowChosen = [this](std::size_t row) { performRow(row); },
+                .windowPainted = [this](std::uint32_t window, int width) { tray_.windowPainted(window, width); }}),
+      tray_(overlay_, {.pressed = [this] { popUpMenu(); }, .presenceChanged = [this] { updateScreenText(); }}) {
+    tray_.setWanted(true);
+}
+
+DesktopStatusItem::~DesktopStatusItem() {
+    if (menuSource_ != 0) {
+        g_source_remove(menuSource_);
+    }
+    leaveBus();
+    statusBar_.forget(*this);
+}
+
+void DesktopStatusItem::setSessionBus(GDBusConnection* bus) {
+    if (bus == bus_.get()) {
+        return;
+    }
+    leaveBus();
+    if (bus == nullptr || g_dbus_connection_is_closed(bus)) {
+        presenceChanged();
+        return;
+    }
+    bus_ = shareObject(bus);
+    busClosedHandler_ = g_signal_connect(bus, "closed", G_CALLBACK(busClosed), this);
+    busMenu_ = std::make_unique<BusMenu>(menuPath, [this](std::size_t row) { performRow(row); });
+    publishMenu();
+    notifierItem_ = std::make_unique<StatusNotifierItem>(
+        bus, menuPath, StatusNotifierItem::Texts{title_, toolTip_},
+        StatusNotifierItem::Events{.presenceChanged = [this] { presenceChanged(); },
+                                   .menuWanted = [this](int, int) { popUpMenu(); }});
+}
+
+void DesktopStatusItem::busClosed(GDBusConnection* /*bus*/, gboolean /*remotePeerVanished*/, GError* /*error*/,
+                                  gpointer data) {
+    auto& item = *static_cast<DesktopStatusItem*>(data);
+    item.leaveBus();
+    item.presenceChanged();
+}
+
+void DesktopStatusItem::leaveBus() {
+    notifierItem_.reset();
+    busMenu_.reset();
+    if (bus_) {
+        g_signal_handler_disconnect(bus_.get(), std::exchange(busClosedHandler_, 0));
+        bus_.reset();
+    }
+}
+
+void DesktopStatusItem::presenceChanged() {
+    const bool isQt = notifierItem_ && notifierItem_->isQtHost();
+    const KeyHintStyle style = isQt ? KeyHintStyle::characters : KeyHintStyle::x11Names;
+    if (std::exchange(keyHintStyle_, style) != style) {
+        publishMenuLater();
+    }
+    tray_.setWanted(!hasHost());
+    updateScreenText();
+}
+
+void DesktopStatusItem::setTitle(const std::string& title) {
+    title_ = validText(title);
+    if (!restingTitle_) {
+        restingTitle_ = title_;
+    }
+    if (notifierItem_) {
+        notifierItem_->setLabel(title_);
+    }
+    tray_.setTitle(title_, font_);
+    updateScreenText();
+}
+
+void DesktopStatusItem::updateScreenText() {
+    const bool isWanted = title_ != restingTitle_ && !title_.empty() && !isTitleSeenInPanel();
+    if (isWanted) {
+        overlay_.showText(beginning(title_), font_);
+    } else {
+        overlay_.hideText();
+    }
+}
+
+bool DesktopStatusItem::isTitleSeenInPanel() const {
+    return (notifierItem_ && notifierItem_->drawsLabel()) || tray_.showsTitle();
+}
+
+void DesktopStatusItem::setToolTip(const std::string& toolTip) {
+    toolTip_ = validText(toolTip);
+    if (notifierItem_) {
+        notifierItem_->setToolTip(toolTip_);
+    }
+}
+
+// Panels choose the font of their labels themselves; the text on the screen has this one.
+void DesktopStatusItem::setFont(double size, FontWeight weight) {
+    font_ = {.size = size, .weight = weight};
+}
+
+void DesktopStatusItem::setMenu(Menu menu) {
+    for (MenuItem& item : menu) {
+        item.title = validText(item.title);
+    }
+    menu_ = std::move(menu);
+    publishMenuLater();
+}
+
+// Once for all the rebuilds of one turn of the loop: libdbusmenu lets go of a menu only in the next turn.
+void DesktopStatusItem::publishMenuLater() {
+    if (menuSource_ != 0) {
+        return;
+    }
+    const auto publish = [](gpointer data) -> gboolean {
+        auto& item = *static_cast<DesktopStatusItem*>(data);
+        item.menuSource_ = 0;
+        item.publishMenu();
+        return G_SOURCE_REMOVE;
+    };
+    menuSource_ = g_idle_add_full(G_PRIORITY_DEFAULT, publish, this, nullptr);
+}
+
+void DesktopStatusItem::publishMenu() {
+    if (busMenu_) {
+        busMenu_->setMenu(menu_, keyHintStyle_);
+    }
+    if (overlay_.isMenuOpen()) {
+        overlay_.updateMenu(overlayRows());
+    }
+}
+
+std::vector<OverlayRow> DesktopStatusItem::overlayRows() const {
+    std::vector<OverlayRow> rows;
+    for (const MenuItem& item : menu_) {
+        rows.push_back({.isSeparator = item.isSeparator,
+                        .isEnabled = !item.isSeparator && item.isEnabled,
+                        .title = item.title,
+                        .keyEquivalent = item.keyEquivalent});
+    }
+    return rows;
+}
+
+bool DesktopStatusItem::isVisible() const {
+    return hasHost() || tray_.isShown();
+}
+
+void DesktopStatusItem::popUpMenu() {
+    overlay_.openMenu(overlayRows());
+}
+
+void DesktopStatusItem::performRow(std::size_t row) {
+    if (row >= menu_.size() || !menu_[row].isEnabled || !menu_[row].action) {
+        return;
+    }
+    // The action may replace the menu that holds it.
+    const std::function<void()> action = menu_[row].action;
+    action();
+}
+
+}  // namespace vantrel::desktop

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Vantrel/Desktop/GLibHandles.hpp"
+#include "Vantrel/Desktop/StatusItem/BusMenu.hpp"
+#include "Vantrel/Desktop/StatusItem/OverlayProcess.hpp"
+#include "Vantrel/Desktop/StatusItem/StatusNotifierItem.hpp"
+#include "Vantrel/Desktop/StatusItem/TrayFallback.hpp"
+#include "Vantrel/Platform/StatusItem.hpp"
+
+namespace vantrel::desktop {
+
+class DesktopStatusBar;
+
+/// The item on a Linux desktop. Holds what is to be seen and gives it to whoever shows it.
+class DesktopStatusItem final : public StatusItem, private StatusBarButton {
+  public:
+    explicit DesktopStatusItem(DesktopStatusBar& statusBar);
+    ~DesktopStatusItem() override;
+    DesktopStatusItem(const DesktopStatusItem&) = delete;
+    DesktopStatusItem& operator=(const DesktopStatusItem&) = delete;
+
+    /// Moves to that connection; null for none.
+    void setSessionBus(GDBusConnection* bus);
+
+    StatusBarButton* button() override { return this; }
+    void setMenu(Menu menu) override;
+    [[nodiscard]] bool isVisible() const override;
+    void popUpMenu() override;
+
+  private:
+    void setTitle(const std::string& title) override;
+    void setToolTip(const std::string& toolTip) override;
+    void setFont(double size, FontWeight weight) override;
+
+    static void busClosed(GDBusConnection* bus, gboolean remotePeerVanished, GError* error, gpointer data);
+    void leaveBus();
+    void presenceChanged();
+    [[nodiscard]] bool hasHost() const { return notifierItem_ && notifierItem_->isShown(); }
+    void publishMenuLater();
+    void publishMenu();
+    void performRow(std::size_t row);
+    void updateScreenText();
+    [[nodiscard]] bool isTitleSeenInPanel() const;
+    [[nodiscard]] std::vector<OverlayRow> overlayRows() const;
+
+    DesktopStatusBar& statusBar_;
+    std::string title_;
+    std::optional<std::string> restingTitle_;  ///< the first one: every other is a message for a moment
+    std::string toolTip_;
+    Menu menu_;
+    GObjectPointer<GDBusConnection> bus_;
+    gulong busClosedHandler_ = 0;
+    std::unique_ptr<BusMenu> busMenu_;
+    guint menuSource_ = 0;
+    KeyHintStyle keyHintStyle_ = KeyHintStyle::x11Names;
+    std::unique_ptr<StatusNotifierItem> notifierItem_;
+    ItemFont font_;
+    OverlayProcess overlay_;
+    TrayFallback tray_;
+};
+
+}  // namespace vantrel::desktop

@@ -1,0 +1,50 @@
+#include "Vantrel/Desktop/StatusItem/PanelPrograms.hpp"
+
+#include "Vantrel/Desktop/GLibHandles.hpp"
+
+#include <array>
+#include <utility>
+
+namespace vantrel::desktop {
+
+namespace {
+
+// The programs that own org.kde.StatusNotifierWatcher, as seen on each desktop (docs/panels.md).
+constexpr PanelProgram labelDrawer{.drawsLabel = true};
+constexpr PanelProgram plasma{.isQt = true, .opensRefusedMenu = true};
+constexpr std::array knownPrograms{
+    std::pair{std::string_view("gnome-shell"), labelDrawer},
+    std::pair{std::string_view("mate-panel"), labelDrawer},
+    std::pair{std::string_view("notification-ar"), labelDrawer},  // MATE's applet
+    std::pair{std::string_view("ayatana-indicat"), labelDrawer},
+    std::pair{std::string_view("indicator-appli"), labelDrawer},
+    std::pair{std::string_view("kded5"), plasma},  // Plasma 5's watcher
+    std::pair{std::string_view("kded6"), plasma},
+    std::pair{std::string_view("plasmashell"), plasma},
+    std::pair{std::string_view("lxqt-panel"), PanelProgram{.isQt = true}},
+};
+
+}  // namespace
+
+PanelProgram panelProgram(std::string_view processName) {
+    for (const auto& [name, program] : knownPrograms) {
+        if (name == processName) {
+            return program;
+        }
+    }
+    return {};
+}
+
+std::string processName(std::uint32_t process) {
+    // Not by a stream: those bring the library's locales along, a megabyte in the resting agent.
+    const std::string path = "/proc/" + std::to_string(process) + "/comm";
+    gchar* rawText = nullptr;
+    if (!g_file_get_contents(path.c_str(), &rawText, nullptr, nullptr)) {
+        return {};
+    }
+    const GCharPointer text(rawText);
+    const std::string name = text.get();
+    return name.substr(0, name.find('\n'));
+}
+
+}  // namespace vantrel::desktop

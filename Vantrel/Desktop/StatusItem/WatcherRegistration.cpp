@@ -1,0 +1,154 @@
+#include "Vantrel/Desktop/StatusItem/WatcherRegistration.hpp"
+
+#include <string_view>
+#include <utility>
+
+namespace vantrel::desktop {
+
+namespace {
+
+constexpr auto watcherName = "org.kde.StatusNotifierWatcher";
+constexpr auto watcherPath = "/StatusNotifierWatcher";
+constexpr guint firstRetryDelay = 1000;  // ms, doubled each time
+constexpr unsigned mostRefusals = 7;     // the last retry comes after 64 s; a new host or watcher starts afresh
+
+BusMethod watcherMethod(const char* name) {
+    return {watcherName, watcherPath, watcherName, name};
+}
+
+}  // namespace
+
+/// The bus's C callbacks; `data` is the registration.
+struct WatcherRegistration::BusCallbacks {
+    static WatcherRegistration& self(gpointer data) { return *static_cast<WatcherRegistration*>(data); }
+
+    static void appeared(GDBusConnection*, const gchar*, const gchar* owner, gpointer data) {
+        self(data).watcherAppeared(owner);
+    }
+
+    static void vanished(GDBusConnection*, const gchar*, gpointer data) { self(data).watcherVanished(); }
+
+    static void signalled(GDBusConnection*, const gchar*, const gchar*, const gchar*, const gchar* name, GVariant*,
+                          gpointer data) {
+        const std::string_view signal(name);
+        if (signal == "StatusNotifierHostRegistered" || signal == "StatusNotifierHostUnregistered") {
+            self(data).hostsChanged();
+        }
+    }
+
+    static gboolean retry(gpointer data) {
+        self(data).retrySource_ = 0;
+        self(data).registerItem();
+        return G_SOURCE_REMOVE;
+    }
+};
+
+WatcherRegistration::WatcherRegistration(GDBusConnection* bus, std::string service, std::function<void()> changed)
+    : bus_(shareObject(bus)), service_(std::move(service)), changed_(std::move(changed)) {
+    hostSignals_ =
+        g_dbus_connection_signal_subscribe(bus, watcherName, watcherName, nullptr, watcherPath, nullptr,
+                                           G_DBUS_SIGNAL_FLAGS_NONE, &BusCallbacks::signalled, this, nullptr);
+    watchedName_ = g_bus_watch_name_on_connection(bus, watcherName, G_BUS_NAME_WATCHER_FLAGS_NONE,
+                                                  &BusCallbacks::appeared, &BusCallbacks::vanished, this, nullptr);
+}
+
+WatcherRegistration::~WatcherRegistration() {
+    stopRetrying();
+    g_bus_unwatch_name(watchedName_);
+    g_dbus_connection_signal_unsubscribe(bus_.get(), hostSignals_);
+}
+
+void WatcherRegistration::watcherAppeared(const std::string& owner) {
+    watcherVanished();
+    calls_ = std::make_unique<BusCalls>(bus_.get());
+    askForProcess(owner);
+    askForHost();
+    registerItem();
+}
+
+void WatcherRegistration::watcherVanished() {
+    calls_.reset();
+    stopRetrying();
+    refusals_ = 0;
+    program_ = {};
+    if (isRegistered_ || hasHost_) {
+        isRegistered_ = false;
+        hasHost_ = false;
+        report();
+    }
+}
+
+void WatcherRegistration::hostsChanged() {
+    if (!calls_) {
+        return;
+    }
+    askForHost();
+    if (!isRegistered_) {
+        stopRetrying();
+        refusals_ = 0;
+        registerItem();
+    }
+}
+
+void WatcherRegistration::registerItem() {
+    calls_->call(watcherMethod("RegisterStatusNotifierItem"), g_variant_new("(s)", service_.c_str()),
+                 [this](const GVariant* answer) {
+                     if (answer == nullptr) {
+                         scheduleRetry();
+                         return;
+                     }
+                     isRegistered_ = true;
+                     report();
+                 });
+}
+
+void WatcherRegistration::scheduleRetry() {
+    if (refusals_ == mostRefusals || retrySource_ != 0) {
+        return;
+    }
+    retrySource_ = g_timeout_add(firstRetryDelay << refusals_, &BusCallbacks::retry, this);
+    ++refusals_;
+}
+
+void WatcherRegistration::stopRetrying() {
+    if (retrySource_ != 0) {
+        g_source_remove(std::exchange(retrySource_, 0));
+    }
+}
+
+void WatcherRegistration::askForHost() {
+    calls_->call({watcherName, watcherPath, "org.freedesktop.DBus.Properties", "Get"},
+                 g_variant_new("(ss)", watcherName, "IsStatusNotifierHostRegistered"), [this](GVariant* answer) {
+                     // Some watchers do not say; those that take registrations without a host do.
+                     gboolean registered = TRUE;
+                     if (answer != nullptr && g_variant_is_of_type(answer, G_VARIANT_TYPE("(v)"))) {
+                         GVariant* rawValue = nullptr;
+                         g_variant_get(answer, "(v)", &rawValue);
+                         const GVariantPointer value(rawValue);
+                         registered = !g_variant_is_of_type(value.get(), G_VARIANT_TYPE_BOOLEAN) ||
+                                      g_variant_get_boolean(value.get());
+                     }
+                     hasHost_ = registered != FALSE;
+                     report();
+                 });
+}
+
+void WatcherRegistration::askForProcess(const std::string& owner) {
+    calls_->call(
+        {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "GetConnectionUnixProcessID"},
+        g_variant_new("(s)", owner.c_str()), [this](GVariant* answer) {
+            if (answer == nullptr || !g_variant_is_of_type(answer, G_VARIANT_TYPE("(u)"))) {
+                return;
+            }
+            guint32 process = 0;
+            g_variant_get(answer, "(u)", &process);
+            program_ = panelProgram(processName(process));
+            report();
+        });
+}
+
+void WatcherRegistration::report() {
+    changed_();
+}
+
+}  // namespace vantrel::desktop

@@ -1,0 +1,105 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "Vantrel/Desktop/Store/StoreCheckpointer.hpp"
+#include "Vantrel/Desktop/Store/StoreConnection.hpp"
+#include "Vantrel/Desktop/Store/StoreFiles.hpp"
+#include "Vantrel/Platform/UserDefaults.hpp"
+
+namespace vantrel::desktop {
+
+/// What tests change about the store.
+struct StoreOptions {
+    CheckpointTimes checkpoints;
+    std::chrono::milliseconds firstRetry{1000};  ///< when others hold the lock; doubled at each further try
+    const char* vfs = nullptr;                   ///< one of SQLite's file systems; null for the usual one
+};
+
+/// The person's settings in a SQLite file (docs/architecture.md, "The store"). Commits survive the end of the process
+/// at once and never wait for the disk. Whatever is wrong with the file, this object works: it says so in one line on
+/// stderr, and what could not be stored is kept and stored with the next write of any key. Main thread only.
+class SQLiteUserDefaults final : public UserDefaults {
+  public:
+    /// Opens the file, making it and its directories where they are missing. With no file the values live as long as
+    /// this object.
+    explicit SQLiteUserDefaults(std::optional<std::filesystem::path> file, StoreOptions options = {});
+
+    /// Tries a last time to store what could not be stored, and closes the file. Waits for the disk.
+    ~SQLiteUserDefaults() override;
+    SQLiteUserDefaults(const SQLiteUserDefaults&) = delete;
+    SQLiteUserDefaults& operator=(const SQLiteUserDefaults&) = delete;
+
+    [[nodiscard]] std::optional<DefaultsValue> objectForKey(std::string_view key) override;
+    [[nodiscard]] std::optional<std::string> stringForKey(std::string_view key) override;
+    [[nodiscard]] bool boolForKey(std::string_view key) override;
+    [[nodiscard]] std::int64_t integerForKey(std::string_view key) override;
+    [[nodiscard]] std::optional<std::string> dataForKey(std::string_view key) override;
+    void setObjects(std::initializer_list<Entry> entries) override;
+
+    /// Whether something waits to be stored.
+    [[nodiscard]] bool hasUnstoredValues() const;
+
+    /// Whether the log is being moved into the database at this moment.
+    [[nodiscard]] bool isCheckpointing() const { return checkpointer_ && checkpointer_->isRunning(); }
+
+    /// Whether it will look in a moment if the file of the last change is still the one under its name. If it is not,
+    /// the changes since the last look are stored again, in the file that is there then.
+    [[nodiscard]] bool looksForFileSoon() const { return lookTimer_ != nullptr; }
+
+    /// Whether nothing is armed that would wake the process.
+    [[nodiscard]] bool isAtRest() const {
+        return !retryTimer_ && !lookTimer_ && (!checkpointer_ || checkpointer_->isAtRest());
+    }
+
+    /// Has `rested` called on the main loop each time that the store comes to rest after changes: the log has just been
+    /// moved, nothing is armed any more, and as far as the store goes the process sleeps from then on.
+    void setRestHandler(std::function<void()> rested) { rested_ = std::move(rested); }
+
+  private:
+    /// A value as this run last read or wrote it.
+    struct KnownValue {
+        DefaultsValue value;
+        bool isStored = false;
+        bool isInPlace = true;  ///< the file it was stored in was still the one under the name afterwards
+    };
+
+    // Opening and damage (SQLiteUserDefaultsOpening.cpp)
+    void openStore(std::chrono::milliseconds lockWait);
+    void closeStore();
+    bool setDamagedStoreAside(const char* finding);
+    void startAfresh();
+    void reportProblem(const std::string& problem);
+
+    // Writing (SQLiteUserDefaultsWriting.cpp)
+    void storeUnstoredValues();
+    bool makeWritable();
+    int writeUnstoredValues();
+    void handleFailedWrite(int status);
+    void retryLater();
+    void lookForTheFileSoon();
+    void storeAgainIfTheFileWasMoved();
+    void checkpointFinished(CheckpointOutcome outcome);
+    void endCheckpoint(CheckpointOutcome outcome);
+
+    std::optional<std::filesystem::path> file_;  // as given
+    std::filesystem::path realFile_;             // where symbolic links led at the last opening
+    StoreOptions options_;
+    std::function<void()> rested_;
+    std::map<std::string, KnownValue, std::less<>> knownValues_;
+    std::unique_ptr<StoreConnection> connection_;
+    std::unique_ptr<StoreCheckpointer> checkpointer_;
+    SourceHandle retryTimer_;
+    SourceHandle lookTimer_;
+    std::chrono::milliseconds retryDelay_;
+    std::string lastProblem_;
+};
+
+}  // namespace vantrel::desktop

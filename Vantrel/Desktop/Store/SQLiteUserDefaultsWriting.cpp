@@ -1,0 +1,151 @@
+#include <algorithm>
+
+#include "Vantrel/Desktop/Store/SQLiteUserDefaults.hpp"
+
+namespace vantrel::desktop {
+namespace {
+
+constexpr std::chrono::milliseconds longestRetryDelay{60'000};
+/// A look for the file takes as long as a third of a commit, and is no part of what a jump waits for.
+constexpr guint lookDelay = 20;  // milliseconds
+/// A lock that outlasts so many doublings is worth a line.
+constexpr int remarkableFactor = 8;
+
+}  // namespace
+
+void SQLiteUserDefaults::storeUnstoredValues() {
+    if (!file_ || !makeWritable()) {
+        return;
+    }
+    const int status = writeUnstoredValues();
+    if (status != SQLITE_OK) {
+        handleFailedWrite(status);
+    }
+}
+
+bool SQLiteUserDefaults::makeWritable() {
+    // What kept the file from being written may be over.
+    if (connection_ && connection_->isReadOnly()) {
+        closeStore();
+    }
+    if (!connection_) {
+        openStore(std::chrono::milliseconds::zero());
+    }
+    if (!connection_ || connection_->isReadOnly()) {
+        return false;
+    }
+    return true;
+}
+
+int SQLiteUserDefaults::writeUnstoredValues() {
+    const auto isUnstored = [](const auto& known) { return !known.second.isStored; };
+    const bool isOne = std::ranges::count_if(knownValues_, isUnstored) == 1;
+    int status = isOne ? SQLITE_OK : connection_->begin();
+    for (auto known = knownValues_.begin(); known != knownValues_.end() && status == SQLITE_OK; ++known) {
+        if (isUnstored(*known)) {
+            status = connection_->write(known->first, known->second.value);
+        }
+    }
+    if (status == SQLITE_OK && !isOne) {
+        status = connection_->commit();
+    }
+    if (status != SQLITE_OK) {
+        connection_->rollback();
+        return status;
+    }
+    for (auto& [key, known] : knownValues_) {
+        known.isInPlace = known.isInPlace && known.isStored;
+        known.isStored = true;
+    }
+    lookForTheFileSoon();
+    lastProblem_.clear();
+    retryTimer_.reset();
+    retryDelay_ = options_.firstRetry;
+    if (checkpointer_) {
+        checkpointer_->noteCommit(connection_->logPages());
+    }
+    return SQLITE_OK;
+}
+
+void SQLiteUserDefaults::handleFailedWrite(int status) {
+    if (meansDamage(status)) {
+        startAfresh();
+    } else if (meansLocked(status)) {
+        retryLater();
+    } else {
+        reportProblem("cannot be written: " + connection_->reasonOf(status));
+        // A full disk passes; after any other failure the file is opened anew before the next write.
+        if ((status & 0xff) != SQLITE_FULL) {
+            closeStore();
+        }
+    }
+}
+
+void SQLiteUserDefaults::retryLater() {
+    if (retryDelay_ >= options_.firstRetry * remarkableFactor) {
+        reportProblem("is locked by another program");
+    }
+    retryTimer_.reset(g_timeout_source_new(static_cast<guint>(retryDelay_.count())));
+    const auto callback = [](gpointer data) -> gboolean {
+        auto* self = static_cast<SQLiteUserDefaults*>(data);
+        self->retryTimer_.reset();
+        if (self->hasUnstoredValues()) {
+            self->storeUnstoredValues();
+        }
+        return G_SOURCE_REMOVE;
+    };
+    g_source_set_callback(retryTimer_.get(), callback, this, nullptr);
+    g_source_attach(retryTimer_.get(), nullptr);
+    retryDelay_ = std::min(retryDelay_ * 2, longestRetryDelay);
+}
+
+void SQLiteUserDefaults::lookForTheFileSoon() {
+    if (lookTimer_) {
+        return;
+    }
+    lookTimer_.reset(g_timeout_source_new(lookDelay));
+    const auto callback = [](gpointer data) -> gboolean {
+        static_cast<SQLiteUserDefaults*>(data)->storeAgainIfTheFileWasMoved();
+        return G_SOURCE_REMOVE;
+    };
+    g_source_set_callback(lookTimer_.get(), callback, this, nullptr);
+    g_source_attach(lookTimer_.get(), nullptr);
+}
+
+void SQLiteUserDefaults::storeAgainIfTheFileWasMoved() {
+    if (!lookTimer_) {
+        return;
+    }
+    lookTimer_.reset();
+    const bool wasMoved = connection_ && connection_->wasMoved();
+    for (auto& [key, known] : knownValues_) {
+        known.isStored = known.isStored && (known.isInPlace || !wasMoved);
+        known.isInPlace = true;
+    }
+    if (wasMoved) {
+        closeStore();
+        storeUnstoredValues();
+    }
+}
+
+void SQLiteUserDefaults::checkpointFinished(CheckpointOutcome outcome) {
+    endCheckpoint(std::move(outcome));
+    if (rested_ && isAtRest()) {
+        rested_();
+    }
+}
+
+void SQLiteUserDefaults::endCheckpoint(CheckpointOutcome outcome) {
+    outcome.reader.reset();
+    if (!outcome.isComplete || !connection_) {
+        return;
+    }
+    const int pages = connection_->logPages();
+    // With commits that never pause there is always one since the checkpoint began. Such a log is begun anew all the
+    // same before it fills the disk; only then does this thread wait for it, for the few pages that are left to move.
+    if (pages == outcome.pagesInLog || pages >= options_.checkpoints.longestLog) {
+        connection_->beginLogAnew();
+    }
+}
+
+}  // namespace vantrel::desktop

@@ -1,0 +1,158 @@
+#include "helpers/messages/Screen.hpp"
+
+#include <xcb/randr.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+#include <string_view>
+
+namespace vantrel::overlay {
+
+namespace {
+
+constexpr double usualDotsPerInch = 96;
+
+/// The value of Xft.dpi in the root window's resources.
+double readDotsPerInch(xcb_connection_t* connection, xcb_window_t root) {
+    const auto property = x11::adopt(xcb_get_property_reply(
+        connection, xcb_get_property(connection, 0, root, XCB_ATOM_RESOURCE_MANAGER, XCB_ATOM_STRING, 0, 65536),
+        nullptr));
+    if (!property) {
+        return usualDotsPerInch;
+    }
+    const std::string resources(static_cast<const char*>(xcb_get_property_value(property.get())),
+                                static_cast<std::size_t>(xcb_get_property_value_length(property.get())));
+    constexpr std::string_view name = "Xft.dpi:";
+    const auto found = resources.find(name);
+    if (found == std::string::npos) {
+        return usualDotsPerInch;
+    }
+    const auto start = std::min(resources.find_first_not_of(" \t", found + name.size()), resources.size());
+    double value = 0;
+    std::from_chars(resources.data() + start, resources.data() + resources.size(), value);
+    return value >= 24 && value <= 1000 ? value : usualDotsPerInch;
+}
+
+/// How far the point is from the rectangle, in steps along the axes; 0 inside.
+long distance(RootPoint point, const RootRect& rect) {
+    const long dx = std::max({rect.x - point.x, point.x - (rect.x + rect.width - 1), 0});
+    const long dy = std::max({rect.y - point.y, point.y - (rect.y + rect.height - 1), 0});
+    return dx + dy;
+}
+
+}  // namespace
+
+std::unique_ptr<Screen> Screen::connect() {
+    int number = 0;
+    xcb_connection_t* connection = xcb_connect(nullptr, &number);
+    if (xcb_connection_has_error(connection) != 0) {
+        xcb_disconnect(connection);
+        return nullptr;
+    }
+    xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
+    for (int skipped = 0; skipped < number && screens.rem > 1; ++skipped) {
+        xcb_screen_next(&screens);
+    }
+    return std::unique_ptr<Screen>(new Screen(connection, screens.data, number));  // NOLINT: private constructor
+}
+
+Screen::Screen(xcb_connection_t* connection, xcb_screen_t* screen, int number)
+    : connection_(connection),
+      screen_(screen),
+      number_(number),
+      dotsPerInch_(readDotsPerInch(connection, screen->root)) {}
+
+Screen::~Screen() {
+    xcb_disconnect(connection_);
+}
+
+RootPoint Screen::pointer() const {
+    const auto reply =
+        x11::adopt(xcb_query_pointer_reply(connection_, xcb_query_pointer(connection_, root()), nullptr));
+    return reply ? RootPoint{.x = reply->root_x, .y = reply->root_y} : RootPoint{};
+}
+
+RootRect Screen::monitorAt(RootPoint point) const {
+    RootRect nearest{.x = 0, .y = 0, .width = screen_->width_in_pixels, .height = screen_->height_in_pixels};
+    const auto reply =
+        x11::adopt(xcb_randr_get_monitors_reply(connection_, xcb_randr_get_monitors(connection_, root(), 1), nullptr));
+    if (!reply) {
+        return nearest;
+    }
+    long leastDistance = std::numeric_limits<long>::max();
+    for (auto monitors = xcb_randr_get_monitors_monitors_iterator(reply.get()); monitors.rem > 0;
+         xcb_randr_monitor_info_next(&monitors)) {
+        const RootRect bounds{.x = monitors.data->x,
+                              .y = monitors.data->y,
+                              .width = monitors.data->width,
+                              .height = monitors.data->height};
+        const long away = distance(point, bounds);
+        // A part of a split display stands before the display that holds it.
+        const bool isSmaller = away == leastDistance && bounds.width * bounds.height < nearest.width * nearest.height;
+        if (away < leastDistance || isSmaller) {
+            leastDistance = away;
+            nearest = bounds;
+        }
+    }
+    return nearest;
+}
+
+bool Screen::isComposited() const {
+    const xcb_atom_t selection = atom("_NET_WM_CM_S" + std::to_string(number_));
+    const auto owner = x11::adopt(
+        xcb_get_selection_owner_reply(connection_, xcb_get_selection_owner(connection_, selection), nullptr));
+    return owner && owner->owner != XCB_NONE;
+}
+
+WindowVisual Screen::popupVisual() const {
+    if (isComposited()) {
+        for (auto depths = xcb_screen_allowed_depths_iterator(screen_); depths.rem > 0; xcb_depth_next(&depths)) {
+            for (auto visuals = xcb_depth_visuals_iterator(depths.data); visuals.rem > 0;
+                 xcb_visualtype_next(&visuals)) {
+                if (depths.data->depth == 32 && visuals.data->_class == XCB_VISUAL_CLASS_TRUE_COLOR) {
+                    return {.type = visuals.data, .depth = 32, .hasAlpha = true};
+                }
+            }
+        }
+    }
+    return findVisual(screen_->root_visual);
+}
+
+std::optional<WindowVisual> Screen::visualOf(xcb_window_t window) const {
+    const auto attributes = x11::adopt(
+        xcb_get_window_attributes_reply(connection_, xcb_get_window_attributes(connection_, window), nullptr));
+    if (!attributes) {
+        return std::nullopt;
+    }
+    return findVisual(attributes->visual);
+}
+
+WindowVisual Screen::findVisual(xcb_visualid_t identifier) const {
+    for (auto depths = xcb_screen_allowed_depths_iterator(screen_); depths.rem > 0; xcb_depth_next(&depths)) {
+        for (auto visuals = xcb_depth_visuals_iterator(depths.data); visuals.rem > 0; xcb_visualtype_next(&visuals)) {
+            if (visuals.data->visual_id == identifier) {
+                return {.type = visuals.data, .depth = depths.data->depth, .hasAlpha = depths.data->depth == 32};
+            }
+        }
+    }
+    return {};
+}
+
+double Screen::dotsPerInch() const {
+    return dotsPerInch_;
+}
+
+int Screen::scaled(double length) const {
+    return static_cast<int>(std::lround(length * dotsPerInch_ / usualDotsPerInch));
+}
+
+xcb_atom_t Screen::atom(const std::string& name) const {
+    const auto reply = x11::adopt(xcb_intern_atom_reply(
+        connection_, xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.c_str()), nullptr));
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+}  // namespace vantrel::overlay

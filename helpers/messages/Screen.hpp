@@ -1,0 +1,67 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "Vantrel/Backends/X11/XcbHandles.hpp"
+#include "helpers/messages/RootRect.hpp"
+
+namespace vantrel::overlay {
+
+/// A kind of window that the server offers.
+struct WindowVisual {
+    xcb_visualtype_t* type = nullptr;
+    std::uint8_t depth = 0;
+    bool hasAlpha = false;
+};
+
+/// The X screen that the overlay draws on.
+class Screen {
+  public:
+    /// Connects to the display that DISPLAY names; null when it cannot.
+    static std::unique_ptr<Screen> connect();
+    ~Screen();
+    Screen(const Screen&) = delete;
+    Screen& operator=(const Screen&) = delete;
+
+    [[nodiscard]] xcb_connection_t* connection() const { return connection_; }
+    [[nodiscard]] xcb_window_t root() const { return screen_->root; }
+    [[nodiscard]] bool isLost() const { return xcb_connection_has_error(connection_) != 0; }
+
+    /// Where the pointer is now.
+    [[nodiscard]] RootPoint pointer() const;
+
+    /// The bounds of the monitor that holds the point, or of the nearest one.
+    [[nodiscard]] RootRect monitorAt(RootPoint point) const;
+
+    /// The visual with an alpha channel while a compositor runs, else the root window's.
+    [[nodiscard]] WindowVisual popupVisual() const;
+
+    /// The visual of an existing window; none when the window is gone.
+    [[nodiscard]] std::optional<WindowVisual> visualOf(xcb_window_t window) const;
+
+    /// The font resolution that the desktop asks for (Xft.dpi), else 96.
+    [[nodiscard]] double dotsPerInch() const;
+
+    /// Pixels for lengths given at 96 dots per inch.
+    [[nodiscard]] int scaled(double length) const;
+
+    [[nodiscard]] xcb_atom_t atom(const std::string& name) const;
+
+  private:
+    Screen(xcb_connection_t* connection, xcb_screen_t* screen, int number);
+
+    [[nodiscard]] bool isComposited() const;
+    [[nodiscard]] WindowVisual findVisual(xcb_visualid_t identifier) const;
+
+    xcb_connection_t* connection_;
+    xcb_screen_t* screen_;
+    int number_;
+    double dotsPerInch_;
+};
+
+}  // namespace vantrel::overlay

@@ -1,0 +1,119 @@
+#include "helpers/settings/QtGuest.hpp"
+
+#include <QDir>
+#include <QEvent>
+#include <QIcon>
+#include <QLibraryInfo>
+#include <QPluginLoader>
+#include <QStringList>
+#include <QTimer>
+#include <QWidget>
+#include <clocale>
+
+#include <xcb/xcb.h>
+
+namespace vantrel::qt {
+
+namespace {
+
+/// Where Qt looks for the plugins that connect it to a windowing system.
+QStringList platformPluginFolders() {
+    QStringList folders;
+    const QString own = qEnvironmentVariable("QT_QPA_PLATFORM_PLUGIN_PATH");
+    if (!own.isEmpty()) {
+        folders.append(own.split(':', Qt::SkipEmptyParts));
+    }
+    for (const QString& plugins : qEnvironmentVariable("QT_PLUGIN_PATH").split(':', Qt::SkipEmptyParts)) {
+        folders.append(plugins + "/platforms");
+    }
+    folders.append(QLibraryInfo::path(QLibraryInfo::PluginsPath) + "/platforms");
+    return folders;
+}
+
+std::string pluginProblem(const std::string& windowingSystem) {
+    QString reason;
+    for (const QString& folder : platformPluginFolders()) {
+        QPluginLoader plugin(folder + "/libq" + QString::fromStdString(windowingSystem) + ".so");
+        if (plugin.load()) {
+            return {};
+        }
+        reason = plugin.errorString();
+    }
+    return "Qt's plugin for " + windowingSystem + " does not load: " + reason.toStdString();
+}
+
+std::string displayProblem(const std::string& windowingSystem) {
+    if (windowingSystem != "xcb") {
+        return {};
+    }
+    xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
+    const bool isRefused = xcb_connection_has_error(connection) != 0;
+    xcb_disconnect(connection);
+    return isRefused ? "the X server takes no further connection" : "";
+}
+
+/// The icons beside the program, which are not where the desktop looks for icons when it runs where it was built.
+QString ownIcons() {
+    return QDir::cleanPath(QCoreApplication::applicationDirPath() + "/" VANTREL_DATA_FROM_BIN "/icons");
+}
+
+/// Numbers are written and read in the "C" locale by the host; Qt sets the person's for the whole process.
+class NumericLocaleKeeper {
+  public:
+    NumericLocaleKeeper() : name_(std::setlocale(LC_NUMERIC, nullptr)) {}
+    ~NumericLocaleKeeper() { std::setlocale(LC_NUMERIC, name_.c_str()); }
+    NumericLocaleKeeper(const NumericLocaleKeeper&) = delete;
+    NumericLocaleKeeper& operator=(const NumericLocaleKeeper&) = delete;
+
+  private:
+    std::string name_;
+};
+
+}  // namespace
+
+std::unique_ptr<QtGuest> QtGuest::start(const std::string& windowingSystem, std::string& problem) {
+    problem = pluginProblem(windowingSystem);
+    if (problem.empty()) {
+        problem = displayProblem(windowingSystem);
+    }
+    if (!problem.empty()) {
+        return nullptr;
+    }
+    return std::unique_ptr<QtGuest>(new QtGuest(windowingSystem));  // NOLINT: the constructor is private
+}
+
+QtGuest::QtGuest(const std::string& windowingSystem) : platform_(windowingSystem) {
+    // Qt's own event loop without GLib would leave its timers to nobody.
+    qunsetenv("QT_NO_GLIB");
+    // The host answers the session manager; Qt would end the application on its behalf.
+    QCoreApplication::setAttribute(Qt::AA_DisableSessionManager);
+    QCoreApplication::setQuitLockEnabled(false);
+    QGuiApplication::setDesktopFileName("org.vantrel.Vantrel");
+
+    const NumericLocaleKeeper numericLocale;
+    arguments_ = {programName_.data(), platformOption_.data(), platform_.data(), nullptr};
+    application_.emplace(argumentCount_, arguments_.data());
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    QIcon::setThemeSearchPaths(QIcon::themeSearchPaths() << ownIcons());
+    application_->installEventFilter(this);
+}
+
+QtGuest::~QtGuest() {
+    flushDeferredDeletions();
+    // Its end runs after that of whoever draws: nothing of Qt is left by then.
+    application_.reset();
+}
+
+void QtGuest::flushDeferredDeletions() {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+bool QtGuest::eventFilter(QObject* watched, QEvent* event) {
+    // What Qt deletes later it has mostly just taken off the screen: menus, tool tips, drop-down lists.
+    if (event->type() == QEvent::Hide && watched->isWidgetType() && static_cast<QWidget*>(watched)->isWindow()) {
+        QTimer::singleShot(0, this, [] { flushDeferredDeletions(); });
+    }
+    return false;
+}
+
+}  // namespace vantrel::qt

@@ -1,0 +1,314 @@
+#include "helpers/settings/SettingsWindow.hpp"
+
+#include <QAccessibleWidget>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QCursor>
+#include <QEvent>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+#include "Vantrel/Interface/PreferencesWindowLayout.hpp"
+#include "helpers/settings/DesktopFonts.hpp"
+#include "helpers/settings/FormLayout.hpp"
+#include "helpers/settings/QtObjects.hpp"
+#include "helpers/settings/WindowManager.hpp"
+
+namespace vantrel::qt {
+
+using Layout = PreferencesWindowLayout;
+using Texts = PreferencesWindowTexts;
+
+namespace {
+
+/// A plain widget is a mere filler to a screen reader, which would not tell that a window came.
+class AccessibleWindow final : public QAccessibleWidget {
+  public:
+    explicit AccessibleWindow(QWidget* window) : QAccessibleWidget(window, QAccessible::Dialog) {}
+};
+
+QAccessibleInterface* makeAccessibleWindow(const QString& /*className*/, QObject* object) {
+    auto* const window = dynamic_cast<SettingsWindow*>(object);
+    // Qt's cache of interfaces takes it over.
+    return window != nullptr ? std::make_unique<AccessibleWindow>(window).release() : nullptr;
+}
+
+}  // namespace
+
+SettingsWindow::SettingsWindow()
+    : QWidget(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                           Qt::WindowCloseButtonHint),
+      title_(Texts::title),
+      subtitle_(SemanticColor::secondaryLabel, Texts::subtitle),
+      primaryLabel_(SemanticColor::secondaryLabel, Texts::primaryLabel),
+      resetShortcutButton_(Texts::resetButton),
+      recommendation_(SemanticColor::secondaryLabel, Texts::recommendation),
+      modeLabel_(SemanticColor::secondaryLabel, Texts::modeLabel),
+      animationLabel_(SemanticColor::secondaryLabel, Texts::animationLabel),
+      feedbackLabel_(SemanticColor::secondaryLabel, Texts::feedbackLabel),
+      soundButton_(Texts::soundButton),
+      savedPointsSummaryLabel_(SemanticColor::secondaryLabel),
+      savedPointsEmptyLabel_(SemanticColor::secondaryLabel, Texts::savedPointsEmpty),
+      clearSavedPointsButton_(Texts::clearSavedPointsButton) {
+    QAccessible::installFactory(makeAccessibleWindow);
+    setWindowTitle(Texts::windowTitle);
+    resize(Layout::contentWidth, Layout::contentHeight);
+    setWindowIcon(QIcon::fromTheme("org.vantrel.Vantrel"));
+    wireControls();
+    buildContent();
+    setTabOrders();
+    isBuilt_ = true;
+    updateFonts();
+    updateColors();
+    measureAfresh();
+    centerOnPointersDisplay();
+}
+
+void SettingsWindow::buildContent() {
+    auto& stack = makeOwnedByParent<QVBoxLayout>(this);
+    stack.setContentsMargins(Layout::sideMargin, Layout::topMargin, Layout::sideMargin, Layout::bottomMargin);
+    stack.setSpacing(Layout::rootSpacing);
+    stack.addWidget(&makeHeader());
+    stack.addWidget(&makeShortcutSection());
+    stack.addWidget(&makeBehaviorSection());
+    stack.addWidget(&makeSavedPointsSection());
+    // Spare height stays at the bottom.
+    stack.addStretch(1);
+}
+
+QWidget& SettingsWindow::makeHeader() {
+    auto& header = makeOwnedByParent<QWidget>();
+    auto& stack = makeOwnedByParent<QVBoxLayout>(&header);
+    stack.setContentsMargins(0, 0, 0, 0);
+    stack.setSpacing(Layout::headerSpacing);
+    stack.addWidget(&title_);
+    stack.addWidget(&subtitle_);
+    return header;
+}
+
+QWidget& SettingsWindow::makeShortcutSection() {
+    return makeSection(Texts::shortcutSection, {&makeFormRow(primaryLabel_, recorder_, resetShortcutButton_),
+                                                &shortcutStatusLabel_, &recommendation_});
+}
+
+QWidget& SettingsWindow::makeBehaviorSection() {
+    return makeSection(Texts::behaviorSection,
+                       {&makeFormRow(modeLabel_, modePopup_), &makeFormRow(animationLabel_, animationPopup_),
+                        &makeFormRow(feedbackLabel_, soundButton_)});
+}
+
+QWidget& SettingsWindow::makeSavedPointsSection() {
+    savedPointsSummaryLabel_.setWordWrap(false);
+    savedPointsEmptyLabel_.setWordWrap(false);
+    return makeSection(Texts::savedPointsSection, {&savedPointsSummaryLabel_, &savedPointsEmptyLabel_,
+                                                   &savedPointsTable_, &clearSavedPointsButton_});
+}
+
+void SettingsWindow::wireControls() {
+    using Delegate = PreferencesWindowViewDelegate;
+    // Only what the person does: what the controller sets is not an action.
+    connect(&resetShortcutButton_, &QPushButton::clicked, this, [this] { send(&Delegate::resetShortcut); });
+    connect(&modePopup_, &QComboBox::activated, this, [this] { send(&Delegate::modeChanged); });
+    connect(&animationPopup_, &QComboBox::activated, this, [this] { send(&Delegate::animationChanged); });
+    // Not `clicked`: a screen reader changes a box without a click.
+    connect(&soundButton_, &QCheckBox::toggled, this, [this] { send(&Delegate::soundChanged); });
+    connect(&clearSavedPointsButton_, &QPushButton::clicked, this, [this] { send(&Delegate::clearSavedPoints); });
+    // Enter presses buttons too, not only Space.
+    resetShortcutButton_.setAutoDefault(true);
+    clearSavedPointsButton_.setAutoDefault(true);
+}
+
+void SettingsWindow::setTabOrders() {
+    QWidget* previous = &recorder_;
+    for (QWidget* const next :
+         std::initializer_list<QWidget*>{&resetShortcutButton_, &modePopup_, &animationPopup_, &soundButton_,
+                                         &savedPointsTable_.table(), &clearSavedPointsButton_}) {
+        setTabOrder(previous, next);
+        previous = next;
+    }
+    recorder_.setFocus();
+}
+
+void SettingsWindow::send(Action action) {
+    if (const auto delegate = delegate_.lock()) {
+        (delegate.get()->*action)();
+    }
+}
+
+void SettingsWindow::setDelegate(std::weak_ptr<PreferencesWindowViewDelegate> delegate) {
+    delegate_ = delegate;
+    savedPointsTable_.setSource(std::move(delegate));
+}
+
+void SettingsWindow::setShortcutStatus(const std::string& text, SemanticColor color) {
+    shortcutStatusLabel_.announce(QString::fromStdString(text), color);
+    shortcutStatusLabel_.tint(palette());
+}
+
+void SettingsWindow::setTitles(PreferencesPopUp popUp, const std::vector<std::string>& titles) {
+    QComboBox& button = popUpButton(popUp);
+    button.clear();
+    for (const std::string& title : titles) {
+        button.addItem(QString::fromStdString(title));
+    }
+}
+
+void SettingsWindow::selectItem(PreferencesPopUp popUp, std::size_t index) {
+    popUpButton(popUp).setCurrentIndex(static_cast<int>(index));
+}
+
+std::int64_t SettingsWindow::indexOfSelectedItem(PreferencesPopUp popUp) const {
+    return popUpButton(popUp).currentIndex();
+}
+
+void SettingsWindow::setSoundChecked(bool checked) {
+    const QSignalBlocker notByThePerson(soundButton_);
+    soundButton_.setChecked(checked);
+}
+
+void SettingsWindow::setSavedPointsSummary(const std::string& text) {
+    savedPointsSummaryLabel_.setText(QString::fromStdString(text));
+}
+
+void SettingsWindow::setSavedPointsEmptyLabelHidden(bool hidden) {
+    savedPointsEmptyLabel_.setHidden(hidden);
+}
+
+void SettingsWindow::setSavedPointsTableHidden(bool hidden) {
+    savedPointsTable_.setTableHidden(hidden);
+}
+
+void SettingsWindow::setClearSavedPointsEnabled(bool enabled) {
+    clearSavedPointsButton_.setEnabled(enabled);
+}
+
+void SettingsWindow::reloadSavedPoints() {
+    savedPointsTable_.reload();
+}
+
+void SettingsWindow::showWindow() {
+    if (isHidden()) {
+        measureAfresh();
+        WindowManager::waitUntilWithdrawn(*this);
+        WindowManager::skipTaskBar(*this);
+    }
+    show();
+}
+
+void SettingsWindow::makeKeyAndOrderFront() {
+    WindowManager::bringToFront(*this);
+}
+
+bool SettingsWindow::event(QEvent* event) {
+    const bool isHandled = QWidget::event(event);
+    if (event->type() == QEvent::LayoutRequest) {
+        fitContent();
+    }
+    return isHandled;
+}
+
+void SettingsWindow::keyPressEvent(QKeyEvent* event) {
+    // While a shortcut is recorded no key gets here.
+    if (event->key() == Qt::Key_Escape) {
+        close();
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+void SettingsWindow::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    // Closed and opened again at once: Qt still takes the window for the one with the keyboard, and so will not notice
+    // that it gets it.
+    if (QGuiApplication::focusWindow() == windowHandle()) {
+        QT_WARNING_PUSH
+        QT_WARNING_DISABLE_DEPRECATED
+        QApplication::setActiveWindow(this);
+        QT_WARNING_POP
+    }
+}
+
+void SettingsWindow::closeEvent(QCloseEvent* event) {
+    // Qt would take the window itself down, and its place on the screen with it.
+    event->ignore();
+    hide();
+}
+
+void SettingsWindow::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (!isBuilt_) {
+        return;
+    }
+    switch (event->type()) {
+        case QEvent::PaletteChange:
+            updateColors();
+            break;
+        case QEvent::FontChange:
+        case QEvent::StyleChange:
+            updateFonts();
+            break;
+        default:
+            break;
+    }
+}
+
+void SettingsWindow::updateColors() {
+    for (TintedLabel* const label : std::initializer_list<TintedLabel*>{
+             &subtitle_, &primaryLabel_, &shortcutStatusLabel_, &recommendation_, &modeLabel_, &animationLabel_,
+             &feedbackLabel_, &savedPointsSummaryLabel_, &savedPointsEmptyLabel_}) {
+        label->tint(palette());
+    }
+}
+
+void SettingsWindow::updateFonts() {
+    title_.setFont(titleFont());
+    recorder_.updateFont();
+    alignFormLabels({&primaryLabel_, &modeLabel_, &animationLabel_, &feedbackLabel_});
+}
+
+void SettingsWindow::fitContent() {
+    // Wider only where the desktop's font is so large that a row does not fit. A window does not shrink under the
+    // person's hands.
+    const int neededWidth = std::max({Layout::contentWidth, layout()->totalMinimumSize().width(), width()});
+    const int neededHeight = std::max({Layout::contentHeight, layout()->totalHeightForWidth(neededWidth), height()});
+    const QSize needed(neededWidth, neededHeight);
+    if (needed != size() || needed != minimumSize() || needed != maximumSize()) {
+        setFixedSize(needed);
+    }
+}
+
+void SettingsWindow::measureAfresh() {
+    // In a window that is not shown, what changed inside a box has not reached the layout around the box yet.
+    for (QWidget* const child : findChildren<QWidget*>()) {
+        child->updateGeometry();
+    }
+    fitContent();
+}
+
+void SettingsWindow::centerOnPointersDisplay() {
+    const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
+    if (screen == nullptr) {
+        screen = QGuiApplication::primaryScreen();
+    }
+    if (screen == nullptr) {
+        return;
+    }
+    QRect frame = rect();
+    frame.moveCenter(screen->availableGeometry().center());
+    move(frame.topLeft());
+}
+
+QComboBox& SettingsWindow::popUpButton(PreferencesPopUp popUp) {
+    return popUp == PreferencesPopUp::mode ? modePopup_ : animationPopup_;
+}
+
+const QComboBox& SettingsWindow::popUpButton(PreferencesPopUp popUp) const {
+    return popUp == PreferencesPopUp::mode ? modePopup_ : animationPopup_;
+}
+
+}  // namespace vantrel::qt
