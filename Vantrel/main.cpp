@@ -28,10 +28,10 @@ int complain(const std::string& problem, int exitStatus) {
     return exitStatus;
 }
 
-int runAgent(std::unique_ptr<vantrel::x11::X11Platform> display, std::vector<std::string> urls) {
+int runAgent(std::unique_ptr<vantrel::DisplaySession> session, std::vector<std::string> urls) {
     const std::uint32_t hotKeySignature = vantrel::vantrelHotKeySignature;
     const vantrel::EventHandlerProc hotKeyHandler = &vantrel::AppDelegate::hotKeyPressed;
-    vantrel::AgentPlatform platform(std::move(display));
+    vantrel::AgentPlatform platform(std::move(session));
     vantrel::desktop::DesktopApplication& app = platform.application();
     const auto delegate = vantrel::AppDelegate::create(platform.abilities(), hotKeySignature, hotKeyHandler);
     app.setDelegate(delegate);
@@ -41,13 +41,13 @@ int runAgent(std::unique_ptr<vantrel::x11::X11Platform> display, std::vector<std
 
 int start(std::vector<std::string> urls) {
     std::string problem;
-    auto display = vantrel::chooseDisplayPlatform(problem);
-    if (!display) {
+    auto session = vantrel::chooseDisplaySession(problem);
+    if (!session) {
         return complain(problem, EXIT_FAILURE);
     }
-    switch (vantrel::becomeAgentOrHandOver(*display, urls)) {
+    switch (vantrel::becomeAgentOrHandOver(*session, urls)) {
         case vantrel::StartOutcome::isTheAgent:
-            return runAgent(std::move(display), std::move(urls));
+            return runAgent(std::move(session), std::move(urls));
         case vantrel::StartOutcome::handedOver:
             return urls.empty() ? complain("Vantrel is already running", EXIT_SUCCESS) : EXIT_SUCCESS;
         case vantrel::StartOutcome::noAnswer:

@@ -6,21 +6,22 @@
 
 namespace vantrel {
 
-AgentPlatform::AgentPlatform(std::unique_ptr<x11::X11Platform> display)
-    : display_(std::move(display)),
+AgentPlatform::AgentPlatform(std::unique_ptr<DisplaySession> session)
+    : session_(std::move(session)),
       defaults_(desktop::defaultStorePath()),
+      statusBar_([this](ItemPresenter::Events events) { return session_->makeItemPresenter(std::move(events)); }),
       application_(mainQueue_, [this](GDBusConnection* bus) { statusBar_.setSessionBus(bus); }) {
     // The last that the process does before it sleeps.
     defaults_.setRestHandler([] { desktop::RestingMemory::giveBack(); });
-    display_->attach(
-        nullptr, [this] { application_.fail("the X server went away"); },
-        [this](std::vector<std::string> urls) {
-            if (urls.empty()) {
-                application_.reopen();
-            } else {
-                application_.open(std::move(urls));
-            }
-        });
+    session_->attach({.ended = [this](const std::string& reason) { application_.fail(reason); },
+                      .opened =
+                          [this](std::vector<std::string> urls) {
+                              if (urls.empty()) {
+                                  application_.reopen();
+                              } else {
+                                  application_.open(std::move(urls));
+                              }
+                          }});
 }
 
 AgentPlatform::~AgentPlatform() {
@@ -31,10 +32,10 @@ AgentPlatform::~AgentPlatform() {
 
 Platform AgentPlatform::abilities() {
     return {application_,
-            display_->displays(),
-            display_->pointerReader(),
-            display_->pointerWarper(),
-            display_->hotKeys(),
+            session_->displays(),
+            session_->pointerReader(),
+            session_->pointerWarper(),
+            session_->hotKeys(),
             mainQueue_,
             runLoop_,
             defaults_,

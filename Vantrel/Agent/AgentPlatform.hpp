@@ -2,7 +2,6 @@
 
 #include <memory>
 
-#include "Vantrel/Backends/X11/X11Platform.hpp"
 #include "Vantrel/Desktop/Application/DesktopApplication.hpp"
 #include "Vantrel/Desktop/GLibURLParser.hpp"
 #include "Vantrel/Desktop/Loop/GLibMainQueue.hpp"
@@ -14,6 +13,7 @@
 #include "Vantrel/Desktop/Sound/DelayedSoundPlayer.hpp"
 #include "Vantrel/Desktop/StatusItem/DesktopStatusBar.hpp"
 #include "Vantrel/Desktop/Store/SQLiteUserDefaults.hpp"
+#include "Vantrel/Platform/DisplaySession.hpp"
 #include "Vantrel/Platform/Platform.hpp"
 
 namespace vantrel {
@@ -21,8 +21,8 @@ namespace vantrel {
 /// Everything that the agent runs on in this session. Each ability lives here; the controller only refers to them.
 class AgentPlatform {
   public:
-    /// Takes the display that this process is the agent of, opens the store and prepares the main loop.
-    explicit AgentPlatform(std::unique_ptr<x11::X11Platform> display);
+    /// Takes the session that this process is the agent of, opens the store and prepares the main loop.
+    explicit AgentPlatform(std::unique_ptr<DisplaySession> session);
     ~AgentPlatform();
     AgentPlatform(const AgentPlatform&) = delete;
     AgentPlatform& operator=(const AgentPlatform&) = delete;
@@ -34,7 +34,7 @@ class AgentPlatform {
 
   private:
     // In the order in which one may use the other.
-    std::unique_ptr<x11::X11Platform> display_;
+    std::unique_ptr<DisplaySession> session_;
     desktop::GLibMainQueue mainQueue_;
     desktop::GLibRunLoop runLoop_;
     desktop::RestingMemory restingMemory_;

@@ -2,15 +2,15 @@
 
 namespace vantrel {
 
-StartOutcome becomeAgentOrHandOver(x11::X11Platform& display, const std::vector<std::string>& urls) {
-    if (display.claimDisplay()) {
+StartOutcome becomeAgentOrHandOver(DisplaySession& session, const std::vector<std::string>& urls) {
+    if (session.claim()) {
         return StartOutcome::isTheAgent;
     }
-    if (display.sendToAgent(urls)) {
+    if (session.handOver(urls)) {
         return StartOutcome::handedOver;
     }
     // An agent that ended meanwhile has left its place.
-    return display.claimDisplay() ? StartOutcome::isTheAgent : StartOutcome::noAnswer;
+    return session.claim() ? StartOutcome::isTheAgent : StartOutcome::noAnswer;
 }
 
 }  // namespace vantrel

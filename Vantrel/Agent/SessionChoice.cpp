@@ -1,5 +1,7 @@
 #include "Vantrel/Agent/SessionChoice.hpp"
 
+#include "Vantrel/Backends/X11/X11Session.hpp"
+
 #include <cstdlib>
 
 namespace vantrel {
@@ -13,12 +15,12 @@ bool isSet(const char* variable) {
 
 }  // namespace
 
-std::unique_ptr<x11::X11Platform> chooseDisplayPlatform(std::string& error) {
+std::unique_ptr<DisplaySession> chooseDisplaySession(std::string& error) {
     if (!isSet("DISPLAY") && isSet("WAYLAND_DISPLAY")) {
         error = "this is a Wayland session, whose pointer Vantrel cannot move; log in to an X11 session";
         return nullptr;
     }
-    return x11::X11Platform::connect(error);
+    return x11::X11Session::connect(error);
 }
 
 }  // namespace vantrel

@@ -1,14 +1,8 @@
 #pragma once
 
-#include <cstdint>
 #include <functional>
-#include <vector>
 
 namespace vantrel {
-
-/// Draws the item's icon as size x size pixels, row by row from the top, each 0xAARRGGBB with colours not multiplied by
-/// alpha.
-using ItemIconPainter = std::function<std::vector<std::uint32_t>(int size)>;
 
 /// Shows the status item by means of the windowing system itself, such as the old system tray of X.
 class ItemPresenter {

@@ -39,7 +39,7 @@ gint waitAndStamp(GPollFD* descriptors, guint count, gint timeout) {
 int run(const char* file) {
     setUpProcess();
     std::string problem;
-    auto display = chooseDisplayPlatform(problem);
+    auto display = chooseDisplaySession(problem);
     if (!display || becomeAgentOrHandOver(*display, {}) != StartOutcome::isTheAgent) {
         std::fprintf(stderr, "not the agent of this display: %s\n", problem.c_str());
         return EXIT_FAILURE;

@@ -8,8 +8,6 @@
 #include <string>
 #include <utility>
 
-#include "helpers/messages/WindowText.hpp"
-
 namespace vantrel::overlay {
 
 namespace {
@@ -73,17 +71,8 @@ void Overlay::obey(const OverlayMessage& message) {
                 menu_->setRows(desktop::rowsFromFields(message.fields));
             }
             break;
-        case Kind::paintWindow:
-            if (message.fields.size() == 4) {
-                const auto window = static_cast<xcb_window_t>(std::strtoul(message.fields[0].c_str(), nullptr, 10));
-                const int width = paintWindowText(*screen_, typesetter_, window, message.fields[1],
-                                                  fontFromFields(message.fields, 2));
-                agent_.send({.kind = Kind::windowPainted, .fields = {message.fields[0], std::to_string(width)}});
-            }
-            break;
         case Kind::rowChosen:
         case Kind::menuClosed:
-        case Kind::windowPainted:
             break;
     }
 }

@@ -11,14 +11,12 @@ namespace vantrel::desktop {
 /// What the agent and its overlay program tell each other. Each message is one packet on their socket.
 struct OverlayMessage {
     enum class Kind : char {
-        showText = 'T',      ///< to the overlay: text, font size (points), font weight
-        hideText = 'H',      ///< to the overlay
-        openMenu = 'M',      ///< to the overlay: rows; at the pointer
-        updateMenu = 'U',    ///< to the overlay: rows; does nothing unless the menu is open
-        paintWindow = 'P',   ///< to the overlay: window, text, font size, font weight
-        rowChosen = 'R',     ///< to the agent: row
-        menuClosed = 'C',    ///< to the agent
-        windowPainted = 'W'  ///< to the agent: window, width that the text needs
+        showText = 'T',    ///< to the overlay: text, font size (points), font weight
+        hideText = 'H',    ///< to the overlay
+        openMenu = 'M',    ///< to the overlay: rows; at the pointer
+        updateMenu = 'U',  ///< to the overlay: rows; does nothing unless the menu is open
+        rowChosen = 'R',   ///< to the agent: row
+        menuClosed = 'C'   ///< to the agent
     };
 
     Kind kind;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-namespace vantrel::x11 {
+namespace vantrel::backend {
 
 namespace {
 
@@ -56,4 +56,4 @@ std::optional<std::uint32_t> virtualKeyForXkbName(std::string_view name) {
     return key->keyCode;
 }
 
-}  // namespace vantrel::x11
+}  // namespace vantrel::backend

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vantrel::x11 {
+namespace vantrel::backend {
 
 /// The XKB names ("AC03") of the keys that stand where the macOS virtual key code has its place; several where PC
 /// keyboards have more than one such key, empty for a code that names no place on a PC keyboard. Names, unlike keycodes
@@ -16,4 +16,4 @@ std::vector<std::string_view> xkbNamesForVirtualKey(std::uint32_t keyCode);
 /// keys.
 std::optional<std::uint32_t> virtualKeyForXkbName(std::string_view name);
 
-}  // namespace vantrel::x11
+}  // namespace vantrel::backend

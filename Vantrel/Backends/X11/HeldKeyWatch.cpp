@@ -58,7 +58,7 @@ bool HeldKeyWatch::handleRawRelease(const xcb_generic_event_t& event) {
 
 void HeldKeyWatch::watchSoon() {
     if (held_.any() && !isWatching_) {
-        begin_.schedule(context_, watchDelay);
+        begin_.schedule(watchDelay);
     }
 }
 
@@ -69,7 +69,7 @@ void HeldKeyWatch::beginWatch() {
     connection_.takeQueued();
     if (connection_.hasPendingEvents()) {
         // What came meanwhile may be a further press of the same key: let it have its turn and look again.
-        begin_.schedule(context_);
+        begin_.schedule();
         return;
     }
     held_ &= down;

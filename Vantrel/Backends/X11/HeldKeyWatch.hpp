@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "Vantrel/Backends/X11/DeferredTask.hpp"
+#include "Vantrel/Backends/Common/DeferredTask.hpp"
 #include "Vantrel/Backends/X11/Keymap.hpp"
 #include "Vantrel/Backends/X11/X11Connection.hpp"
 
@@ -15,9 +15,6 @@ namespace vantrel::x11 {
 class HeldKeyWatch {
   public:
     explicit HeldKeyWatch(X11Connection& connection);
-
-    /// Where the watch is begun.
-    void setContext(GMainContext* context) { context_ = context; }
 
     /// Notes the press; false when the key was held already, so that the press is a repeat.
     bool press(std::uint8_t keycode);
@@ -36,10 +33,9 @@ class HeldKeyWatch {
     void selectRawReleases(bool isWanted);
 
     X11Connection& connection_;
-    GMainContext* context_ = nullptr;
     KeySet held_;
     bool isWatching_ = false;
-    DeferredTask begin_;
+    backend::DeferredTask begin_;
 };
 
 }  // namespace vantrel::x11

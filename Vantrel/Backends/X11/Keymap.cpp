@@ -163,7 +163,7 @@ void Keymap::findLocks(const KeymapDescription& description) {
 
 KeySet Keymap::keysAt(std::uint32_t keyCode) const {
     KeySet keys;
-    for (const std::string_view name : xkbNamesForVirtualKey(keyCode)) {
+    for (const std::string_view name : backend::xkbNamesForVirtualKey(keyCode)) {
         for (std::size_t keycode = 0; keycode < names_.size(); ++keycode) {
             if (textOf(names_[keycode]) == name) {
                 keys.set(keycode);
@@ -245,7 +245,7 @@ std::optional<std::uint32_t> Keymap::virtualKeyOf(std::uint8_t keycode) const {
     if (escapeKeys_.test(keycode)) {
         return escapeKeyCode;
     }
-    return virtualKeyForXkbName(textOf(names_.at(keycode)));
+    return backend::virtualKeyForXkbName(textOf(names_.at(keycode)));
 }
 
 std::uint32_t Keymap::carbonModifiersOfHeldKeys(const KeySet& held) const {

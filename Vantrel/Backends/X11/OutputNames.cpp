@@ -1,5 +1,7 @@
 #include "Vantrel/Backends/X11/OutputNames.hpp"
 
+#include "Vantrel/Backends/Common/DisplayIdentity.hpp"
+
 namespace vantrel::x11 {
 
 namespace {
@@ -37,13 +39,13 @@ void OutputNames::takeAnswers() {
             outputs_.erase(question.output);  // the output itself is gone
             continue;
         }
-        OutputIdentity& identity = outputs_[question.output];
+        backend::OutputIdentity& identity = outputs_[question.output];
         const auto* name = xcb_randr_get_output_info_name(info.get());
         identity.connector.assign(name, name + xcb_randr_get_output_info_name_length(info.get()));
         identity.edid.clear();
         if (edid) {
             const auto length = static_cast<std::size_t>(xcb_randr_get_output_property_data_length(edid.get()));
-            identity.edid = edidIdentity({xcb_randr_get_output_property_data(edid.get()), length});
+            identity.edid = backend::edidIdentity({xcb_randr_get_output_property_data(edid.get()), length});
         }
     }
 }
@@ -70,9 +72,9 @@ void OutputNames::learn(std::span<const xcb_randr_output_t> outputs, std::span<c
     }
 }
 
-OutputIdentity OutputNames::output(xcb_randr_output_t output) const {
+backend::OutputIdentity OutputNames::output(xcb_randr_output_t output) const {
     const auto known = outputs_.find(output);
-    return known == outputs_.end() ? OutputIdentity{} : known->second;
+    return known == outputs_.end() ? backend::OutputIdentity{} : known->second;
 }
 
 std::string OutputNames::atom(xcb_atom_t atom) const {

@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "Vantrel/Backends/X11/MonitorLayout.hpp"
+#include "Vantrel/Backends/Common/MonitorLayout.hpp"
 #include "Vantrel/Backends/X11/X11Connection.hpp"
 
 namespace vantrel::x11 {
@@ -31,7 +31,7 @@ class OutputNames {
     /// Waits for nothing more than the answers already under way when all is known.
     void learn(std::span<const xcb_randr_output_t> outputs, std::span<const xcb_atom_t> atoms);
 
-    [[nodiscard]] OutputIdentity output(xcb_randr_output_t output) const;
+    [[nodiscard]] backend::OutputIdentity output(xcb_randr_output_t output) const;
     [[nodiscard]] std::string atom(xcb_atom_t atom) const;
 
   private:
@@ -48,7 +48,7 @@ class OutputNames {
     xcb_atom_t edidAtom_ = XCB_ATOM_NONE;
     std::vector<Question> questions_;
     std::set<xcb_randr_output_t> doubted_;
-    std::unordered_map<xcb_randr_output_t, OutputIdentity> outputs_;
+    std::unordered_map<xcb_randr_output_t, backend::OutputIdentity> outputs_;
     std::unordered_map<xcb_atom_t, std::string> atoms_;
 };
 

@@ -117,18 +117,18 @@ void ScreenState::takeMonitors(xcb_randr_get_monitors_cookie_t cookie) {
     }
     names_.learn(outputs, atoms);
 
-    std::vector<Monitor> monitors;
+    std::vector<backend::Monitor> monitors;
     for (auto info = xcb_randr_get_monitors_monitors_iterator(reply.get()); info.rem > 0;
          xcb_randr_monitor_info_next(&info)) {
         const xcb_randr_monitor_info_t& data = *info.data;
-        Monitor monitor{names_.atom(data.name),
-                        data.primary != 0,
-                        data.automatic != 0,
-                        data.x,
-                        data.y,
-                        data.width,
-                        data.height,
-                        {}};
+        backend::Monitor monitor{names_.atom(data.name),
+                                 data.primary != 0,
+                                 data.automatic != 0,
+                                 data.x,
+                                 data.y,
+                                 data.width,
+                                 data.height,
+                                 {}};
         const auto* output = xcb_randr_monitor_info_outputs(info.data);
         for (int index = 0; index < xcb_randr_monitor_info_outputs_length(info.data); ++index) {
             monitor.outputs.push_back(names_.output(output[index]));
@@ -136,7 +136,7 @@ void ScreenState::takeMonitors(xcb_randr_get_monitors_cookie_t cookie) {
         }
         monitors.push_back(std::move(monitor));
     }
-    layout_ = layoutOfMonitors(monitors);
+    layout_ = backend::layoutOfMonitors(monitors);
 }
 
 void ScreenState::notePress(const xcb_key_press_event_t& press) {

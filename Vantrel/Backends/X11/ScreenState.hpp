@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "Vantrel/Backends/X11/MonitorLayout.hpp"
+#include "Vantrel/Backends/Common/MonitorLayout.hpp"
 #include "Vantrel/Backends/X11/OutputNames.hpp"
 #include "Vantrel/Backends/X11/X11Connection.hpp"
 #include "VantrelCore/PlatformGeometry.hpp"
@@ -22,7 +22,7 @@ class ScreenState final : public X11EventListener {
     /// Makes layout and pointer current, if they are not yet in this turn of the loop.
     void synchronize();
 
-    [[nodiscard]] const DisplayLayout& layout() const { return layout_; }
+    [[nodiscard]] const backend::DisplayLayout& layout() const { return layout_; }
 
     /// The pointer in the global display space; none when it is on another screen or the server is gone.
     [[nodiscard]] std::optional<CGPoint> pointer() const;
@@ -57,7 +57,7 @@ class ScreenState final : public X11EventListener {
 
     X11Connection& connection_;
     OutputNames names_;
-    DisplayLayout layout_;
+    backend::DisplayLayout layout_;
     bool layoutIsStale_ = true;
     bool isInsideWayland_ = false;
     bool pointerIsFresh_ = false;

@@ -21,8 +21,9 @@ CGError X11Displays::CGGetActiveDisplayList(std::span<CGDirectDisplayID> activeD
 
 CGRect X11Displays::CGDisplayBounds(CGDirectDisplayID display) {
     const auto& displays = screen_.layout().displays;
-    const auto found = std::find_if(displays.begin(), displays.end(),
-                                    [display](const ActiveDisplay& candidate) { return candidate.id == display; });
+    const auto found =
+        std::find_if(displays.begin(), displays.end(),
+                     [display](const backend::ActiveDisplay& candidate) { return candidate.id == display; });
     return found == displays.end() ? CGRect{} : found->bounds;
 }
 

@@ -21,7 +21,7 @@ struct X11EventSource::Source {
     State* state;
 };
 
-X11EventSource::X11EventSource(X11Connection& connection, GMainContext* context, std::function<void()> turnBegan,
+X11EventSource::X11EventSource(X11Connection& connection, std::function<void()> turnBegan,
                                std::function<void()> connectionLost) {
     static GSourceFuncs functions{&prepare, &check, &dispatch, nullptr, nullptr, nullptr};
     auto state = std::make_unique<State>(State{connection, std::move(turnBegan), std::move(connectionLost), {}});
@@ -37,7 +37,7 @@ X11EventSource::X11EventSource(X11Connection& connection, GMainContext* context,
     // puts it back, waking itself up each time: two writes, a read and a turn of the loop between a press and its task.
     g_source_set_can_recurse(source, TRUE);
     g_source_add_poll(source, &source_->state->descriptor);
-    g_source_attach(source, context);
+    g_source_attach(source, nullptr);
 }
 
 X11EventSource::~X11EventSource() {

@@ -9,13 +9,12 @@
 
 namespace vantrel::x11 {
 
-/// Serves a connection from a GLib main context: events get their turn, requests are sent before the loop sleeps.
+/// Serves a connection from the main loop: events get their turn, requests are sent before the loop sleeps.
 class X11EventSource {
   public:
     /// `turnBegan` runs once in each turn of the loop; `connectionLost` once, when the server goes away. The connection
     /// outlives the source.
-    X11EventSource(X11Connection& connection, GMainContext* context, std::function<void()> turnBegan,
-                   std::function<void()> connectionLost);
+    X11EventSource(X11Connection& connection, std::function<void()> turnBegan, std::function<void()> connectionLost);
     ~X11EventSource();
     X11EventSource(const X11EventSource&) = delete;
     X11EventSource& operator=(const X11EventSource&) = delete;

@@ -4,7 +4,7 @@
 
 namespace vantrel::desktop {
 
-DesktopStatusBar::DesktopStatusBar() = default;
+DesktopStatusBar::DesktopStatusBar(PresenterMaker makePresenter) : makePresenter_(std::move(makePresenter)) {}
 
 DesktopStatusBar::~DesktopStatusBar() = default;
 

@@ -2,9 +2,12 @@
 
 #include <gio/gio.h>
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 #include "Vantrel/Desktop/GLibHandles.hpp"
+#include "Vantrel/Platform/ItemPresenter.hpp"
 #include "Vantrel/Platform/StatusItem.hpp"
 
 namespace vantrel::desktop {
@@ -14,7 +17,10 @@ class DesktopStatusItem;
 /// The panel of a Linux desktop, whichever it is: a StatusNotifier host, an old system tray, or none.
 class DesktopStatusBar final : public StatusBar {
   public:
-    DesktopStatusBar();
+    /// What shows an item where no StatusNotifier host does; may give null.
+    using PresenterMaker = std::function<std::unique_ptr<ItemPresenter>(ItemPresenter::Events events)>;
+
+    explicit DesktopStatusBar(PresenterMaker makePresenter);
     ~DesktopStatusBar() override;
     DesktopStatusBar(const DesktopStatusBar&) = delete;
     DesktopStatusBar& operator=(const DesktopStatusBar&) = delete;
@@ -30,6 +36,11 @@ class DesktopStatusBar final : public StatusBar {
     friend class DesktopStatusItem;
     void forget(const DesktopStatusItem& item);
 
+    std::unique_ptr<ItemPresenter> makePresenter(ItemPresenter::Events events) {
+        return makePresenter_(std::move(events));
+    }
+
+    PresenterMaker makePresenter_;
     GObjectPointer<GDBusConnection> bus_;
     std::vector<DesktopStatusItem*> items_;
 };

@@ -30,10 +30,12 @@ std::string beginning(const std::string& text) {
 
 DesktopStatusItem::DesktopStatusItem(DesktopStatusBar& statusBar)
     : statusBar_(statusBar),
-      overlay_({.rowChosen = [this](std::size_t row) { performRow(row); },
-                .windowPainted = [this](std::uint32_t window, int width) { tray_.windowPainted(window, width); }}),
-      tray_(overlay_, {.pressed = [this] { popUpMenu(); }, .presenceChanged = [this] { updateScreenText(); }}) {
-    tray_.setWanted(true);
+      overlay_([this](std::size_t row) { performRow(row); }),
+      presenter_(statusBar.makePresenter(
+          {.pressed = [this] { popUpMenu(); }, .presenceChanged = [this] { updateScreenText(); }})) {
+    if (presenter_) {
+        presenter_->setWanted(true);
+    }
 }
 
 DesktopStatusItem::~DesktopStatusItem() {
@@ -85,7 +87,9 @@ void DesktopStatusItem::presenceChanged() {
     if (std::exchange(keyHintStyle_, style) != style) {
         publishMenuLater();
     }
-    tray_.setWanted(!hasHost());
+    if (presenter_) {
+        presenter_->setWanted(!hasHost());
+    }
     updateScreenText();
 }
 
@@ -97,7 +101,6 @@ void DesktopStatusItem::setTitle(const std::string& title) {
     if (notifierItem_) {
         notifierItem_->setLabel(title_);
     }
-    tray_.setTitle(title_, font_);
     updateScreenText();
 }
 
@@ -111,7 +114,7 @@ void DesktopStatusItem::updateScreenText() {
 }
 
 bool DesktopStatusItem::isTitleSeenInPanel() const {
-    return (notifierItem_ && notifierItem_->drawsLabel()) || tray_.showsTitle();
+    return notifierItem_ && notifierItem_->drawsLabel();
 }
 
 void DesktopStatusItem::setToolTip(const std::string& toolTip) {
@@ -169,7 +172,7 @@ std::vector<OverlayRow> DesktopStatusItem::overlayRows() const {
 }
 
 bool DesktopStatusItem::isVisible() const {
-    return hasHost() || tray_.isShown();
+    return hasHost() || (presenter_ && presenter_->isShown());
 }
 
 void DesktopStatusItem::popUpMenu() {

@@ -10,7 +10,7 @@
 #include "Vantrel/Desktop/StatusItem/BusMenu.hpp"
 #include "Vantrel/Desktop/StatusItem/OverlayProcess.hpp"
 #include "Vantrel/Desktop/StatusItem/StatusNotifierItem.hpp"
-#include "Vantrel/Desktop/StatusItem/TrayFallback.hpp"
+#include "Vantrel/Platform/ItemPresenter.hpp"
 #include "Vantrel/Platform/StatusItem.hpp"
 
 namespace vantrel::desktop {
@@ -62,7 +62,7 @@ class DesktopStatusItem final : public StatusItem, private StatusBarButton {
     std::unique_ptr<StatusNotifierItem> notifierItem_;
     ItemFont font_;
     OverlayProcess overlay_;
-    TrayFallback tray_;
+    std::unique_ptr<ItemPresenter> presenter_;
 };
 
 }  // namespace vantrel::desktop

@@ -1,4 +1,4 @@
-#include "Vantrel/Desktop/StatusItem/ItemIcon.hpp"
+#include "Vantrel/Desktop/StatusItem/ItemIconLocation.hpp"
 
 #include <glib.h>
 

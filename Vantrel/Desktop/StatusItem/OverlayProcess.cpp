@@ -24,7 +24,7 @@ std::vector<std::string> textFields(const std::string& text, const ItemFont& fon
 
 }  // namespace
 
-OverlayProcess::OverlayProcess(Events events) : events_(std::move(events)) {}
+OverlayProcess::OverlayProcess(RowChosen rowChosen) : rowChosen_(std::move(rowChosen)) {}
 
 OverlayProcess::~OverlayProcess() {
     hangUp();
@@ -56,15 +56,6 @@ void OverlayProcess::openMenu(const std::vector<OverlayRow>& rows) {
 void OverlayProcess::updateMenu(const std::vector<OverlayRow>& rows) {
     if (isMenuOpen_) {
         send({.kind = OverlayMessage::Kind::updateMenu, .fields = rowFields(rows)});
-    }
-}
-
-void OverlayProcess::paintWindow(std::uint32_t window, const std::string& text, const ItemFont& font) {
-    if (start()) {
-        std::vector<std::string> fields = textFields(text, font);
-        fields.insert(fields.begin(), std::to_string(window));
-        send({.kind = OverlayMessage::Kind::paintWindow, .fields = std::move(fields)});
-        lingerOrStay();
     }
 }
 
@@ -125,16 +116,11 @@ void OverlayProcess::receive() {
 
 void OverlayProcess::obey(const OverlayMessage& message) {
     using Kind = OverlayMessage::Kind;
-    const auto number = [&](std::size_t field) {
-        return field < message.fields.size() ? std::strtoul(message.fields[field].c_str(), nullptr, 10) : 0;
-    };
     if (message.kind == Kind::menuClosed) {
         isMenuOpen_ = false;
         lingerOrStay();
-    } else if (message.kind == Kind::rowChosen) {
-        events_.rowChosen(number(0));
-    } else if (message.kind == Kind::windowPainted) {
-        events_.windowPainted(static_cast<std::uint32_t>(number(0)), static_cast<int>(number(1)));
+    } else if (message.kind == Kind::rowChosen && !message.fields.empty()) {
+        rowChosen_(std::strtoul(message.fields.front().c_str(), nullptr, 10));
     }
 }
 

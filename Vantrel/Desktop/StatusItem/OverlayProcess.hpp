@@ -22,12 +22,9 @@ struct ItemFont {
 /// after the last; should it end by itself, the next thing to show starts it again.
 class OverlayProcess {
   public:
-    struct Events {
-        std::function<void(std::size_t row)> rowChosen;
-        std::function<void(std::uint32_t window, int width)> windowPainted;
-    };
+    using RowChosen = std::function<void(std::size_t row)>;
 
-    explicit OverlayProcess(Events events);
+    explicit OverlayProcess(RowChosen rowChosen);
     ~OverlayProcess();
     OverlayProcess(const OverlayProcess&) = delete;
     OverlayProcess& operator=(const OverlayProcess&) = delete;
@@ -41,9 +38,6 @@ class OverlayProcess {
     void updateMenu(const std::vector<OverlayRow>& rows);
     [[nodiscard]] bool isMenuOpen() const { return isMenuOpen_; }
 
-    /// Draws the item with its text into the window, if it is wide enough, and reports the width that it needs.
-    void paintWindow(std::uint32_t window, const std::string& text, const ItemFont& font);
-
   private:
     static gboolean readable(gint socket, GIOCondition condition, gpointer data);
     static gboolean lingeredEnough(gpointer data);
@@ -55,7 +49,7 @@ class OverlayProcess {
     void obey(const OverlayMessage& message);
     void lingerOrStay();
 
-    Events events_;
+    RowChosen rowChosen_;
     FileDescriptor socket_;
     guint socketSource_ = 0;
     guint lingerSource_ = 0;

@@ -5,9 +5,10 @@
 #include <string_view>
 #include <utility>
 
-#include "Vantrel/Desktop/StatusItem/ItemIcon.hpp"
+#include "Vantrel/Desktop/StatusItem/ItemIconLocation.hpp"
 #include "Vantrel/Desktop/StatusItem/PanelLabel.hpp"
 #include "Vantrel/Desktop/StatusItem/StatusNotifierInterface.hpp"
+#include "Vantrel/Icon/ItemIcon.hpp"
 
 namespace vantrel::desktop {
 
@@ -29,9 +30,15 @@ GVariant* noPixmaps() {
 GVariant* iconPixmaps() {
     GVariantBuilder pixmaps;
     g_variant_builder_init(&pixmaps, G_VARIANT_TYPE("a(iiay)"));
-    for (const int size : itemIconSizes) {
-        const std::vector<std::uint8_t> bytes = itemIconBytes(size);
-        g_variant_builder_add(&pixmaps, "(ii@ay)", size, size,
+    for (const ItemIcon& icon : itemIcons()) {
+        std::vector<std::uint8_t> bytes;
+        bytes.reserve(icon.pixels.size() * sizeof(std::uint32_t));
+        for (const std::uint32_t pixel : icon.pixels) {
+            for (const unsigned shift : {24U, 16U, 8U, 0U}) {
+                bytes.push_back(static_cast<std::uint8_t>(pixel >> shift));
+            }
+        }
+        g_variant_builder_add(&pixmaps, "(ii@ay)", icon.size, icon.size,
                               g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, bytes.data(), bytes.size(), 1));
     }
     return g_variant_builder_end(&pixmaps);

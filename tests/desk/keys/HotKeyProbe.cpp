@@ -7,15 +7,14 @@
 
 namespace vantrel::desk {
 
-HotKeyProbe::HotKeyProbe(const std::string& displayName) : context_(g_main_context_new()) {
+HotKeyProbe::HotKeyProbe(const std::string& displayName) {
     setenv("DISPLAY", displayName.c_str(), 1);
     std::string error;
-    platform_ = x11::X11Platform::connect(error);
+    platform_ = x11::X11Session::connect(error);
     if (!platform_) {
         throw std::runtime_error(error);
     }
-    platform_->attach(
-        context_.get(), [] {}, [](const std::vector<std::string>&) {});
+    platform_->attach({.ended = [](const std::string&) {}, .opened = [](const std::vector<std::string>&) {}});
     auto& hotKeys = platform_->hotKeys();
     hotKeys.InstallEventHandler(hotKeys.GetEventDispatcherTarget(), &pressed,
                                 {kEventClassKeyboard, kEventHotKeyPressed}, this, handler_);
@@ -49,7 +48,7 @@ int HotKeyProbe::presses(std::uint32_t id) const {
 }
 
 void HotKeyProbe::turnOnce() {
-    g_main_context_iteration(context_.get(), FALSE);
+    g_main_context_iteration(nullptr, FALSE);
 }
 
 bool HotKeyProbe::turnUntil(const std::function<bool()>& condition, Duration deadline) {
@@ -58,7 +57,7 @@ bool HotKeyProbe::turnUntil(const std::function<bool()>& condition, Duration dea
         if (std::chrono::steady_clock::now() >= end) {
             return false;
         }
-        if (!g_main_context_iteration(context_.get(), FALSE)) {
+        if (!g_main_context_iteration(nullptr, FALSE)) {
             g_usleep(500);
         }
     }

@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-#include "Vantrel/Backends/X11/X11Platform.hpp"
+#include "Vantrel/Backends/X11/X11Session.hpp"
 #include "tests/desk/support/Wait.hpp"
 
 namespace vantrel::desk {
@@ -48,17 +48,12 @@ class HotKeyProbe {
     /// Turns the loop until the condition holds; false at the deadline.
     bool turnUntil(const std::function<bool()>& condition, Duration deadline = generousDeadline);
 
-    x11::X11Platform& platform() { return *platform_; }
+    x11::X11Session& platform() { return *platform_; }
 
   private:
     static OSStatus pressed(EventHandlerCallRef call, EventRef event, void* userData);
 
-    struct Unref {
-        void operator()(GMainContext* context) const { g_main_context_unref(context); }
-    };
-
-    std::unique_ptr<GMainContext, Unref> context_;
-    std::unique_ptr<x11::X11Platform> platform_;
+    std::unique_ptr<x11::X11Session> platform_;
     EventHandlerRef handler_ = nullptr;
     std::map<std::uint32_t, EventHotKeyRef> hotKeys_;
     std::map<std::uint32_t, int> presses_;

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "Vantrel/Backends/X11/X11Platform.hpp"
+#include "Vantrel/Backends/X11/X11Session.hpp"
 #include "VantrelCore/DisplaySnapshot.hpp"
 
 namespace vantrel::desk {
@@ -16,15 +16,14 @@ namespace vantrel::desk {
 /// The X11 side of the agent on its own, without a loop unless turn() is called.
 class ScreenProbe {
   public:
-    explicit ScreenProbe(const std::string& displayName) : context_(g_main_context_new()) {
+    explicit ScreenProbe(const std::string& displayName) {
         setenv("DISPLAY", displayName.c_str(), 1);
         std::string error;
-        platform_ = x11::X11Platform::connect(error);
+        platform_ = x11::X11Session::connect(error);
         if (!platform_) {
             throw std::runtime_error(error);
         }
-        platform_->attach(
-            context_.get(), [] {}, [](const std::vector<std::string>&) {});
+        platform_->attach({.ended = [](const std::string&) {}, .opened = [](const std::vector<std::string>&) {}});
     }
 
     /// The displays, asked for as a jump does.
@@ -53,16 +52,11 @@ class ScreenProbe {
     /// Gives waiting events their turn, as the loop does between two jumps.
     void turn() {
         do {
-        } while (g_main_context_iteration(context_.get(), FALSE) != 0);
+        } while (g_main_context_iteration(nullptr, FALSE) != 0);
     }
 
   private:
-    struct Unref {
-        void operator()(GMainContext* context) const { g_main_context_unref(context); }
-    };
-
-    std::unique_ptr<GMainContext, Unref> context_;
-    std::unique_ptr<x11::X11Platform> platform_;
+    std::unique_ptr<x11::X11Session> platform_;
 };
 
 }  // namespace vantrel::desk

@@ -11,16 +11,16 @@
 #include <thread>
 #include <vector>
 
-#include "Vantrel/Backends/X11/X11Platform.hpp"
+#include "Vantrel/Backends/X11/X11Session.hpp"
 #include "tests/desk/support/Desk.hpp"
 
 namespace vantrel::desk {
 namespace {
 
-std::unique_ptr<x11::X11Platform> connectTo(const std::string& displayName) {
+std::unique_ptr<x11::X11Session> connectTo(const std::string& displayName) {
     setenv("DISPLAY", displayName.c_str(), 1);
     std::string error;
-    auto platform = x11::X11Platform::connect(error);
+    auto platform = x11::X11Session::connect(error);
     EXPECT_TRUE(platform) << error;
     return platform;
 }
@@ -28,27 +28,25 @@ std::unique_ptr<x11::X11Platform> connectTo(const std::string& displayName) {
 /// An agent that owns the display and collects what is handed to it, on a thread of its own as in a process of its own.
 class Agent {
   public:
-    explicit Agent(const std::string& displayName)
-        : context_(g_main_context_new()), platform_(connectTo(displayName)), owns_(platform_->claimDisplay()) {
-        platform_->attach(
-            context_, [] {},
-            [this](std::vector<std::string> urls) {
-                const std::lock_guard lock(mutex_);
-                received_.push_back(std::move(urls));
-            });
+    explicit Agent(const std::string& displayName) : platform_(connectTo(displayName)), owns_(platform_->claim()) {
+        platform_->attach({.ended = [](const std::string&) {},
+                           .opened =
+                               [this](std::vector<std::string> urls) {
+                                   const std::lock_guard lock(mutex_);
+                                   received_.push_back(std::move(urls));
+                               }});
         thread_ = std::thread([this] {
             while (!isDone_) {
-                g_main_context_iteration(context_, TRUE);
+                g_main_context_iteration(nullptr, TRUE);
             }
         });
     }
 
     ~Agent() {
         isDone_ = true;
-        g_main_context_wakeup(context_);
+        g_main_context_wakeup(nullptr);
         thread_.join();
         platform_.reset();
-        g_main_context_unref(context_);
     }
     Agent(const Agent&) = delete;
     Agent& operator=(const Agent&) = delete;
@@ -61,8 +59,7 @@ class Agent {
     }
 
   private:
-    GMainContext* context_;
-    std::unique_ptr<x11::X11Platform> platform_;
+    std::unique_ptr<x11::X11Session> platform_;
     bool owns_;
     std::atomic<bool> isDone_{false};
     std::mutex mutex_;
@@ -80,13 +77,13 @@ TEST_F(AgentSelectionOnDesk, claim_freeDisplay_isOwnedUntilTheAgentGoes) {
     {
         const Agent agent(display);
         EXPECT_TRUE(agent.owns());
-        EXPECT_FALSE(connectTo(display)->claimDisplay());
+        EXPECT_FALSE(connectTo(display)->claim());
     }
-    EXPECT_TRUE(waitUntil([&] { return connectTo(display)->claimDisplay(); }));
+    EXPECT_TRUE(waitUntil([&] { return connectTo(display)->claim(); }));
 }
 
 TEST_F(AgentSelectionOnDesk, claim_manyAtOnce_oneWins) {
-    std::vector<std::unique_ptr<x11::X11Platform>> platforms;
+    std::vector<std::unique_ptr<x11::X11Session>> platforms;
     for (int index = 0; index < 8; ++index) {
         platforms.push_back(connectTo(display));
     }
@@ -94,7 +91,7 @@ TEST_F(AgentSelectionOnDesk, claim_manyAtOnce_oneWins) {
     std::vector<std::thread> threads;
     threads.reserve(platforms.size());
     for (auto& platform : platforms) {
-        threads.emplace_back([&] { winners += platform->claimDisplay() ? 1 : 0; });
+        threads.emplace_back([&] { winners += platform->claim() ? 1 : 0; });
     }
     for (auto& thread : threads) {
         thread.join();
@@ -103,15 +100,15 @@ TEST_F(AgentSelectionOnDesk, claim_manyAtOnce_oneWins) {
 }
 
 TEST_F(AgentSelectionOnDesk, send_noAgent_isFalse) {
-    EXPECT_FALSE(connectTo(display)->sendToAgent({"vantrel:next"}));
+    EXPECT_FALSE(connectTo(display)->handOver({"vantrel:next"}));
 }
 
 TEST_F(AgentSelectionOnDesk, send_urls_arriveInOrderWithTheirTextUnchanged) {
     Agent agent(display);
     const std::vector<std::string> urls{"vantrel:next", "VANTREL:%2D", "vantrel://teleport?direction=previous",
                                         "x:", "vantrel:\xff\xfe"};
-    EXPECT_TRUE(connectTo(display)->sendToAgent(urls));
-    EXPECT_TRUE(connectTo(display)->sendToAgent({}));
+    EXPECT_TRUE(connectTo(display)->handOver(urls));
+    EXPECT_TRUE(connectTo(display)->handOver({}));
     ASSERT_TRUE(waitUntil([&] { return agent.received().size() == 2; }));
     EXPECT_EQ(agent.received()[0], urls);
     EXPECT_EQ(agent.received()[1], std::vector<std::string>{}) << "started again without URLs";
@@ -120,7 +117,7 @@ TEST_F(AgentSelectionOnDesk, send_urls_arriveInOrderWithTheirTextUnchanged) {
 TEST_F(AgentSelectionOnDesk, send_aHundredThousandUrls_allArrive) {
     Agent agent(display);
     const std::vector<std::string> urls(100000, "vantrel://teleport?direction=previous");
-    EXPECT_TRUE(connectTo(display)->sendToAgent(urls));
+    EXPECT_TRUE(connectTo(display)->handOver(urls));
     ASSERT_TRUE(waitUntil([&] { return agent.received().size() == 1; }));
     EXPECT_EQ(agent.received()[0].size(), urls.size());
 }
@@ -148,7 +145,7 @@ TEST_F(AgentSelectionOnDesk, message_fromAnImpostor_isHarmless) {
         xcb_send_event(connection.get(), 0, owner->owner, 0, reinterpret_cast<const char*>(&message));
     }
     connection.synchronise();
-    EXPECT_TRUE(connectTo(display)->sendToAgent({"vantrel:next"}));
+    EXPECT_TRUE(connectTo(display)->handOver({"vantrel:next"}));
     ASSERT_TRUE(waitUntil([&] { return agent.received().size() == 1; }));
 }
 

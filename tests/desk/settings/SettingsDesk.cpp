@@ -24,7 +24,7 @@ void enter(const Environment& environment) {
     }
 }
 
-Platform withRealHotKeys(Platform platform, x11::X11Platform& x11, PreferencesWindowViewFactory& windows) {
+Platform withRealHotKeys(Platform platform, x11::X11Session& x11, PreferencesWindowViewFactory& windows) {
     return Platform{platform.application,
                     platform.displays,
                     platform.pointerReader,
@@ -55,12 +55,11 @@ SettingsDesk::SettingsDesk(const DeskOptions& options, const std::vector<Chord>&
     }
     enter(desk_.environment());
     std::string error;
-    x11_ = x11::X11Platform::connect(error);
+    x11_ = x11::X11Session::connect(error);
     if (!x11_) {
         throw std::runtime_error(error);
     }
-    x11_->attach(
-        nullptr, [] {}, [](const std::vector<std::string>&) {});
+    x11_->attach({.ended = [](const std::string&) {}, .opened = [](const std::vector<std::string>&) {}});
     qt_ = qt::QtGuest::start("xcb", problem_);
     if (!qt_) {
         throw std::runtime_error(problem_);

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "Vantrel/Backends/X11/X11Platform.hpp"
+#include "Vantrel/Backends/X11/X11Session.hpp"
 #include "Vantrel/Controller/AppDelegate.hpp"
 #include "helpers/settings/QtGuest.hpp"
 #include "helpers/settings/SettingsWindow.hpp"
@@ -87,7 +87,7 @@ class SettingsDesk {
     std::vector<std::unique_ptr<KeyGrab>> takenChords_;
     fake::FakePlatform fakes_;
     RememberingWindowFactory windows_;
-    std::unique_ptr<x11::X11Platform> x11_;
+    std::unique_ptr<x11::X11Session> x11_;
     std::string problem_;
     std::unique_ptr<qt::QtGuest> qt_;
     std::shared_ptr<AppDelegate> controller_;

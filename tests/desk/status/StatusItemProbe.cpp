@@ -9,8 +9,11 @@
 
 #include <cstdlib>
 #include <iostream>
+#include <memory>
 #include <string>
+#include <utility>
 
+#include "Vantrel/Backends/X11/Tray/TrayItemPresenter.hpp"
 #include "Vantrel/Desktop/StatusItem/DesktopStatusBar.hpp"
 
 namespace {
@@ -146,7 +149,8 @@ class Probe {
 
     GMainLoop* loop_;
     int remainingRebuilds_ = 0;
-    vantrel::desktop::DesktopStatusBar statusBar_;
+    vantrel::desktop::DesktopStatusBar statusBar_{
+        [](auto events) { return std::make_unique<vantrel::x11::TrayItemPresenter>(std::move(events)); }};
     std::unique_ptr<vantrel::StatusItem> item_;
     std::string input_;
 };

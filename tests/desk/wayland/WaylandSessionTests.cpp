@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-#include "Vantrel/Backends/X11/X11Platform.hpp"
+#include "Vantrel/Backends/X11/X11Session.hpp"
 #include "tests/desk/support/ChildProcess.hpp"
 #include "tests/desk/support/TemporaryDirectory.hpp"
 #include "tests/desk/support/Wait.hpp"
@@ -63,7 +63,7 @@ TEST(WaylandSession, connect_xServerInsideWayland_isRefusedInOneLine) {
     ASSERT_NE(display, "");
     setenv("DISPLAY", display.c_str(), 1);
     std::string error;
-    EXPECT_EQ(x11::X11Platform::connect(error), nullptr);
+    EXPECT_EQ(x11::X11Session::connect(error), nullptr);
     EXPECT_NE(error.find("Wayland"), std::string::npos) << error;
     EXPECT_EQ(error.find('\n'), std::string::npos);
 }
@@ -71,10 +71,10 @@ TEST(WaylandSession, connect_xServerInsideWayland_isRefusedInOneLine) {
 TEST(WaylandSession, connect_noDisplay_isRefusedInOneLine) {
     unsetenv("DISPLAY");
     std::string error;
-    EXPECT_EQ(x11::X11Platform::connect(error), nullptr);
+    EXPECT_EQ(x11::X11Session::connect(error), nullptr);
     EXPECT_NE(error.find("DISPLAY"), std::string::npos) << error;
     setenv("DISPLAY", ":4711", 1);
-    EXPECT_EQ(x11::X11Platform::connect(error), nullptr);
+    EXPECT_EQ(x11::X11Session::connect(error), nullptr);
     EXPECT_NE(error.find(":4711"), std::string::npos) << error;
 }
 

@@ -2,13 +2,12 @@
 
 #include <algorithm>
 
-#include "Vantrel/Desktop/StatusItem/ItemIcon.hpp"
+#include "Vantrel/Icon/ItemIcon.hpp"
 
-namespace vantrel::desktop {
+namespace vantrel::x11 {
 
 namespace {
 
-constexpr int largestIcon = 128;
 constexpr std::uint32_t opaque = 0xFF;
 
 std::uint32_t channel(std::uint32_t pixel, unsigned shift) {
@@ -19,7 +18,7 @@ std::uint32_t multipliedByAlpha(std::uint32_t pixel) {
     const std::uint32_t alpha = channel(pixel, 24);
     std::uint32_t result = alpha << 24U;
     for (const unsigned shift : {16U, 8U, 0U}) {
-        result |= (channel(pixel, shift) * alpha / opaque) << shift;
+        result |= ((channel(pixel, shift) * alpha + opaque / 2) / opaque) << shift;
     }
     return result;
 }
@@ -38,14 +37,15 @@ std::uint32_t over(std::uint32_t front, std::uint32_t back) {
 TrayImage trayIconImage(int width, int height, int visibleWidth) {
     TrayImage image{.width = width, .height = height, .pixels = {}};
     image.pixels.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
-    const int size = std::min({visibleWidth, height, largestIcon});
-    const std::vector<std::uint32_t> icon = itemIconPixels(size);
-    const int left = (visibleWidth - size) / 2;
-    const int top = (height - size) / 2;
-    for (int row = 0; row < size; ++row) {
-        const auto from = icon.begin() + static_cast<std::ptrdiff_t>(row) * size;
-        const auto to = image.pixels.begin() + static_cast<std::ptrdiff_t>(top + row) * width + left;
-        std::transform(from, from + size, to, multipliedByAlpha);
+    const ItemIcon& icon = itemIconFitting(visibleWidth, height);
+    // A tray smaller than the smallest drawing shows the middle of it.
+    const int left = (visibleWidth - icon.size) / 2;
+    const int top = (height - icon.size) / 2;
+    for (int row = std::max(0, -top); row < std::min(icon.size, height - top); ++row) {
+        for (int column = std::max(0, -left); column < std::min(icon.size, width - left); ++column) {
+            image.pixels[static_cast<std::size_t>((top + row) * width + left + column)] =
+                multipliedByAlpha(icon.pixels[static_cast<std::size_t>(row * icon.size + column)]);
+        }
     }
     return image;
 }
@@ -56,4 +56,4 @@ TrayImage blended(const TrayImage& picture, const TrayImage& background) {
     return image;
 }
 
-}  // namespace vantrel::desktop
+}  // namespace vantrel::x11

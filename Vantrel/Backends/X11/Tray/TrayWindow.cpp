@@ -4,8 +4,9 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <utility>
 
-namespace vantrel::desktop {
+namespace vantrel::x11 {
 
 namespace {
 
@@ -26,9 +27,9 @@ xcb_screen_t* screenOf(xcb_connection_t* connection, xcb_window_t root) {
 }
 
 /// The visual that the tray wants its icons to have, else the root window's.
-TrayVisual trayVisual(const x11::X11Connection& connection, xcb_window_t manager) {
+TrayVisual trayVisual(const X11Connection& connection, xcb_window_t manager) {
     const xcb_screen_t* screen = screenOf(connection.get(), connection.root());
-    const auto property = x11::adopt(
+    const auto property = adopt(
         xcb_get_property_reply(connection.get(),
                                xcb_get_property(connection.get(), 0, manager,
                                                 connection.atom("_NET_SYSTEM_TRAY_VISUAL"), XCB_ATOM_VISUALID, 0, 1),
@@ -47,7 +48,7 @@ TrayVisual trayVisual(const x11::X11Connection& connection, xcb_window_t manager
     return {.identifier = screen->root_visual, .depth = screen->root_depth};
 }
 
-void setText(const x11::X11Connection& connection, xcb_window_t window, const char* property, const char* type,
+void setText(const X11Connection& connection, xcb_window_t window, const char* property, const char* type,
              std::string_view text) {
     xcb_change_property(connection.get(), XCB_PROP_MODE_REPLACE, window, connection.atom(property),
                         connection.atom(type), 8, static_cast<std::uint32_t>(text.size()), text.data());
@@ -55,7 +56,7 @@ void setText(const x11::X11Connection& connection, xcb_window_t window, const ch
 
 }  // namespace
 
-TrayWindow::TrayWindow(x11::X11Connection& connection, xcb_window_t manager)
+TrayWindow::TrayWindow(X11Connection& connection, xcb_window_t manager)
     : connection_(connection), window_(xcb_generate_id(connection.get())) {
     createWindow(manager);
     askToDock(manager);
@@ -81,6 +82,7 @@ void TrayWindow::createWindow(xcb_window_t manager) {
                       XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP, values);
     setText(connection_, window_, "_NET_WM_NAME", "UTF8_STRING", "Vantrel");
     setText(connection_, window_, "WM_NAME", "STRING", "Vantrel");
+    askForSquare();
     setText(connection_, window_, "WM_CLASS", "STRING", std::string_view("vantrel\0Vantrel\0", 16));
     const std::array<std::uint32_t, 2> embedding{0, xembedMapped};
     const xcb_atom_t information = connection_.atom("_XEMBED_INFO");
@@ -100,21 +102,23 @@ void TrayWindow::askToDock(xcb_window_t manager) {
     xcb_send_event(connection_.get(), 0, manager, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char*>(&message));
 }
 
+// Some trays cut their icons off.
 int TrayWindow::visibleWidth() const {
     return std::min(width_, parentWidth_);
 }
 
-void TrayWindow::requestWidth(int width) {
-    const auto wanted = static_cast<std::uint32_t>(width);
-    // ICCCM's WM_NORMAL_HINTS: some trays go by the least size, others by the window's.
+// ICCCM's WM_NORMAL_HINTS: some trays go by the least size (trayer leaves one pixel without it), others by the
+// window's.
+void TrayWindow::askForSquare() {
+    const auto side = static_cast<std::uint32_t>(height_);
     constexpr std::uint32_t hasLeastSize = 1U << 4U;
     std::array<std::uint32_t, 18> hints{};
     hints[0] = hasLeastSize;
-    hints[5] = wanted;
-    hints[6] = static_cast<std::uint32_t>(height_);
+    hints[5] = side;
+    hints[6] = side;
     xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, window_, XCB_ATOM_WM_NORMAL_HINTS,
                         XCB_ATOM_WM_SIZE_HINTS, 32, hints.size(), hints.data());
-    xcb_configure_window(connection_.get(), window_, XCB_CONFIG_WINDOW_WIDTH, &wanted);
+    xcb_configure_window(connection_.get(), window_, XCB_CONFIG_WINDOW_WIDTH, &side);
 }
 
 TrayWindow::Change TrayWindow::handleEvent(const xcb_generic_event_t& event) {
@@ -157,7 +161,7 @@ TrayWindow::Change TrayWindow::reparented(xcb_window_t parent) {
     const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(connection_.get(), parent_, XCB_CW_EVENT_MASK, &events);
     const auto geometry =
-        x11::adopt(xcb_get_geometry_reply(connection_.get(), xcb_get_geometry(connection_.get(), parent_), nullptr));
+        adopt(xcb_get_geometry_reply(connection_.get(), xcb_get_geometry(connection_.get(), parent_), nullptr));
     parentWidth_ = geometry ? geometry->width : 0;
     return Change::embedded;
 }
@@ -169,7 +173,9 @@ TrayWindow::Change TrayWindow::configured(const xcb_configure_notify_event_t& ev
     }
     if (event.window == window_ && (event.width != width_ || event.height != height_)) {
         width_ = event.width;
-        height_ = event.height;
+        if (std::exchange(height_, event.height) != event.height) {
+            askForSquare();
+        }
         return isEmbedded() ? Change::resized : Change::none;
     }
     return Change::none;
@@ -188,7 +194,7 @@ TrayImage TrayWindow::background() {
     const std::uint32_t parentRelative = XCB_BACK_PIXMAP_PARENT_RELATIVE;
     xcb_change_window_attributes(connection, window_, XCB_CW_BACK_PIXMAP, &parentRelative);
     xcb_clear_area(connection, 0, window_, 0, 0, 0, 0);
-    const auto reply = x11::adopt(
+    const auto reply = adopt(
         xcb_get_image_reply(connection,
                             xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, window_, 0, 0,
                                           static_cast<std::uint16_t>(width_), static_cast<std::uint16_t>(height_), ~0U),
@@ -220,4 +226,4 @@ void TrayWindow::setBackground(const TrayImage& image) {
     xcb_free_pixmap(connection, pixmap);
 }
 
-}  // namespace vantrel::desktop
+}  // namespace vantrel::x11

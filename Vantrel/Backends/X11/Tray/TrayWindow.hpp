@@ -7,7 +7,7 @@
 #include "Vantrel/Backends/X11/Tray/TrayIconImage.hpp"
 #include "Vantrel/Backends/X11/X11Connection.hpp"
 
-namespace vantrel::desktop {
+namespace vantrel::x11 {
 
 /// The window that is embedded in a system tray.
 class TrayWindow {
@@ -15,20 +15,12 @@ class TrayWindow {
     enum class Change { none, pressed, embedded, resized, released };
 
     /// Makes the window and asks the tray's manager to embed it.
-    TrayWindow(x11::X11Connection& connection, xcb_window_t manager);
+    TrayWindow(X11Connection& connection, xcb_window_t manager);
     ~TrayWindow();
     TrayWindow(const TrayWindow&) = delete;
     TrayWindow& operator=(const TrayWindow&) = delete;
 
-    [[nodiscard]] xcb_window_t identifier() const { return window_; }
     [[nodiscard]] bool isEmbedded() const { return parent_ != XCB_NONE; }
-    [[nodiscard]] int height() const { return height_; }
-
-    /// How much of the window's width the tray lets be seen.
-    [[nodiscard]] int visibleWidth() const;
-
-    /// Asks the tray for that width; how it decides is reported as a change of size.
-    void requestWidth(int width);
 
     /// Shows the item's drawing in the middle of what can be seen of the window.
     void paintIcon();
@@ -39,14 +31,16 @@ class TrayWindow {
   private:
     static constexpr int firstSize = 24;
 
+    [[nodiscard]] int visibleWidth() const;
     void createWindow(xcb_window_t manager);
+    void askForSquare();
     void askToDock(xcb_window_t manager);
     Change reparented(xcb_window_t parent);
     Change configured(const xcb_configure_notify_event_t& event);
     TrayImage background();
     void setBackground(const TrayImage& image);
 
-    x11::X11Connection& connection_;
+    X11Connection& connection_;
     xcb_window_t window_;
     xcb_colormap_t colormap_ = XCB_NONE;
     std::uint8_t depth_ = 0;
@@ -56,4 +50,4 @@ class TrayWindow {
     int parentWidth_ = 0;
 };
 
-}  // namespace vantrel::desktop
+}  // namespace vantrel::x11

@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-namespace vantrel::desktop {
+namespace vantrel::x11 {
 
 namespace {
 
@@ -22,7 +22,7 @@ int screenNumber(xcb_connection_t* connection, xcb_window_t root) {
 
 bool followEnd(xcb_connection_t* connection, xcb_window_t window) {
     const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    const auto error = x11::adopt(xcb_request_check(
+    const auto error = adopt(xcb_request_check(
         connection, xcb_change_window_attributes_checked(connection, window, XCB_CW_EVENT_MASK, &events)));
     return error == nullptr;
 }
@@ -31,7 +31,7 @@ bool followEnd(xcb_connection_t* connection, xcb_window_t window) {
 
 std::unique_ptr<XEmbedTray> XEmbedTray::connect(Events events) {
     std::string error;
-    auto connection = x11::X11Connection::open(error);
+    auto connection = X11Connection::open(error);
     if (!connection) {
         return nullptr;
     }
@@ -41,7 +41,7 @@ std::unique_ptr<XEmbedTray> XEmbedTray::connect(Events events) {
     return tray;
 }
 
-XEmbedTray::XEmbedTray(std::unique_ptr<x11::X11Connection> connection, Events events)
+XEmbedTray::XEmbedTray(std::unique_ptr<X11Connection> connection, Events events)
     : connection_(std::move(connection)),
       events_(std::move(events)),
       selection_(connection_->atom("_NET_SYSTEM_TRAY_S" +
@@ -50,8 +50,8 @@ XEmbedTray::XEmbedTray(std::unique_ptr<x11::X11Connection> connection, Events ev
     // New trays announce themselves to those who follow the root window's structure.
     followEnd(connection_->get(), connection_->root());
     connection_->addListener(*this);
-    source_ = std::make_unique<x11::X11EventSource>(
-        *connection_, nullptr, [] {}, [this] { connectionLost(); });
+    source_ = std::make_unique<X11EventSource>(
+        *connection_, [] {}, [this] { connectionLost(); });
 }
 
 XEmbedTray::~XEmbedTray() = default;
@@ -59,7 +59,7 @@ XEmbedTray::~XEmbedTray() = default;
 void XEmbedTray::dock() {
     xcb_connection_t* connection = connection_->get();
     const auto owner =
-        x11::adopt(xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, selection_), nullptr));
+        adopt(xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, selection_), nullptr));
     if (!owner || owner->owner == XCB_NONE || !followEnd(connection, owner->owner)) {
         return;
     }
@@ -109,4 +109,4 @@ void XEmbedTray::handleEvent(const xcb_generic_event_t& event) {
     }
 }
 
-}  // namespace vantrel::desktop
+}  // namespace vantrel::x11

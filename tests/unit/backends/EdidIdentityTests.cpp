@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "Vantrel/Backends/X11/MonitorLayout.hpp"
+#include "Vantrel/Backends/Common/DisplayIdentity.hpp"
 
-namespace vantrel::x11 {
+namespace vantrel::backend {
 namespace {
 
 std::vector<std::uint8_t> edid(std::string_view serialText) {
@@ -42,4 +42,4 @@ TEST(EdidIdentity, edidIdentity_anythingElse_isEmpty) {
 }
 
 }  // namespace
-}  // namespace vantrel::x11
+}  // namespace vantrel::backend

@@ -8,7 +8,7 @@
 
 #include "VantrelCore/PlatformGeometry.hpp"
 
-namespace vantrel::x11 {
+namespace vantrel::backend {
 
 /// What tells one output's display from another.
 struct OutputIdentity {
@@ -16,11 +16,12 @@ struct OutputIdentity {
     std::string edid;       ///< what edidIdentity() made of its EDID; empty where there is none
 };
 
-/// A monitor as RandR 1.5 lists it, in root-window pixels.
+/// A monitor as the windowing system lists it, in its own coordinates (on X11, as RandR 1.5 does, in root-window
+/// pixels).
 struct Monitor {
     std::string name;
     bool isPrimary = false;
-    bool isAutomatic = true;  ///< made by the server, not defined by the user
+    bool isAutomatic = true;  ///< made by the windowing system, not defined by the user
     std::int32_t x = 0;
     std::int32_t y = 0;
     std::int32_t width = 0;
@@ -34,19 +35,16 @@ struct ActiveDisplay {
     CGRect bounds;
 };
 
-/// The displays and where the global display space has its origin in root-window pixels.
+/// The displays and where the global display space has its origin in the windowing system's coordinates.
 struct DisplayLayout {
     std::vector<ActiveDisplay> displays;
     std::int32_t originX = 0;
     std::int32_t originY = 0;
 };
 
-/// The maker, model and serial number of an EDID (VESA E-EDID, base block) as one text; empty for anything else.
-std::string edidIdentity(std::span<const std::uint8_t> edid);
-
-/// The displays that a person would count, in the server's order. A monitor that the user defined wins over the
+/// The displays that a person would count, in the listed order. A monitor that the user defined wins over the
 /// automatic one that holds it; an automatic one wholly inside another is its mirror, so of the two the larger counts,
 /// the primary among equals. Identifiers are never 0, unique within the layout and the same in every session.
 DisplayLayout layoutOfMonitors(const std::vector<Monitor>& listed);
 
-}  // namespace vantrel::x11
+}  // namespace vantrel::backend

@@ -1,11 +1,11 @@
-#include "Vantrel/Backends/X11/MonitorLayout.hpp"
+#include "Vantrel/Backends/Common/MonitorLayout.hpp"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <set>
 
-namespace vantrel::x11 {
+namespace vantrel::backend {
 namespace {
 
 struct Place {
@@ -138,4 +138,4 @@ TEST(MonitorLayout, layoutOfMonitors_sixteenDisplays_haveSixteenIdentifiersNotZe
 }
 
 }  // namespace
-}  // namespace vantrel::x11
+}  // namespace vantrel::backend

@@ -1,14 +1,16 @@
-#include "Vantrel/Backends/X11/X11Platform.hpp"
+#include "Vantrel/Backends/X11/X11Session.hpp"
 
 #include <utility>
 
+#include "Vantrel/Backends/Common/DeferredTask.hpp"
+#include "Vantrel/Backends/Common/HotKeyRegistry.hpp"
 #include "Vantrel/Backends/X11/AgentSelection.hpp"
-#include "Vantrel/Backends/X11/DeferredTask.hpp"
 #include "Vantrel/Backends/X11/ScreenState.hpp"
+#include "Vantrel/Backends/X11/Tray/TrayItemPresenter.hpp"
 #include "Vantrel/Backends/X11/X11Connection.hpp"
 #include "Vantrel/Backends/X11/X11Displays.hpp"
 #include "Vantrel/Backends/X11/X11EventSource.hpp"
-#include "Vantrel/Backends/X11/X11HotKeys.hpp"
+#include "Vantrel/Backends/X11/X11HotKeyBinder.hpp"
 #include "Vantrel/Backends/X11/X11Pointer.hpp"
 
 namespace vantrel::x11 {
@@ -23,23 +25,20 @@ class LayoutRefresh final : public X11EventListener {
         connection.addListener(*this);
     }
 
-    void setContext(GMainContext* context) { context_ = context; }
-
     void handleEvent(const xcb_generic_event_t& /*event*/) override {
         if (screen_.layoutIsStale()) {
-            task_.schedule(context_);
+            task_.schedule();
         }
     }
 
   private:
     ScreenState& screen_;
-    GMainContext* context_ = nullptr;
-    DeferredTask task_;
+    backend::DeferredTask task_;
 };
 
 }  // namespace
 
-struct X11Platform::Parts {
+struct X11Session::Parts {
     explicit Parts(std::unique_ptr<X11Connection> opened) : connection(std::move(opened)) {}
 
     std::unique_ptr<X11Connection> connection;
@@ -49,15 +48,20 @@ struct X11Platform::Parts {
     X11Pointer pointer{screen};
     AgentSelection selection{*connection};
     /// Made when first asked for: a start that only hands over its URLs needs no keymap.
-    std::unique_ptr<X11HotKeys> hotKeys;
+    struct HotKeys {
+        HotKeys(X11Connection& connection, ScreenState& screen) : binder(connection, screen) {}
+
+        X11HotKeyBinder binder;
+        backend::HotKeyRegistry registry{binder};
+    };
+    std::unique_ptr<HotKeys> hotKeys;
     std::unique_ptr<X11EventSource> source;
-    GMainContext* context = nullptr;
 };
 
-X11Platform::X11Platform(std::unique_ptr<Parts> parts) : parts_(std::move(parts)) {}
-X11Platform::~X11Platform() = default;
+X11Session::X11Session(std::unique_ptr<Parts> parts) : parts_(std::move(parts)) {}
+X11Session::~X11Session() = default;
 
-std::unique_ptr<X11Platform> X11Platform::connect(std::string& error) {
+std::unique_ptr<X11Session> X11Session::connect(std::string& error) {
     auto connection = X11Connection::open(error);
     if (!connection) {
         return nullptr;
@@ -67,47 +71,45 @@ std::unique_ptr<X11Platform> X11Platform::connect(std::string& error) {
         error = "this is a Wayland session, whose pointer an X program cannot move; log in to an X11 session";
         return nullptr;
     }
-    return std::unique_ptr<X11Platform>(new X11Platform(std::move(parts)));
+    return std::unique_ptr<X11Session>(new X11Session(std::move(parts)));
 }
 
-DisplayServices& X11Platform::displays() {
+DisplayServices& X11Session::displays() {
     return parts_->displays;
 }
 
-PointerReader& X11Platform::pointerReader() {
+PointerReader& X11Session::pointerReader() {
     return parts_->pointer;
 }
 
-PointerWarper& X11Platform::pointerWarper() {
+PointerWarper& X11Session::pointerWarper() {
     return parts_->pointer;
 }
 
-HotKeyServices& X11Platform::hotKeys() {
+HotKeyServices& X11Session::hotKeys() {
     if (!parts_->hotKeys) {
-        parts_->hotKeys = std::make_unique<X11HotKeys>(*parts_->connection, parts_->screen);
-        parts_->hotKeys->setContext(parts_->context);
+        parts_->hotKeys = std::make_unique<Parts::HotKeys>(*parts_->connection, parts_->screen);
     }
-    return *parts_->hotKeys;
+    return parts_->hotKeys->registry;
 }
 
-bool X11Platform::claimDisplay() {
+bool X11Session::claim() {
     return parts_->selection.claim();
 }
 
-bool X11Platform::sendToAgent(const std::vector<std::string>& urls) {
+bool X11Session::handOver(const std::vector<std::string>& urls) {
     return parts_->selection.send(urls);
 }
 
-void X11Platform::attach(GMainContext* context, std::function<void()> connectionLost,
-                         std::function<void(std::vector<std::string>)> opened) {
-    parts_->context = context;
-    parts_->layoutRefresh.setContext(context);
-    parts_->selection.setOpened(std::move(opened));
-    if (parts_->hotKeys) {
-        parts_->hotKeys->setContext(context);
-    }
+void X11Session::attach(Events events) {
+    parts_->selection.setOpened(std::move(events.opened));
     parts_->source = std::make_unique<X11EventSource>(
-        *parts_->connection, context, [this] { parts_->screen.beginTurn(); }, std::move(connectionLost));
+        *parts_->connection, [this] { parts_->screen.beginTurn(); },
+        [ended = std::move(events.ended)] { ended("the X server went away"); });
+}
+
+std::unique_ptr<ItemPresenter> X11Session::makeItemPresenter(ItemPresenter::Events events) {
+    return std::make_unique<TrayItemPresenter>(std::move(events));
 }
 
 }  // namespace vantrel::x11

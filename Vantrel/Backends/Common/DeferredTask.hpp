@@ -6,7 +6,7 @@
 #include <functional>
 #include <utility>
 
-namespace vantrel::x11 {
+namespace vantrel::backend {
 
 /// Work that the loop does once when nothing more urgent waits, however often it was asked for before then. Idle work
 /// unless another priority (g_source_set_priority) is given.
@@ -18,16 +18,16 @@ class DeferredTask {
     DeferredTask(const DeferredTask&) = delete;
     DeferredTask& operator=(const DeferredTask&) = delete;
 
-    /// Asks for the work to be done by the loop of the context, not before so long has passed. Where it was asked for
-    /// already, that request stands.
-    void schedule(GMainContext* context, std::chrono::milliseconds delay = {}) {
+    /// Asks for the work to be done by the main loop, not before so long has passed. Where it was asked for already,
+    /// that request stands.
+    void schedule(std::chrono::milliseconds delay = {}) {
         if (source_ != nullptr) {
             return;
         }
         source_ = g_timeout_source_new(static_cast<guint>(delay.count()));
         g_source_set_priority(source_, priority_);
         g_source_set_callback(source_, &run, this, nullptr);
-        g_source_attach(source_, context);
+        g_source_attach(source_, nullptr);
     }
 
     void cancel() {
@@ -50,4 +50,4 @@ class DeferredTask {
     GSource* source_ = nullptr;
 };
 
-}  // namespace vantrel::x11
+}  // namespace vantrel::backend
