@@ -70,6 +70,7 @@ SavedPointsList::SavedPointsList() {
     setAutoFillBackground(true);
     setFixedHeight(PreferencesWindowLayout::savedPointsHeight);
 
+    table_.setObjectName("savedPoints");
     table_.setFrameShape(QFrame::NoFrame);
     // The background is this widget's: at fractional scales the table's own would cover the frame's thin line.
     table_.viewport()->setAutoFillBackground(false);

@@ -79,7 +79,8 @@ TEST_F(WindowTest, window_closedAndOpened_comesBackAsItWas) {
     settings.controller().toggleSound();
     settings.open();
     EXPECT_EQ(windowId(), id);
-    EXPECT_EQ(settings.window().geometry().topLeft(), place);
+    // The window manager makes the frame first and then puts it where it was.
+    EXPECT_TRUE(settings.turnUntil([&] { return settings.window().geometry().topLeft() == place; }));
     EXPECT_FALSE(settings.button("Play feedback sound").isChecked());
 }
 
@@ -159,7 +160,7 @@ TEST_F(WindowTest, savedPoints_thousand_scrollToTheEndAndKeepThePlace) {
         settings.controller().saveCurrentPoint();
     }
     settings.open();
-    auto& table = *settings.window().findChild<QListView*>();
+    auto& table = *settings.window().findChild<QListView*>("savedPoints");
     settings.click(*table.viewport());
     ASSERT_TRUE(settings.turnUntil([&] { return table.hasFocus(); }));
     keyboard().type({end});

@@ -6,6 +6,7 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
+#include <QListView>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -91,6 +92,8 @@ class SettingsWindowTest : public testing::Test {
 
     RecorderButton& recorderButton() { return static_cast<RecorderButton&>(window->shortcutRecorderButton()); }
     QComboBox& popUp(int index) { return *window->findChildren<QComboBox*>().at(index); }
+    /// By its name: pop-up buttons have lists too.
+    QListView& table() { return *window->findChild<QListView*>("savedPoints"); }
     QLabel& status() { return *window->findChild<QLabel*>("shortcutStatus"); }
 
     QRect inWindow(const QWidget& widget) const {

@@ -49,7 +49,7 @@ TEST_F(SettingsWindowTest, accessibility_controls_haveNamesAndRoles) {
     EXPECT_EQ(roleOf(&popUp(0)), QAccessible::ComboBox);
     EXPECT_EQ(nameOf(&withText<QCheckBox>("Play feedback sound")), "Play feedback sound");
     EXPECT_EQ(roleOf(&withText<QCheckBox>("Play feedback sound")), QAccessible::CheckBox);
-    EXPECT_EQ(nameOf(window->findChild<QListView*>()), "Saved Points");
+    EXPECT_EQ(nameOf(&table()), "Saved Points");
     EXPECT_EQ(nameOf(&status()), "Ready. With Raycast Hyper Key, use Caps Lock + D.");
     EXPECT_EQ(roleOf(&status()), QAccessible::Notification);
 }

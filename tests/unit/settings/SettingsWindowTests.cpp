@@ -197,7 +197,7 @@ TEST_F(SettingsWindowTest, keys_tab_goesFromTopToBottom) {
                                             &popUp(0),
                                             &popUp(1),
                                             &withText<QCheckBox>("Play feedback sound"),
-                                            window->findChild<QListView*>(),
+                                            &table(),
                                             &withText<QPushButton>("Clear Saved Points"),
                                             &recorderButton()};
     window->activateWindow();
@@ -209,9 +209,8 @@ TEST_F(SettingsWindowTest, keys_tab_goesFromTopToBottom) {
 
 TEST_F(SettingsWindowTest, keys_escape_closesFromEveryControl) {
     window->setSavedPointsTableHidden(false);
-    for (QWidget* const control :
-         std::initializer_list<QWidget*>{&recorderButton(), &popUp(0), &withText<QCheckBox>("Play feedback sound"),
-                                         window->findChild<QListView*>()}) {
+    for (QWidget* const control : std::initializer_list<QWidget*>{
+             &recorderButton(), &popUp(0), &withText<QCheckBox>("Play feedback sound"), &table()}) {
         show();
         QTest::keyClick(control, Qt::Key_Escape);
         EXPECT_FALSE(window->isVisible());
@@ -235,7 +234,7 @@ TEST_F(SettingsWindowTest, close_any_hidesAndComesBackAsItWas) {
 TEST_F(SettingsWindowTest, savedPoints_noneAndSome_changeWhatIsShown) {
     show();
     EXPECT_TRUE(withText<QLabel>("No saved points yet.").isVisible());
-    EXPECT_FALSE(window->findChild<QListView*>()->isVisible());
+    EXPECT_FALSE(table().isVisible());
     EXPECT_FALSE(withText<QPushButton>("Clear Saved Points").isEnabled());
     delegate->rows = 3;
     window->setSavedPointsSummary("3 saved cursor points.");
@@ -245,7 +244,7 @@ TEST_F(SettingsWindowTest, savedPoints_noneAndSome_changeWhatIsShown) {
     window->reloadSavedPoints();
     EXPECT_FALSE(withText<QLabel>("No saved points yet.").isVisible());
     EXPECT_TRUE(withText<QLabel>("3 saved cursor points.").isVisible());
-    EXPECT_EQ(window->findChild<QListView*>()->model()->rowCount(), 3);
+    EXPECT_EQ(table().model()->rowCount(), 3);
 }
 
 }  // namespace
