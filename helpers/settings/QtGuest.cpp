@@ -6,10 +6,10 @@
 #include <QLibraryInfo>
 #include <QPluginLoader>
 #include <QStringList>
-#include <QTimer>
 #include <QWidget>
 #include <clocale>
 
+#include <glib.h>
 #include <xcb/xcb.h>
 
 namespace vantrel::qt {
@@ -85,6 +85,9 @@ std::unique_ptr<QtGuest> QtGuest::start(const std::string& windowingSystem, std:
 QtGuest::QtGuest(const std::string& windowingSystem) : platform_(windowingSystem) {
     // Qt's own event loop without GLib would leave its timers to nobody.
     qunsetenv("QT_NO_GLIB");
+    // Its threads go without: GLib was in the process first, so it clears a thread that ends before Qt does, and Qt
+    // from 6.8 on then finds its context gone and makes GLib complain on stderr.
+    qputenv("QT_NO_THREADED_GLIB", "1");
     // The host answers the session manager; Qt would end the application on its behalf.
     QCoreApplication::setAttribute(Qt::AA_DisableSessionManager);
     QCoreApplication::setQuitLockEnabled(false);
@@ -99,6 +102,9 @@ QtGuest::QtGuest(const std::string& windowingSystem) : platform_(windowingSystem
 }
 
 QtGuest::~QtGuest() {
+    if (flushSource_ != 0) {
+        g_source_remove(flushSource_);
+    }
     flushDeferredDeletions();
     // Its end runs after that of whoever draws: nothing of Qt is left by then.
     application_.reset();
@@ -108,10 +114,25 @@ void QtGuest::flushDeferredDeletions() {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
+void QtGuest::flushSoon() {
+    if (flushSource_ != 0) {
+        return;
+    }
+    // Straight from GLib: inside one of Qt's own events, as a timer is, Qt from 6.8 on keeps what was put off outside.
+    flushSource_ = g_idle_add_full(
+        G_PRIORITY_DEFAULT,
+        [](gpointer guest) -> gboolean {
+            static_cast<QtGuest*>(guest)->flushSource_ = 0;
+            flushDeferredDeletions();
+            return G_SOURCE_REMOVE;
+        },
+        this, nullptr);
+}
+
 bool QtGuest::eventFilter(QObject* watched, QEvent* event) {
     // What Qt deletes later it has mostly just taken off the screen: menus, tool tips, drop-down lists.
     if (event->type() == QEvent::Hide && watched->isWidgetType() && static_cast<QWidget*>(watched)->isWindow()) {
-        QTimer::singleShot(0, this, [] { flushDeferredDeletions(); });
+        flushSoon();
     }
     return false;
 }

@@ -27,6 +27,8 @@ class QtGuest final : public QObject {
   private:
     explicit QtGuest(const std::string& windowingSystem);
 
+    void flushSoon();
+
     // QApplication keeps references to its arguments.
     std::string programName_ = "vantrel";
     std::string platformOption_ = "-platform";
@@ -34,6 +36,7 @@ class QtGuest final : public QObject {
     std::array<char*, 4> arguments_{};
     int argumentCount_ = 3;
     std::optional<QApplication> application_;
+    unsigned flushSource_ = 0;  ///< of GLib's main context; 0 while there is nothing to flush
 };
 
 }  // namespace vantrel::qt
