@@ -151,7 +151,7 @@ void SettingsWindow::setShortcutStatus(const std::string& text, SemanticColor co
 }
 
 void SettingsWindow::setTitles(PreferencesPopUp popUp, const std::vector<std::string>& titles) {
-    QComboBox& button = popUpButton(popUp);
+    PopUpButton& button = popUpButton(popUp);
     button.clear();
     for (const std::string& title : titles) {
         button.addItem(QString::fromStdString(title));
@@ -303,11 +303,11 @@ void SettingsWindow::centerOnPointersDisplay() {
     move(frame.topLeft());
 }
 
-QComboBox& SettingsWindow::popUpButton(PreferencesPopUp popUp) {
+PopUpButton& SettingsWindow::popUpButton(PreferencesPopUp popUp) {
     return popUp == PreferencesPopUp::mode ? modePopup_ : animationPopup_;
 }
 
-const QComboBox& SettingsWindow::popUpButton(PreferencesPopUp popUp) const {
+const PopUpButton& SettingsWindow::popUpButton(PreferencesPopUp popUp) const {
     return popUp == PreferencesPopUp::mode ? modePopup_ : animationPopup_;
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QWidget>
@@ -10,6 +9,7 @@
 #include <vector>
 
 #include "Vantrel/Interface/PreferencesWindowView.hpp"
+#include "helpers/settings/PopUpButton.hpp"
 #include "helpers/settings/RecorderButton.hpp"
 #include "helpers/settings/SavedPointsList.hpp"
 #include "helpers/settings/StatusLabel.hpp"
@@ -61,8 +61,8 @@ class SettingsWindow final : public QWidget, public PreferencesWindowView {
     void fitContent();
     void measureAfresh();
     void centerOnPointersDisplay();
-    QComboBox& popUpButton(PreferencesPopUp popUp);
-    [[nodiscard]] const QComboBox& popUpButton(PreferencesPopUp popUp) const;
+    PopUpButton& popUpButton(PreferencesPopUp popUp);
+    [[nodiscard]] const PopUpButton& popUpButton(PreferencesPopUp popUp) const;
 
     std::weak_ptr<PreferencesWindowViewDelegate> delegate_;
     bool isBuilt_ = false;
@@ -74,9 +74,9 @@ class SettingsWindow final : public QWidget, public PreferencesWindowView {
     StatusLabel shortcutStatusLabel_;
     TintedLabel recommendation_;
     TintedLabel modeLabel_;
-    QComboBox modePopup_;
+    PopUpButton modePopup_;
     TintedLabel animationLabel_;
-    QComboBox animationPopup_;
+    PopUpButton animationPopup_;
     TintedLabel feedbackLabel_;
     QCheckBox soundButton_;
     TintedLabel savedPointsSummaryLabel_;

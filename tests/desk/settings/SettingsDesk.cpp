@@ -149,13 +149,24 @@ bool SettingsDesk::statusIsRed() {
 }
 
 void SettingsDesk::click(const QWidget& widget, QPoint place) {
+    pressPointerButton(widget, place, XCB_BUTTON_INDEX_1, 1);
+}
+
+void SettingsDesk::turnWheel(const QWidget& widget, int clicks) {
+    const std::uint8_t button = clicks < 0 ? XCB_BUTTON_INDEX_4 : XCB_BUTTON_INDEX_5;
+    pressPointerButton(widget, widget.rect().center(), button, std::abs(clicks));
+}
+
+void SettingsDesk::pressPointerButton(const QWidget& widget, QPoint place, std::uint8_t button, int times) {
     settle();
     const QPoint onScreen = widget.mapToGlobal(place) * widget.devicePixelRatio();
     xcb_connection_t* const server = desk_.connection().get();
     xcb_test_fake_input(server, XCB_MOTION_NOTIFY, 0, XCB_CURRENT_TIME, desk_.connection().root(),
                         static_cast<std::int16_t>(onScreen.x()), static_cast<std::int16_t>(onScreen.y()), 0);
-    xcb_test_fake_input(server, XCB_BUTTON_PRESS, XCB_BUTTON_INDEX_1, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
-    xcb_test_fake_input(server, XCB_BUTTON_RELEASE, XCB_BUTTON_INDEX_1, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+    for (int count = 0; count < times; ++count) {
+        xcb_test_fake_input(server, XCB_BUTTON_PRESS, button, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+        xcb_test_fake_input(server, XCB_BUTTON_RELEASE, button, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+    }
     desk_.connection().synchronise();
 }
 

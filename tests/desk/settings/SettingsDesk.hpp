@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QListView>
 #include <QWidget>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -68,6 +69,10 @@ class SettingsDesk {
     void click(const QWidget& widget, QPoint place);
     void click(const QWidget& widget) { click(widget, widget.rect().center()); }
 
+    /// Moves the real pointer to the widget's middle and turns the wheel by so many of its clicks: downwards, or
+    /// upwards when they are negative.
+    void turnWheel(const QWidget& widget, int clicks);
+
     /// Presses the recorder with the mouse and waits for its prompt.
     void startRecording();
 
@@ -81,6 +86,7 @@ class SettingsDesk {
   private:
     /// Waits until Qt knows where the window manager put the window.
     void settle();
+    void pressPointerButton(const QWidget& widget, QPoint place, std::uint8_t button, int times);
 
     Desk desk_;
     XConnection otherProgram_;

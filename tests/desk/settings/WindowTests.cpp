@@ -140,6 +140,23 @@ TEST_F(WindowTest, mouse_everyControl_works) {
     EXPECT_FALSE(settings.button("Clear Saved Points").isEnabled());
 }
 
+TEST_F(WindowTest, wheel_overThePopUpButtons_choosesNothing) {
+    for (int count = 0; count < 20; ++count) {
+        settings.controller().saveCurrentPoint();
+    }
+    settings.open();
+    for (QComboBox* const popUp : settings.window().findChildren<QComboBox*>()) {
+        settings.turnWheel(*popUp, 3);
+        settings.turnWheel(*popUp, -3);
+    }
+    // By the time that the wheel has turned the list of points, it has passed the buttons.
+    auto& table = *settings.window().findChild<QListView*>("savedPoints");
+    settings.turnWheel(*table.viewport(), 1);
+    EXPECT_TRUE(settings.turnUntil([&] { return table.verticalScrollBar()->value() > 0; }));
+    EXPECT_FALSE(settings.fakes().defaults.objectForKey("mode").has_value());
+    EXPECT_FALSE(settings.fakes().defaults.objectForKey("animation").has_value());
+}
+
 TEST_F(WindowTest, recording_dropDownListOpenedMeanwhile_keepsTheKeyboard) {
     settings.open();
     settings.waitForWindowManagersChord({keys::option, "FK04"});

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QTest>
+#include <QWheelEvent>
 #include <memory>
 #include <string>
 #include <vector>
@@ -168,6 +169,23 @@ TEST_F(SettingsWindowTest, controls_used_reachTheDelegate) {
     EXPECT_TRUE(window->isSoundChecked());
     recorderButton().click();
     EXPECT_EQ(recorder->calls, Calls{"toggleRecording"});
+}
+
+TEST_F(SettingsWindowTest, wheel_overAPopUpButton_choosesNothing) {
+    show();
+    window->selectItem(PreferencesPopUp::animation, 1);
+    for (QComboBox* const button : {&popUp(0), &popUp(1)}) {
+        for (const int turn : {120, -120}) {
+            const QPointF place = button->rect().center();
+            QWheelEvent event(place, button->mapToGlobal(place), {}, {0, turn}, Qt::NoButton, Qt::NoModifier,
+                              Qt::NoScrollPhase, false);
+            QApplication::sendEvent(button, &event);
+        }
+        EXPECT_FALSE(button->hasFocus());
+    }
+    EXPECT_EQ(window->indexOfSelectedItem(PreferencesPopUp::mode), 0);
+    EXPECT_EQ(window->indexOfSelectedItem(PreferencesPopUp::animation), 1);
+    EXPECT_EQ(delegate->calls, Calls{});
 }
 
 TEST_F(SettingsWindowTest, controls_setByTheController_areNoActions) {
