@@ -63,10 +63,15 @@ int fdatasync(int descriptor) {
     return static_cast<int>(::syscall(SYS_fdatasync, descriptor));
 }
 
-int usleep(useconds_t microseconds) {
+// SQLite 3.40 sleeps with usleep, 3.46 with nanosleep.
+int nanosleep(const timespec* duration, timespec* remaining) {
     mainThreadSleeps += isMainThread() ? 1 : 0;
+    return static_cast<int>(::syscall(SYS_nanosleep, duration, remaining));
+}
+
+int usleep(useconds_t microseconds) {
     const timespec duration{microseconds / 1'000'000, static_cast<long>(microseconds % 1'000'000) * 1000};
-    return ::nanosleep(&duration, nullptr);
+    return nanosleep(&duration, nullptr);
 }
 
 int fcntl(int descriptor, int command, ...) {
