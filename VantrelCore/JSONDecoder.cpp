@@ -33,19 +33,15 @@ class CLocaleScope {
     locale_t previous_ = uselocale(c_);
 };
 
-/// The value that the whole text is, none if it is not JSON. Never throws; the reader and its values need no stack for
-/// deep nesting, and memory in proportion to the text.
-std::optional<json> parsed(std::string_view text) {
+/// The value that the whole text is; a discarded one, which has no type and no members, if it is not JSON. Never
+/// throws; the reader and its values need no stack for deep nesting, and memory in proportion to the text.
+json parsed(std::string_view text) {
     // JSON holds no raw NUL anywhere, but the reader takes one for the end of the text.
     if (text.find('\0') != std::string_view::npos) {
-        return std::nullopt;
+        return json::value_t::discarded;
     }
     const CLocaleScope cLocale;
-    json value = json::parse(text.begin(), text.end(), nullptr, false);
-    if (value.is_discarded()) {
-        return std::nullopt;
-    }
-    return value;
+    return json::parse(text.begin(), text.end(), nullptr, false);
 }
 
 /// The member's value; null when the value is no object or has no such member.
@@ -110,19 +106,16 @@ std::optional<SavedPoint> savedPoint(const json& value) {
 
 std::optional<VantrelPoint> JSONDecoder::decodePoint(std::string_view json) const {
     const auto value = parsed(json);
-    return value ? point(&*value) : std::nullopt;
+    return point(&value);
 }
 
 std::optional<DisplaySnapshot> JSONDecoder::decodeDisplay(std::string_view json) const {
     const auto value = parsed(json);
-    if (!value) {
-        return std::nullopt;
-    }
-    const std::optional<std::uint32_t> id = unsigned32(member(*value, "id"));
-    const std::optional<double> minX = number(member(*value, "minX"));
-    const std::optional<double> minY = number(member(*value, "minY"));
-    const std::optional<double> width = number(member(*value, "width"));
-    const std::optional<double> height = number(member(*value, "height"));
+    const std::optional<std::uint32_t> id = unsigned32(member(value, "id"));
+    const std::optional<double> minX = number(member(value, "minX"));
+    const std::optional<double> minY = number(member(value, "minY"));
+    const std::optional<double> width = number(member(value, "width"));
+    const std::optional<double> height = number(member(value, "height"));
     if (!id || !minX || !minY || !width || !height) {
         return std::nullopt;
     }
@@ -130,18 +123,17 @@ std::optional<DisplaySnapshot> JSONDecoder::decodeDisplay(std::string_view json)
 }
 
 std::optional<SavedPoint> JSONDecoder::decodeSavedPoint(std::string_view json) const {
-    const auto value = parsed(json);
-    return value ? savedPoint(*value) : std::nullopt;
+    return savedPoint(parsed(json));
 }
 
 std::optional<std::vector<SavedPoint>> JSONDecoder::decodeSavedPoints(std::string_view json) const {
     const auto value = parsed(json);
-    if (!value || !value->is_array()) {
+    if (!value.is_array()) {
         return std::nullopt;
     }
     std::vector<SavedPoint> list;
-    list.reserve(value->size());
-    for (const auto& element : *value) {
+    list.reserve(value.size());
+    for (const auto& element : value) {
         std::optional<SavedPoint> decoded = savedPoint(element);
         if (!decoded) {
             return std::nullopt;
@@ -153,11 +145,11 @@ std::optional<std::vector<SavedPoint>> JSONDecoder::decodeSavedPoints(std::strin
 
 std::optional<std::map<std::string, VantrelPoint>> JSONDecoder::decodePositions(std::string_view json) const {
     const auto value = parsed(json);
-    if (!value || !value->is_object()) {
+    if (!value.is_object()) {
         return std::nullopt;
     }
     std::map<std::string, VantrelPoint> positions;
-    for (const auto& [name, element] : value->items()) {
+    for (const auto& [name, element] : value.items()) {
         const std::optional<VantrelPoint> position = point(&element);
         if (!position) {
             return std::nullopt;

@@ -28,7 +28,7 @@ class ShortText {
     }
 
     ShortText& operator<<(std::uint32_t number) {
-        end_ = std::to_chars(end_, limit(), number).ptr;
+        end_ = std::to_chars(end_, end_ + longestNumber, number).ptr;
         return *this;
     }
 
@@ -42,9 +42,9 @@ class ShortText {
         // an exponent for 100000. All of them up to here have their own 64-bit float.
         constexpr double largestExactInteger = 9007199254740992.0;
         if (std::abs(number) <= largestExactInteger && number == std::trunc(number)) {
-            end_ = std::to_chars(end_, limit(), static_cast<std::int64_t>(number)).ptr;
+            end_ = std::to_chars(end_, end_ + longestNumber, static_cast<std::int64_t>(number)).ptr;
         } else {
-            end_ = std::to_chars(end_, limit(), number).ptr;
+            end_ = std::to_chars(end_, end_ + longestNumber, number).ptr;
         }
         return *this;
     }
@@ -58,9 +58,9 @@ class ShortText {
     }
 
   private:
-    char* limit() { return buffer_.data() + buffer_.size(); }
+    static constexpr std::ptrdiff_t longestNumber = 24;  // a double's shortest form
 
-    /// The longest text is a display: one identifier, four floats of at most 24 characters, and the member names.
+    /// The longest text is a display: five numbers and the member names.
     std::array<char, 192> buffer_;
     char* end_ = buffer_.data();
 };
