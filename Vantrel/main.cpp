@@ -36,7 +36,7 @@ int runAgent(std::unique_ptr<vantrel::DisplaySession> session, std::vector<std::
     const auto delegate = vantrel::AppDelegate::create(platform.abilities(), hotKeySignature, hotKeyHandler);
     app.setDelegate(delegate);
     app.open(std::move(urls));
-    return app.run();
+    return platform.run();
 }
 
 int start(std::vector<std::string> urls) {

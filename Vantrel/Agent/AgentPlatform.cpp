@@ -30,6 +30,13 @@ AgentPlatform::~AgentPlatform() {
     mainQueue_.dropTasks();
 }
 
+int AgentPlatform::run() {
+    const int status = application_.run();
+    // While the controller is there to take in a store that could not be read until now.
+    defaults_.finish();
+    return status;
+}
+
 Platform AgentPlatform::abilities() {
     return {application_,
             session_->displays(),

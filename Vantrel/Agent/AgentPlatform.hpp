@@ -29,6 +29,9 @@ class AgentPlatform {
 
     desktop::DesktopApplication& application() { return application_; }
 
+    /// Runs the main loop until the end of the application; the status for the end of the process.
+    int run();
+
     /// The abilities as the controller asks for them.
     Platform abilities();
 

@@ -133,15 +133,23 @@ class AppDelegate final : public ApplicationDelegate,
 
     // Settings (Settings.cpp)
     void loadSettings();
+    void loadSingleValues();
     void loadPrimaryShortcut();
     void loadSavedPoints();
     void loadRememberedPositions();
+    [[nodiscard]] std::optional<RememberedPositions> decodeRememberedPositions(std::string_view json) const;
     void saveSavedPoints();
     void saveRememberedPositions();
     void storeMode(VantrelMode newMode);
     void storeAnimationStyle(AnimationStyle style);
     void storeSoundEnabled(bool enabled);
     void storePrimaryShortcut();
+
+    // A store that could not be read at launch (LateSettings.cpp)
+    void takeInLateSettings(const UserDefaults::Values& stored);
+    void takeInLateSavedPoints(const DefaultsValue& stored);
+    void takeInLateRememberedPositions(const DefaultsValue& stored);
+    void setAside(std::string_view key, const DefaultsValue& stored);
 
     // Hot keys (HotKeys.cpp)
     void installHotKeyHandler();
@@ -190,6 +198,7 @@ class AppDelegate final : public ApplicationDelegate,
     std::string primaryShortcutStatusText = "Shortcut not registered yet.";
     std::vector<SavedPoint> savedPoints;
     std::int64_t savedPointIndex = 0;
+    bool savedPointsWereCleared = false;
     RememberedPositions rememberedPositions;
 };
 

@@ -17,12 +17,15 @@ AppDelegate::AppDelegate(CreationKey /*key*/, const Platform& platform, std::uin
       statusItem(platform.systemStatusBar.statusItem(StatusBar::variableStatusItemLength)),
       defaults(platform.standardUserDefaults) {}
 
-AppDelegate::~AppDelegate() = default;
+AppDelegate::~AppDelegate() {
+    defaults.setLateReadHandler(nullptr);
+}
 
 void AppDelegate::applicationDidFinishLaunching() {
     assertMainThread("applicationDidFinishLaunching");
     platform_.application.setActivationPolicy(ActivationPolicy::accessory);
     loadSettings();
+    defaults.setLateReadHandler([this](const UserDefaults::Values& stored) { takeInLateSettings(stored); });
     dressStatusItem();
     installHotKeyHandler();
     registerPrimaryHotKeyAtLaunch();

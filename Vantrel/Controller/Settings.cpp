@@ -1,5 +1,6 @@
 #include "Vantrel/Controller/AppDelegate.hpp"
 
+#include "Vantrel/Controller/SettingsKeys.hpp"
 #include "Vantrel/Platform/FatalError.hpp"
 
 #include <limits>
@@ -8,15 +9,6 @@
 namespace vantrel {
 
 namespace {
-
-constexpr std::string_view modeKey = "mode";
-// Shorter than the field's name: the stored form, which must not change.
-constexpr std::string_view animationKey = "animation";
-constexpr std::string_view soundEnabledKey = "soundEnabled";
-constexpr std::string_view primaryHotKeyCodeKey = "primaryHotKeyCode";
-constexpr std::string_view primaryHotKeyModifiersKey = "primaryHotKeyModifiers";
-constexpr std::string_view savedPointsKey = "savedPoints";
-constexpr std::string_view rememberedPositionsKey = "rememberedPositions";
 
 constexpr std::uint64_t largestIdentifier = std::numeric_limits<std::uint32_t>::max();
 
@@ -58,6 +50,12 @@ std::optional<std::uint32_t> displayIdentifier(std::string_view text) {
 }  // namespace
 
 void AppDelegate::loadSettings() {
+    loadSingleValues();
+    loadSavedPoints();
+    loadRememberedPositions();
+}
+
+void AppDelegate::loadSingleValues() {
     if (const auto text = defaults.stringForKey(modeKey)) {
         mode = modeFromRawValue(*text).value_or(mode);
     }
@@ -68,8 +66,6 @@ void AppDelegate::loadSettings() {
         soundEnabled = defaults.boolForKey(soundEnabledKey);
     }
     loadPrimaryShortcut();
-    loadSavedPoints();
-    loadRememberedPositions();
 }
 
 void AppDelegate::loadPrimaryShortcut() {
@@ -100,9 +96,15 @@ void AppDelegate::loadRememberedPositions() {
     if (!data) {
         return;
     }
-    const auto members = decoder.decodePositions(*data);
+    if (auto positions = decodeRememberedPositions(*data)) {
+        rememberedPositions = std::move(*positions);
+    }
+}
+
+std::optional<RememberedPositions> AppDelegate::decodeRememberedPositions(std::string_view json) const {
+    const auto members = decoder.decodePositions(json);
     if (!members) {
-        return;
+        return std::nullopt;
     }
     RememberedPositions positions;
     for (const auto& [name, point] : *members) {
@@ -114,7 +116,7 @@ void AppDelegate::loadRememberedPositions() {
             fatalError("Duplicate values for key: '" + std::to_string(*identifier) + "'");
         }
     }
-    rememberedPositions = std::move(positions);
+    return positions;
 }
 
 void AppDelegate::saveSavedPoints() {

@@ -95,6 +95,7 @@ void AppDelegate::saveCurrentPoint() {
 void AppDelegate::clearSavedPoints() {
     assertMainThread("clearSavedPoints");
     savedPoints.clear();
+    savedPointsWereCleared = true;
     savedPointIndex = 0;
     saveSavedPoints();
     rebuildMenu();

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -25,8 +27,16 @@ using DefaultsValue = std::variant<std::string, bool, std::int64_t, double, Defa
 class UserDefaults {
   public:
     using Entry = std::pair<std::string_view, DefaultsValue>;
+    using Values = std::map<std::string, DefaultsValue, std::less<>>;
+    using LateReadHandler = std::function<void(const Values& stored)>;
 
     virtual ~UserDefaults() = default;
+
+    /// Has `handler` called, once at most, when a store that could not be read at first can be read at last, and before
+    /// anything is written to it. `stored` is all that it holds. Reads give the same, but for keys that were set in the
+    /// meantime: those keep what they were set to. What the handler sets is stored in one transaction with that.
+    /// Without a handler nothing is written to such a store.
+    virtual void setLateReadHandler(LateReadHandler handler) = 0;
 
     /// The stored value; none when nothing is stored under the key.
     [[nodiscard]] virtual std::optional<DefaultsValue> objectForKey(std::string_view key) = 0;

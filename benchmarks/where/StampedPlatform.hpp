@@ -79,6 +79,7 @@ class StampedDefaults final : public UserDefaults {
   public:
     StampedDefaults(UserDefaults& real, JumpRecorder& recorder) : real_(real), recorder_(recorder) {}
 
+    void setLateReadHandler(LateReadHandler handler) override { real_.setLateReadHandler(std::move(handler)); }
     std::optional<DefaultsValue> objectForKey(std::string_view key) override { return real_.objectForKey(key); }
     std::optional<std::string> stringForKey(std::string_view key) override { return real_.stringForKey(key); }
     bool boolForKey(std::string_view key) override { return real_.boolForKey(key); }

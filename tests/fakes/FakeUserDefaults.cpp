@@ -57,6 +57,11 @@ void FakeUserDefaults::setObjects(std::initializer_list<Entry> entries) {
     }
 }
 
+void FakeUserDefaults::readLate(const Values& stored) {
+    values.insert(stored.begin(), stored.end());
+    lateReadHandler_(stored);
+}
+
 std::optional<DefaultsValue> FakeUserDefaults::value(std::string_view key) const {
     const auto found = values.find(key);
     return found == values.end() ? std::nullopt : std::optional(found->second);

@@ -6,54 +6,31 @@
 #include "Vantrel/Platform/DefaultsConversions.hpp"
 
 namespace vantrel::desktop {
-namespace {
-
-// At launch and at the end a short lock of others is waited for: values that could not be read would be built-in ones
-// for the whole run. In between nothing waits.
-constexpr std::chrono::milliseconds patience{1000};
-
-}  // namespace
 
 SQLiteUserDefaults::SQLiteUserDefaults(std::optional<std::filesystem::path> file, StoreOptions options)
     : file_(std::move(file)), options_(options), retryDelay_(options.firstRetry) {
     if (file_) {
-        openStore(patience);
+        retryLater(openStore(options_.patience));
     }
 }
 
 SQLiteUserDefaults::~SQLiteUserDefaults() {
     checkpointer_.reset();
-    storeAgainIfTheFileWasMoved();
-    if (hasUnstoredValues()) {
-        if (connection_) {
-            connection_->setLockWait(patience);
-        }
-        storeUnstoredValues();
-        checkpointer_.reset();
-    }
+    finish();
+    checkpointer_.reset();
     if (connection_) {
         connection_->moveLogWhenClosing();
     }
 }
 
-std::optional<DefaultsValue> SQLiteUserDefaults::objectForKey(std::string_view key) {
-    const auto known = knownValues_.find(key);
-    const bool isUnstored = known != knownValues_.end() && !known->second.isStored;
-    if (connection_ && !isUnstored) {
-        std::optional<DefaultsValue> value;
-        const int status = connection_->read(key, value);
-        if (status == SQLITE_OK) {
-            if (value) {
-                knownValues_.insert_or_assign(std::string(key), KnownValue{*value, true});
-            }
-            return value;
-        }
-        if (meansDamage(status)) {
-            startAfresh();
-        } else {
-            reportProblem("the value of " + std::string(key) + " cannot be read: " + connection_->reasonOf(status));
-        }
+void SQLiteUserDefaults::finish() {
+    storeAgainIfTheFileWasMoved();
+    if (hasUnstoredValues()) {
+        storeUnstoredValues(options_.patience);
     }
+}
+
+std::optional<DefaultsValue> SQLiteUserDefaults::objectForKey(std::string_view key) {
     const auto found = knownValues_.find(key);
     return found == knownValues_.end() ? std::nullopt : std::optional(found->second.value);
 }
@@ -88,10 +65,9 @@ void SQLiteUserDefaults::setObjects(std::initializer_list<Entry> entries) {
             known->second.isStored = false;
         }
     }
-    if (connection_) {
-        connection_->setLockWait(std::chrono::milliseconds::zero());
+    if (!isTakingIn_) {
+        storeUnstoredValues(std::chrono::milliseconds::zero());
     }
-    storeUnstoredValues();
 }
 
 bool SQLiteUserDefaults::hasUnstoredValues() const {

@@ -19,24 +19,33 @@ namespace vantrel::desktop {
 /// What tests change about the store.
 struct StoreOptions {
     CheckpointTimes checkpoints;
-    std::chrono::milliseconds firstRetry{1000};  ///< when others hold the lock; doubled at each further try
-    const char* vfs = nullptr;                   ///< one of SQLite's file systems; null for the usual one
+    /// How long launch and end wait for a lock of others. In between nothing waits.
+    std::chrono::milliseconds patience{1000};
+    std::chrono::milliseconds firstRetry{1000};  ///< of what failed; doubled at each further try
+    std::chrono::milliseconds longestRetry{60'000};
+    const char* vfs = nullptr;  ///< one of SQLite's file systems; null for the usual one
 };
 
 /// The person's settings in a SQLite file (docs/architecture.md, "The store"). Commits survive the end of the process
 /// at once and never wait for the disk. Whatever is wrong with the file, this object works: it says so in one line on
-/// stderr, and what could not be stored is kept and stored with the next write of any key. Main thread only.
+/// stderr, and what could not be stored is kept and stored with the next write of any key. What could not be read is
+/// read as soon as it can be, and never overwritten before. Main thread only.
 class SQLiteUserDefaults final : public UserDefaults {
   public:
     /// Opens the file, making it and its directories where they are missing. With no file the values live as long as
     /// this object.
     explicit SQLiteUserDefaults(std::optional<std::filesystem::path> file, StoreOptions options = {});
 
-    /// Tries a last time to store what could not be stored, and closes the file. Waits for the disk.
+    /// Calls finish() and closes the file. Waits for the disk.
     ~SQLiteUserDefaults() override;
     SQLiteUserDefaults(const SQLiteUserDefaults&) = delete;
     SQLiteUserDefaults& operator=(const SQLiteUserDefaults&) = delete;
 
+    /// Tries a last time to store what could not be stored. To be called while the late-read handler can still take in
+    /// a store that could not be read before.
+    void finish();
+
+    void setLateReadHandler(LateReadHandler handler) override { lateReadHandler_ = std::move(handler); }
     [[nodiscard]] std::optional<DefaultsValue> objectForKey(std::string_view key) override;
     [[nodiscard]] std::optional<std::string> stringForKey(std::string_view key) override;
     [[nodiscard]] bool boolForKey(std::string_view key) override;
@@ -64,7 +73,9 @@ class SQLiteUserDefaults final : public UserDefaults {
     void setRestHandler(std::function<void()> rested) { rested_ = std::move(rested); }
 
   private:
-    /// A value as this run last read or wrote it.
+    static constexpr const char* isLocked = "is locked by another program";
+
+    /// A value as this run read it or last set it.
     struct KnownValue {
         DefaultsValue value;
         bool isStored = false;
@@ -72,18 +83,19 @@ class SQLiteUserDefaults final : public UserDefaults {
     };
 
     // Opening and damage (SQLiteUserDefaultsOpening.cpp)
-    void openStore(std::chrono::milliseconds lockWait);
+    int openStore(std::chrono::milliseconds lockWait);
+    void takeIn(const Values& stored);
     void closeStore();
     bool setDamagedStoreAside(const char* finding);
     void startAfresh();
     void reportProblem(const std::string& problem);
 
     // Writing (SQLiteUserDefaultsWriting.cpp)
-    void storeUnstoredValues();
-    bool makeWritable();
+    void storeUnstoredValues(std::chrono::milliseconds lockWait);
+    bool makeWritable(std::chrono::milliseconds lockWait);
     int writeUnstoredValues();
     void handleFailedWrite(int status);
-    void retryLater();
+    void retryLater(int status);
     void lookForTheFileSoon();
     void storeAgainIfTheFileWasMoved();
     void checkpointFinished(CheckpointOutcome outcome);
@@ -93,6 +105,9 @@ class SQLiteUserDefaults final : public UserDefaults {
     std::filesystem::path realFile_;             // where symbolic links led at the last opening
     StoreOptions options_;
     std::function<void()> rested_;
+    LateReadHandler lateReadHandler_;
+    bool isRead_ = false;      // false until there was something to read
+    bool isTakingIn_ = false;  // what is set in the meantime is stored afterwards
     std::map<std::string, KnownValue, std::less<>> knownValues_;
     std::unique_ptr<StoreConnection> connection_;
     std::unique_ptr<StoreCheckpointer> checkpointer_;

@@ -4,34 +4,32 @@
 #include "Vantrel/Desktop/Store/SQLiteUserDefaults.hpp"
 
 namespace vantrel::desktop {
-
-void SQLiteUserDefaults::openStore(std::chrono::milliseconds lockWait) {
+int SQLiteUserDefaults::openStore(std::chrono::milliseconds lockWait) {
     realFile_ = *file_;
     if (const StoreFileProblem problem = prepareStoreFile(realFile_); !problem.empty()) {
         reportProblem("cannot be opened: " + problem);
-        return;
+        return SQLITE_CANTOPEN;
     }
     if (hasOrphanedLog(realFile_) && !setDamagedStoreAside("was empty beside a log")) {
-        return;
+        return SQLITE_CORRUPT;
     }
     if (isCutOff(realFile_) && !setDamagedStoreAside("was cut off")) {
-        return;
+        return SQLITE_CORRUPT;
     }
     const bool hadLog = hasLogContent(realFile_);
     StoreConnection::Opened opened = StoreConnection::open(realFile_, options_.vfs, lockWait);
     if (meansDamage(opened.status)) {
         if (!setDamagedStoreAside("was damaged")) {
-            return;
+            return SQLITE_CORRUPT;
         }
         opened = StoreConnection::open(realFile_, options_.vfs, lockWait);
     }
     connection_ = std::move(opened.connection);
     if (!connection_) {
-        reportProblem("cannot be opened: " + opened.reason);
-        if (meansLocked(opened.status)) {
-            retryLater();
-        }
-    } else if (connection_->isReadOnly()) {
+        reportProblem(meansLocked(opened.status) ? isLocked : "cannot be opened: " + opened.reason);
+        return opened.status;
+    }
+    if (connection_->isReadOnly()) {
         reportProblem("can only be read" + (opened.reason.empty() ? "" : ": " + opened.reason));
     } else if (connection_->hasLog()) {
         checkpointer_ = std::make_unique<StoreCheckpointer>(
@@ -40,6 +38,34 @@ void SQLiteUserDefaults::openStore(std::chrono::milliseconds lockWait) {
         if (!hadLog && connection_->logPages() == 0) {
             connection_->beginLogAnew();
         }
+    }
+    takeIn(opened.values);
+    return SQLITE_OK;
+}
+
+void SQLiteUserDefaults::takeIn(const Values& stored) {
+    if (isRead_ || stored.empty()) {
+        return;
+    }
+    if (!knownValues_.empty() && !lateReadHandler_) {
+        // Only the handler can bring together what was set and what is stored.
+        closeStore();
+        return;
+    }
+    isRead_ = true;
+    retryTimer_.reset();
+    retryDelay_ = options_.firstRetry;
+    // What is known so far was set by this run, perhaps in a file that stood in for this one.
+    for (auto& known : knownValues_) {
+        known.second.isStored = false;
+    }
+    for (const auto& [key, value] : stored) {
+        knownValues_.try_emplace(key, KnownValue{value, true});
+    }
+    if (lateReadHandler_) {
+        isTakingIn_ = true;
+        lateReadHandler_(stored);
+        isTakingIn_ = false;
     }
 }
 

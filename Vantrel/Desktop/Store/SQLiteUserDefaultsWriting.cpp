@@ -5,7 +5,6 @@
 namespace vantrel::desktop {
 namespace {
 
-constexpr std::chrono::milliseconds longestRetryDelay{60'000};
 /// A look for the file takes as long as a third of a commit, and is no part of what a jump waits for.
 constexpr guint lookDelay = 20;  // milliseconds
 /// A lock that outlasts so many doublings is worth a line.
@@ -13,8 +12,8 @@ constexpr int remarkableFactor = 8;
 
 }  // namespace
 
-void SQLiteUserDefaults::storeUnstoredValues() {
-    if (!file_ || !makeWritable()) {
+void SQLiteUserDefaults::storeUnstoredValues(std::chrono::milliseconds lockWait) {
+    if (!file_ || !makeWritable(lockWait) || !hasUnstoredValues()) {
         return;
     }
     const int status = writeUnstoredValues();
@@ -23,18 +22,17 @@ void SQLiteUserDefaults::storeUnstoredValues() {
     }
 }
 
-bool SQLiteUserDefaults::makeWritable() {
+bool SQLiteUserDefaults::makeWritable(std::chrono::milliseconds lockWait) {
     // What kept the file from being written may be over.
     if (connection_ && connection_->isReadOnly()) {
         closeStore();
     }
-    if (!connection_) {
-        openStore(std::chrono::milliseconds::zero());
+    if (connection_) {
+        connection_->setLockWait(lockWait);
+    } else {
+        retryLater(openStore(lockWait));
     }
-    if (!connection_ || connection_->isReadOnly()) {
-        return false;
-    }
-    return true;
+    return connection_ && !connection_->isReadOnly();
 }
 
 int SQLiteUserDefaults::writeUnstoredValues() {
@@ -71,7 +69,7 @@ void SQLiteUserDefaults::handleFailedWrite(int status) {
     if (meansDamage(status)) {
         startAfresh();
     } else if (meansLocked(status)) {
-        retryLater();
+        retryLater(status);
     } else {
         reportProblem("cannot be written: " + connection_->reasonOf(status));
         // A full disk passes; after any other failure the file is opened anew before the next write.
@@ -81,22 +79,27 @@ void SQLiteUserDefaults::handleFailedWrite(int status) {
     }
 }
 
-void SQLiteUserDefaults::retryLater() {
-    if (retryDelay_ >= options_.firstRetry * remarkableFactor) {
-        reportProblem("is locked by another program");
+void SQLiteUserDefaults::retryLater(int status) {
+    const bool waitsForLock = meansLocked(status) && hasUnstoredValues();
+    // What keeps a file from being read may last for ever, and a change tries anyway.
+    const bool waitsToBeRead = !connection_ && !isRead_ && retryDelay_ <= options_.longestRetry;
+    if (retryTimer_ || (!waitsForLock && !waitsToBeRead)) {
+        return;
     }
-    retryTimer_.reset(g_timeout_source_new(static_cast<guint>(retryDelay_.count())));
+    if (waitsForLock && retryDelay_ >= options_.firstRetry * remarkableFactor) {
+        reportProblem(isLocked);
+    }
+    const std::chrono::milliseconds delay = std::min(retryDelay_, options_.longestRetry);
+    retryTimer_.reset(g_timeout_source_new(static_cast<guint>(delay.count())));
     const auto callback = [](gpointer data) -> gboolean {
         auto* self = static_cast<SQLiteUserDefaults*>(data);
         self->retryTimer_.reset();
-        if (self->hasUnstoredValues()) {
-            self->storeUnstoredValues();
-        }
+        self->storeUnstoredValues(std::chrono::milliseconds::zero());
         return G_SOURCE_REMOVE;
     };
     g_source_set_callback(retryTimer_.get(), callback, this, nullptr);
     g_source_attach(retryTimer_.get(), nullptr);
-    retryDelay_ = std::min(retryDelay_ * 2, longestRetryDelay);
+    retryDelay_ = delay * 2;
 }
 
 void SQLiteUserDefaults::lookForTheFileSoon() {
@@ -124,7 +127,7 @@ void SQLiteUserDefaults::storeAgainIfTheFileWasMoved() {
     }
     if (wasMoved) {
         closeStore();
-        storeUnstoredValues();
+        storeUnstoredValues(std::chrono::milliseconds::zero());
     }
 }
 

@@ -29,12 +29,8 @@ std::string columnBytes(const void* bytes, int size) {
                             : std::string(static_cast<const char*>(bytes), static_cast<std::size_t>(size));
 }
 
-std::optional<DefaultsValue> columnValue(sqlite3_stmt* statement, int column) {
+DefaultsValue columnValue(sqlite3_stmt* statement, int column) {
     switch (sqlite3_column_type(statement, column)) {
-        case SQLITE_TEXT: {
-            const unsigned char* text = sqlite3_column_text(statement, column);
-            return columnBytes(text, sqlite3_column_bytes(statement, column));
-        }
         case SQLITE_INTEGER:
             return std::int64_t{sqlite3_column_int64(statement, column)};
         case SQLITE_FLOAT:
@@ -43,8 +39,10 @@ std::optional<DefaultsValue> columnValue(sqlite3_stmt* statement, int column) {
             const void* blob = sqlite3_column_blob(statement, column);
             return DefaultsData{columnBytes(blob, sqlite3_column_bytes(statement, column))};
         }
-        default:
-            return std::nullopt;
+        default: {
+            const unsigned char* text = sqlite3_column_text(statement, column);
+            return columnBytes(text, sqlite3_column_bytes(statement, column));
+        }
     }
 }
 
@@ -60,20 +58,18 @@ void StoreConnection::setLockWait(std::chrono::milliseconds lockWait) {
     sqlite3_busy_timeout(database_.get(), static_cast<int>(lockWait.count()));
 }
 
-int StoreConnection::read(std::string_view key, std::optional<DefaultsValue>& value) {
-    value.reset();
-    if (!select_) {
+int StoreConnection::readAll(UserDefaults::Values& values) {
+    values.clear();
+    if (!hasTable_) {
         return SQLITE_OK;
     }
-    sqlite3_stmt* statement = select_.get();
-    sqlite3_bind_text64(statement, 1, key.data(), key.size(), SQLITE_STATIC, SQLITE_UTF8);
-    const int status = sqlite3_step(statement);
-    if (status == SQLITE_ROW) {
-        value = columnValue(statement, 0);
+    int status = SQLITE_OK;
+    const SQLiteStatement select = prepare(database_.get(), "SELECT key, value FROM defaults", status);
+    while (select && (status = sqlite3_step(select.get())) == SQLITE_ROW) {
+        values.emplace(columnBytes(sqlite3_column_text(select.get(), 0), sqlite3_column_bytes(select.get(), 0)),
+                       columnValue(select.get(), 1));
     }
-    sqlite3_reset(statement);
-    sqlite3_clear_bindings(statement);
-    return status == SQLITE_ROW || status == SQLITE_DONE ? SQLITE_OK : status;
+    return status == SQLITE_DONE ? SQLITE_OK : status;
 }
 
 void StoreConnection::beginLogAnew() {

@@ -18,9 +18,10 @@ class StoreConnection {
   public:
     struct Attempt;
 
-    /// The outcome of opening: a connection, or the code and the reason why there is none.
+    /// The outcome of opening: a connection and all that the table holds, or the code and the reason why there is none.
     struct Opened {
         std::unique_ptr<StoreConnection> connection;
+        UserDefaults::Values values;
         int status = SQLITE_OK;
         std::string reason;
     };
@@ -40,9 +41,6 @@ class StoreConnection {
 
     /// How long to wait from now on for others that hold a lock.
     void setLockWait(std::chrono::milliseconds lockWait);
-
-    /// The stored value; none when nothing is stored under the key.
-    int read(std::string_view key, std::optional<DefaultsValue>& value);
 
     int begin() { return run(begin_.get()); }
     int commit() { return run(commit_.get()); }
@@ -77,13 +75,14 @@ class StoreConnection {
     static Opened tryOpening(const std::filesystem::path& path, const Attempt& attempt);
     int chooseJournal(const Attempt& attempt);
     int prepareStatements();
+    int readAll(UserDefaults::Values& values);
 
     SQLiteDatabase database_;
     SQLiteStatement begin_;
     SQLiteStatement commit_;
     SQLiteStatement rollback_;
-    SQLiteStatement select_;  // null in an empty database that is read only
     SQLiteStatement upsert_;
+    bool hasTable_ = false;  // false only in an empty database that is read only
     bool isReadOnly_ = false;
     bool hasLog_ = false;
     int logPages_ = 0;

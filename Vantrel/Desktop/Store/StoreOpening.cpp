@@ -22,7 +22,6 @@ namespace {
 
 constexpr const char* createTable =
     "CREATE TABLE IF NOT EXISTS defaults(key TEXT PRIMARY KEY, value ANY NOT NULL) STRICT, WITHOUT ROWID";
-constexpr const char* selectValue = "SELECT value FROM defaults WHERE key = ?1";
 // Named columns and an upsert instead of REPLACE: a later version's further columns keep what they hold.
 constexpr const char* upsertValue =
     "INSERT INTO defaults(key, value) VALUES(?1, ?2) ON CONFLICT(key) DO UPDATE SET value = excluded.value";
@@ -107,6 +106,7 @@ StoreConnection::Opened StoreConnection::open(const std::filesystem::path& path,
     if (mayRead && !hasLogContent(path)) {
         if (Opened readOnly = tryOpening(path, {vfs, Journal::none, lockWait}); readOnly.connection) {
             opened.connection = std::move(readOnly.connection);
+            opened.values = std::move(readOnly.values);
         }
     }
     return opened;
@@ -121,6 +121,9 @@ StoreConnection::Opened StoreConnection::tryOpening(const std::filesystem::path&
     }
     if (opened.status == SQLITE_OK) {
         opened.status = connection->prepareStatements();
+    }
+    if (opened.status == SQLITE_OK) {
+        opened.status = connection->readAll(opened.values);
     }
     if (opened.status == SQLITE_OK) {
         opened.connection = std::move(connection);
@@ -171,29 +174,26 @@ int StoreConnection::chooseJournal(const Attempt& attempt) {
 int StoreConnection::prepareStatements() {
     sqlite3* database = database_.get();
     int status = SQLITE_OK;
-    const bool hasTable =
-        !queryText(database, "SELECT name FROM sqlite_schema WHERE name = 'defaults'", status).empty();
-    if (hasTable && status == SQLITE_OK && queryText(database, "PRAGMA quick_check(defaults)", status) != "ok") {
+    hasTable_ = !queryText(database, "SELECT name FROM sqlite_schema WHERE name = 'defaults'", status).empty();
+    if (hasTable_ && status == SQLITE_OK && queryText(database, "PRAGMA quick_check(defaults)", status) != "ok") {
         // A page that was cut off reads as zeros, which look like a table with little in it until it is examined.
         return status == SQLITE_OK ? SQLITE_CORRUPT : status;
     }
     if (isReadOnly_) {
-        if (hasTable && status == SQLITE_OK) {
-            select_ = prepare(database, selectValue, status);
-        }
         return status;
     }
     // A statement that would change nothing still takes the writer's lock: look first. A database that holds other
     // things and not our table is another program's; reading ours then fails with the reason.
-    if (!hasTable && status == SQLITE_OK && queryText(database, "SELECT count(*) FROM sqlite_schema", status) == "0") {
+    if (!hasTable_ && status == SQLITE_OK && queryText(database, "SELECT count(*) FROM sqlite_schema", status) == "0") {
         status = execute(database, createTable);
     }
+    hasTable_ = true;
     struct Kept {
         SQLiteStatement& statement;
         const char* text;
     };
-    for (const Kept& kept : {Kept{select_, selectValue}, Kept{upsert_, upsertValue}, Kept{begin_, "BEGIN IMMEDIATE"},
-                             Kept{commit_, "COMMIT"}, Kept{rollback_, "ROLLBACK"}}) {
+    for (const Kept& kept : {Kept{upsert_, upsertValue}, Kept{begin_, "BEGIN IMMEDIATE"}, Kept{commit_, "COMMIT"},
+                             Kept{rollback_, "ROLLBACK"}}) {
         if (status == SQLITE_OK) {
             kept.statement = prepare(database, kept.text, status);
         }

@@ -59,6 +59,7 @@ StoreOptions StoreTest::quietOptions() {
     StoreOptions options;
     options.checkpoints.idle = std::chrono::hours(1);
     options.checkpoints.longLog = 1'000'000;
+    options.patience = std::chrono::milliseconds(20);
     options.firstRetry = std::chrono::hours(1);
     return options;
 }

@@ -33,24 +33,5 @@ TEST_F(StoreFaultTest, closedWithUnstoredValues_storesThemAtTheEnd) {
     EXPECT_EQ(storedRows(), bothWrites);
 }
 
-TEST_F(StoreFaultTest, anotherProgramHoldsTheLockAtLaunch_isWaitedForAndThenWrittenLater) {
-    makeStore();
-    Outsider outsider(file_);
-    outsider.execute("PRAGMA journal_mode=DELETE; BEGIN EXCLUSIVE");
-    const int sleepsBefore = waitCounts().mainThreadSleeps;
-    std::unique_ptr<SQLiteUserDefaults> store;
-    const std::string told = toldBy([&] {
-        store = openStore();
-        store->setBool(true, "soundEnabled");
-    });
-    EXPECT_GT(waitCounts().mainThreadSleeps, sleepsBefore);
-    EXPECT_EQ(lineCount(told), 1U) << told;
-    EXPECT_TRUE(store->hasUnstoredValues());
-    outsider.execute("COMMIT");
-    store->setObject(std::string("automatic"), "mode");
-    EXPECT_FALSE(store->hasUnstoredValues());
-    EXPECT_EQ(outsider.text("SELECT value FROM defaults WHERE key = 'soundEnabled'"), "1");
-}
-
 }  // namespace
 }  // namespace vantrel::desktop
