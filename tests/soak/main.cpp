@@ -2,21 +2,19 @@
 //
 //     vantrel-soak jumps SEED JUMPS [WRAPPER...]
 //     vantrel-soak kills SEED KILLS
-//     vantrel-soak hangs SEED JUMPS
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <string>
 #include <vector>
 
-#include "tests/soak/HangTrial.hpp"
 #include "tests/soak/JumpSoak.hpp"
 #include "tests/soak/KillTrial.hpp"
 
 namespace {
 
 int complainAboutUsage() {
-    std::fprintf(stderr, "usage: vantrel-soak jumps SEED JUMPS [WRAPPER...] | kills SEED KILLS | hangs SEED JUMPS\n");
+    std::fprintf(stderr, "usage: vantrel-soak jumps SEED JUMPS [WRAPPER...] | kills SEED KILLS\n");
     return 2;
 }
 
@@ -41,8 +39,6 @@ int main(int count, char** given) {
             vantrel::soak::JumpSoak(options).run();
         } else if (arguments[0] == "kills") {
             vantrel::soak::runKillTrial(seed, rounds);
-        } else if (arguments[0] == "hangs") {
-            vantrel::soak::runHangTrial(rounds);
         } else {
             return complainAboutUsage();
         }
