@@ -1,5 +1,7 @@
 #include "Vantrel/Agent/AgentPlatform.hpp"
 
+#include <malloc.h>
+
 #include <string>
 #include <utility>
 #include <vector>
@@ -11,8 +13,8 @@ AgentPlatform::AgentPlatform(std::unique_ptr<DisplaySession> session)
       defaults_(desktop::defaultStorePath()),
       statusBar_([this](ItemPresenter::Events events) { return session_->makeItemPresenter(std::move(events)); }),
       application_(mainQueue_, [this](GDBusConnection* bus) { statusBar_.setSessionBus(bus); }) {
-    // The last that the process does before it sleeps.
-    defaults_.setRestHandler([] { desktop::RestingMemory::giveBack(); });
+    // The last that the process does before it sleeps: what a burst of changes has freed goes back to the system.
+    defaults_.setRestHandler([] { malloc_trim(0); });
     session_->attach({.ended = [this](const std::string& reason) { application_.fail(reason); },
                       .opened =
                           [this](std::vector<std::string> urls) {

@@ -7,7 +7,6 @@
 #include "Vantrel/Desktop/Loop/GLibMainQueue.hpp"
 #include "Vantrel/Desktop/Loop/GLibRunLoop.hpp"
 #include "Vantrel/Desktop/RandomUUIDGenerator.hpp"
-#include "Vantrel/Desktop/RestingMemory/RestingMemory.hpp"
 #include "Vantrel/Desktop/Settings/SettingsModuleLoader.hpp"
 #include "Vantrel/Desktop/Sound/CanberraSoundPlayer.hpp"
 #include "Vantrel/Desktop/Sound/DelayedSoundPlayer.hpp"
@@ -40,7 +39,6 @@ class AgentPlatform {
     std::unique_ptr<DisplaySession> session_;
     desktop::GLibMainQueue mainQueue_;
     desktop::GLibRunLoop runLoop_;
-    desktop::RestingMemory restingMemory_;
     desktop::SQLiteUserDefaults defaults_;
     desktop::DesktopStatusBar statusBar_;
     desktop::CanberraSoundPlayer eventSounds_;

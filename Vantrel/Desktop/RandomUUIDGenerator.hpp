@@ -4,7 +4,7 @@
 
 namespace vantrel::desktop {
 
-/// UUIDs from the kernel's random numbers.
+/// UUIDs by GLib: random ones (RFC 4122, version 4).
 class RandomUUIDGenerator final : public UUIDGenerator {
   public:
     UUID makeUUID() override;
