@@ -8,6 +8,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "VantrelCore/ReadableJSON.hpp"
+
 namespace vantrel {
 
 namespace {
@@ -41,7 +43,12 @@ json parsed(std::string_view text) {
         return json::value_t::discarded;
     }
     const CLocaleScope cLocale;
-    return json::parse(text.begin(), text.end(), nullptr, false);
+    json value = json::parse(text.begin(), text.end(), nullptr, false);
+    if (value.is_discarded()) {
+        // The reader refuses the whole text for a number or a string that it cannot hold, also in an unknown member.
+        value = json::parse(readableJSON(text), nullptr, false);
+    }
+    return value;
 }
 
 /// The member's value; null when the value is no object or has no such member.

@@ -13,8 +13,9 @@
 namespace vantrel {
 
 /// Reads the stored forms from any bytes. Each operation gives none when the bytes are not that form as a whole: one
-/// damaged element fails its list, so nothing half-read is ever taken for the user's data. Unknown members are ignored;
-/// of two members with the same name the last counts; a number with an integral value (1.0) is an integer.
+/// damaged element fails its list, so nothing half-read is ever taken for the user's data. Unknown members are ignored,
+/// whatever JSON lets them hold; of two members with the same name the last counts; a number with an integral value
+/// (1.0) is an integer.
 class JSONDecoder {
   public:
     [[nodiscard]] std::optional<VantrelPoint> decodePoint(std::string_view json) const;

@@ -63,15 +63,27 @@ std::vector<std::string> damagedTexts() {
         "{x:1,y:2}",
         "/**/{\"x\":1,\"y\":2}",
         "{\"x\":1,\"y\":2,\"z\":\"\xFF\"}",
-        "{\"x\":1,\"y\":2,\"z\":\"\\ud800\"}",
-        "{\"x\":1,\"y\":2,\"z\":\"\\udc00\\ud800\"}",
-        "{\"x\":1,\"y\":2,\"z\":\"\\ud800x\"}",
         "{\"x\":1,\"y\":2,\"z\":\"\xED\xA0\x80\"}",
         "{\"x\":1,\"y\":2,\"\xC0\x80\":0}",
         "{\"x\":1,\"y\":2,\"z\":\"\n\"}",
         "{\"x\":1,\"y\":2,\"z\":\"\\x41\"}",
-        "{\"x\":1,\"y\":2,\"z\":1e999}",
+        "{\"x\":1,\"y\":2,\"z\":\"\\ud80\"}",
+        "{\"x\":1,\"y\":2,\"z\":\"\\ud80g\"}",
+        "{\"x\":1,\"y\":2,\"z\":\"\\ud800}",
+        "{\"x\":1,\"y\":2,\"z\":\"\\ud800\\\"}",
+        "{\"x\":1,\"y\":2,\"z\":\"\\ud800\"e}",
+        "{\"x\":1,\"y\":2,\"\\ud800\"}",
+        "{\"x\":1,\"y\":2,\"\\ud800\"\"z\":0}",
         "{\"x\":1,\"y\":2,\"z\":nul}",
+        "{\"x\":1,\"y\":2,\"z\":01e999}",
+        "{\"x\":1,\"y\":2,\"z\":1.e999}",
+        "{\"x\":1,\"y\":2,\"z\":1e999.5}",
+        "{\"x\":1,\"y\":2,\"z\":1e999e1}",
+        "{\"x\":1,\"y\":2,\"z\":--1e999}",
+        "{\"x\":1,\"y\":2,\"z\":+1e999}",
+        "{\"x\":1,\"y\":2,\"z\":nul1e999}",
+        "{\"x\":1,\"y\":2,1e999:0}",
+        "{\"x\":1,\"y\":2}1e999",
         "\xEF\xBB",
         "\xFF\xFE{\0}\0"s,
     };
@@ -104,6 +116,72 @@ TEST(JSONDecoder, decodePoint_deepUnknownMember_isIgnored) {
     constexpr std::size_t depth = 50000;
     const std::string text = R"({"x":1,"deep":)" + repeated("[", depth) + repeated("]", depth) + R"(,"y":2})";
     EXPECT_EQ(decoder.decodePoint(text), VantrelPoint(1, 2));
+}
+
+/// Values that JSON can write and that nothing here can hold: numbers beyond all floats, halves of characters.
+std::vector<std::string> unreadableValues() {
+    return {
+        "1e999",
+        "-1E+999",
+        "123.456e789",
+        "1"s + repeated("0", 400),
+        R"("\ud800")",
+        R"("\uDFFF")",
+        R"("\udc00\ud800")",
+        R"("\ud800\ud800\udc00")",
+        R"("\ud800x\udc00")",
+        R"("a\\\ud800\"")",
+        R"("\ud83d\u0041")",
+        R"([1e999,"\ud800",{"\udfff" : "\ud800","1":[-1e999]}])",
+    };
+}
+
+TEST(JSONDecoder, everyForm_unknownMembersWithUnreadableValues_areIgnored) {
+    for (const std::string& value : unreadableValues()) {
+        EXPECT_EQ(decoder.decodePoint(filled(R"({"z":@,"x":1,"zz":@,"y":2,"zzz":@})", value)), VantrelPoint(1, 2))
+            << value;
+        EXPECT_EQ(decoder.decodeDisplay(filled(R"({"id":7,"minX":1,"minY":2,"z":@,"width":3,"height":4})", value)),
+                  (DisplaySnapshot{7, 1, 2, 3, 4}))
+            << value;
+        const std::string element = filled("{" + idMember + R"(,"name":"P","z":@,"point":{"x":1,"z":@,"y":2}})", value);
+        EXPECT_EQ(decoder.decodeSavedPoint(element), decoder.decodeSavedPoint(samplePoint)) << value;
+        const auto list = decoder.decodeSavedPoints("[" + samplePoint + "," + element + "]");
+        ASSERT_TRUE(list) << value;
+        EXPECT_EQ(list->size(), 2U);
+        const auto positions = decoder.decodePositions(filled(R"({"5":{"x":1,"y":2,"z":@}})", value));
+        ASSERT_TRUE(positions) << value;
+        EXPECT_EQ(positions->at("5"), VantrelPoint(1, 2));
+    }
+}
+
+TEST(JSONDecoder, everyForm_knownMembersWithUnreadableValues_giveNone) {
+    for (const std::string& value : unreadableValues()) {
+        EXPECT_EQ(decoder.decodePoint(filled(R"({"x":1,"y":@})", value)), std::nullopt) << value;
+        EXPECT_EQ(decoder.decodeDisplay(filled(R"({"id":@,"minX":1,"minY":2,"width":3,"height":4})", value)),
+                  std::nullopt)
+            << value;
+        for (const char* form :
+             {R"({"id":@,"name":"P","point":{"x":1,"y":2}})", R"({#,"name":@,"point":{"x":1,"y":2}})",
+              R"({#,"name":"P","point":@})", R"({#,"name":"P","point":{"x":@,"y":2}})",
+              R"({#,"name":"P","point":{"x":1,"y":2},"displayID":@})"}) {
+            std::string text = filled(form, value);
+            if (const std::size_t place = text.find('#'); place != std::string::npos) {
+                text.replace(place, 1, idMember);
+            }
+            EXPECT_EQ(decoder.decodeSavedPoint(text), std::nullopt) << text;
+            EXPECT_EQ(decoder.decodeSavedPoints("[" + samplePoint + "," + text + "]"), std::nullopt) << text;
+        }
+        EXPECT_EQ(decoder.decodeSavedPoints("[" + value + "]"), std::nullopt) << value;
+        EXPECT_EQ(decoder.decodePositions(filled(R"({"5":@})", value)), std::nullopt) << value;
+        EXPECT_EQ(decoder.decodePositions(filled(R"({"5":{"x":1,"y":@}})", value)), std::nullopt) << value;
+    }
+}
+
+TEST(JSONDecoder, decodePoint_unknownMemberWithUnreadableName_isIgnored) {
+    for (const char* text : {R"({"\ud800":0,"x":1,"y":2})", "{\"\\ud800\" \t\r\n:0,\"x\":1,\"y\":2}",
+                             R"({"x":1,"y":2,"\udc00x":1e999})"}) {
+        EXPECT_EQ(decoder.decodePoint(text), VantrelPoint(1, 2)) << text;
+    }
 }
 
 struct NumberCase {
