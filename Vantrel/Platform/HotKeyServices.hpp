@@ -9,7 +9,7 @@ using OSStatus = std::int32_t;  ///< 0 is success
 
 /// Another program, or this one, already holds the combination.
 inline constexpr OSStatus eventHotKeyExistsErr = -9878;
-/// The keyboard has no such key or modifier.
+/// The keyboard has no such key or modifier, or the mask holds none of the four modifiers.
 inline constexpr OSStatus eventHotKeyInvalidErr = -9879;
 
 // Carbon's bits of a modifier mask.
@@ -17,6 +17,8 @@ inline constexpr std::uint32_t cmdKey = 0x100;
 inline constexpr std::uint32_t shiftKey = 0x200;
 inline constexpr std::uint32_t optionKey = 0x800;
 inline constexpr std::uint32_t controlKey = 0x1000;
+/// A mask may hold further bits (Caps Lock), which are no part of a combination.
+inline constexpr std::uint32_t combinationModifiers = cmdKey | shiftKey | optionKey | controlKey;
 
 /// The four bytes of the text as one number, the first in the most significant byte.
 constexpr std::uint32_t fourCharCode(const char (&text)[5]) {
@@ -76,8 +78,9 @@ class HotKeyServices {
 
     virtual OSStatus RemoveEventHandler(EventHandlerRef handler) = 0;
 
-    /// Registers the combination. Returns 0 with a reference, or eventHotKeyExistsErr, or eventHotKeyInvalidErr; a
-    /// refused registration leaves nothing behind. `options` is always 0.
+    /// Registers the combination, of whose mask only the four modifiers count, and at least one must be there: a key
+    /// alone would be taken from every other program. Returns 0 with a reference, or eventHotKeyExistsErr, or
+    /// eventHotKeyInvalidErr; a refused registration leaves nothing behind. `options` is always 0.
     virtual OSStatus RegisterEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyID hotKeyID,
                                          EventTargetRef target, std::uint32_t options, EventHotKeyRef& hotKeyRef) = 0;
 

@@ -47,7 +47,7 @@ OSStatus FakeHotKeys::RegisterEventHotKey(std::uint32_t keyCode, std::uint32_t m
                                           EventTargetRef target, std::uint32_t options, EventHotKeyRef& hotKeyRef) {
     journal_.push_back("RegisterEventHotKey(" + std::to_string(keyCode) + ", " + std::to_string(modifiers) + ", id " +
                        std::to_string(hotKeyID.id) + ")");
-    const Combination combination{keyCode, modifiers};
+    const Combination combination{keyCode, modifiers & combinationModifiers};
     if (target != GetEventDispatcherTarget() || options != 0) {
         return parameterError;
     }
@@ -56,6 +56,9 @@ OSStatus FakeHotKeys::RegisterEventHotKey(std::uint32_t keyCode, std::uint32_t m
             hotKeyRef = reinterpret_cast<EventHotKeyRef>(&refusedToken_);
         }
         return refusal->second;
+    }
+    if (combination.second == 0) {
+        return eventHotKeyInvalidErr;
     }
     if (isRegistered(combination)) {
         return eventHotKeyExistsErr;

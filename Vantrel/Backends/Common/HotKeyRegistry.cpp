@@ -12,9 +12,6 @@ constexpr OSStatus paramErr = -50;
 constexpr OSStatus eventParameterNotFoundErr = -9870;
 constexpr OSStatus eventHandlerNotFoundErr = -9876;
 
-/// The four modifiers; a mask may hold further bits (Caps Lock), which are no part of a combination.
-constexpr std::uint32_t combinationModifiers = cmdKey | shiftKey | optionKey | controlKey;
-
 }  // namespace
 
 struct HotKeyRegistry::HotKey {
@@ -64,7 +61,6 @@ OSStatus HotKeyRegistry::RegisterEventHotKey(std::uint32_t keyCode, std::uint32_
         return paramErr;
     }
     const KeyCombination combination{keyCode, modifiers & combinationModifiers};
-    // A key alone would be taken from every other program.
     if (combination.modifiers == 0) {
         return eventHotKeyInvalidErr;
     }

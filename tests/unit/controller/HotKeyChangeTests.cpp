@@ -137,11 +137,21 @@ TEST_F(HotKeyChangeTest, apply_combinationOfAFixedKey_isRefusedAndRestored) {
     EXPECT_TRUE(fakes.hotKeys.isRegistered({1, hyper}));
 }
 
-TEST_F(HotKeyChangeTest, apply_shortcutWithoutModifiers_isRegistered) {
-    launchAndOpenSettings();
-    controller->applyPrimaryShortcut({111, 0});
-    EXPECT_EQ(fields.primaryShortcutStatusText(), "Ready. Use F12.");
-    EXPECT_TRUE(fakes.hotKeys.isRegistered({111, 0}));
+TEST_F(HotKeyChangeTest, apply_shortcutWithoutAnyOfTheFourModifiers_isRefusedAndRestored) {
+    launch();
+    for (const std::uint32_t modifiers : {0U, 0x400U, 0xFFFFE4FFU}) {
+        controller->applyPrimaryShortcut({111, modifiers});
+        EXPECT_EQ(fields.primaryShortcut(), (KeyboardShortcut{2, hyper}));
+        EXPECT_EQ(fields.primaryShortcutStatusText(), "F12 is unavailable. Restored Hyper + D.");
+        EXPECT_FALSE(fakes.hotKeys.isRegistered({111, modifiers}));
+    }
+}
+
+TEST_F(HotKeyChangeTest, apply_fixedKeyWithAFurtherBit_isRefusedAndRestored) {
+    launch();
+    controller->applyPrimaryShortcut({124, 0x1900 | 0x400});
+    EXPECT_EQ(fields.primaryShortcutStatusText(),
+              "Ctrl + Option + Command + Right Arrow is unavailable. Restored Hyper + D.");
 }
 
 }  // namespace
