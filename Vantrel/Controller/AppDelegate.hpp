@@ -168,6 +168,7 @@ class AppDelegate final : public ApplicationDelegate,
     std::optional<VantrelPoint> readPointer();
     static std::optional<DisplaySnapshot> currentDisplay(const VantrelPoint& pointer,
                                                          const std::vector<DisplaySnapshot>& displays);
+    void teleport(const std::optional<VantrelPoint>& target);
     void movePointer(const VantrelPoint& target);
     void movePointerAtOnce(const VantrelPoint& target);
     void playFeedbackSound();

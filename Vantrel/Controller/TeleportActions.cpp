@@ -42,12 +42,7 @@ void AppDelegate::teleportDisplay(TeleportDirection direction) {
         rememberedPositions.insert_or_assign(display->id, *pointer);
         saveRememberedPositions();
     }
-    const auto target = TeleportPlanner::targetPoint(*pointer, displays, direction, rememberedPositions);
-    if (!target) {
-        flashStatus("No target");
-        return;
-    }
-    movePointer(*target);
+    teleport(TeleportPlanner::targetPoint(*pointer, displays, direction, rememberedPositions));
 }
 
 void AppDelegate::teleportSavedPoint() {
@@ -144,6 +139,14 @@ std::optional<DisplaySnapshot> AppDelegate::currentDisplay(const VantrelPoint& p
         return std::nullopt;
     }
     return sorted[*index];
+}
+
+void AppDelegate::teleport(const std::optional<VantrelPoint>& target) {
+    if (target) {
+        movePointer(*target);
+    } else {
+        flashStatus("No target");
+    }
 }
 
 void AppDelegate::movePointer(const VantrelPoint& target) {

@@ -17,6 +17,7 @@ CGError FakeDisplays::CGGetActiveDisplayList(std::span<CGDirectDisplayID> active
     for (std::size_t index = 0; index < count; ++index) {
         activeDisplays[index] = layout[index].id;
     }
+    displayCount = listedCount.value_or(displayCount);
     return listStatus;
 }
 

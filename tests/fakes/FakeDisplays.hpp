@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "Vantrel/Platform/DisplayServices.hpp"
@@ -22,9 +24,10 @@ class FakeDisplays final : public DisplayServices {
     CGRect CGDisplayBounds(CGDirectDisplayID display) override;
 
     std::vector<Display> layout;
-    CGError countStatus = 0;           ///< what asking for the number of displays returns
-    CGError listStatus = 0;            ///< what asking for their identifiers returns
-    std::function<void()> afterCount;  ///< runs between these two, where a real layout may change
+    CGError countStatus = 0;                   ///< what asking for the number of displays returns
+    CGError listStatus = 0;                    ///< what asking for their identifiers returns
+    std::optional<std::uint32_t> listedCount;  ///< how many the list is said to hold, if not as many as it does
+    std::function<void()> afterCount;          ///< runs between these two, where a real layout may change
 
   private:
     Journal& journal_;

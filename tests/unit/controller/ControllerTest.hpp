@@ -36,6 +36,7 @@ struct AppDelegateInspector {
     }
     [[nodiscard]] bool hasPreferencesWindow() const { return controller.preferencesWindowController != nullptr; }
 
+    void teleport(const std::optional<VantrelPoint>& target) const { controller.teleport(target); }
     void saveSavedPoints() const { controller.saveSavedPoints(); }
     void saveRememberedPositions() const { controller.saveRememberedPositions(); }
 };

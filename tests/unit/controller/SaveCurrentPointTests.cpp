@@ -1,3 +1,4 @@
+#include <functional>
 #include <limits>
 
 #include "tests/unit/controller/ControllerTest.hpp"
@@ -56,6 +57,15 @@ TEST_F(SaveCurrentPointTest, save_afterTwoPoints_namesTheThirdAndMakesItNext) {
     EXPECT_EQ(fakes.pointer.location, (CGPoint{5, 6}));
 }
 
+TEST_F(SaveCurrentPointTest, save_always_setsTheNextPointBeforeItStores) {
+    controller->saveCurrentPoint();
+    fields.savedPointIndex() = 0;
+    std::int64_t indexWhileStoring = -1;
+    fakes.defaults.whenStoring = [&] { indexWhileStoring = fields.savedPointIndex(); };
+    controller->saveCurrentPoint();
+    EXPECT_EQ(indexWhileStoring, 1);
+}
+
 TEST_F(SaveCurrentPointTest, save_withoutLayout_savesWithoutADisplay) {
     fakes.displays.layout.clear();
     controller->saveCurrentPoint();
@@ -109,6 +119,18 @@ TEST_F(SaveCurrentPointTest, clear_somePoints_forgetsThemInOrder) {
     EXPECT_TRUE(fields.savedPoints().empty());
     EXPECT_EQ(fields.savedPointIndex(), 0);
     EXPECT_EQ(fields.rememberedPositions().size(), 1U);
+}
+
+TEST_F(SaveCurrentPointTest, clear_fromMenuOrWindow_goesBackToTheFirstPointBeforeItStores) {
+    for (const auto& clear : {std::function<void()>([this] { controller->clearSavedPoints(); }),
+                              std::function<void()>([this] { controller->preferencesDidClearSavedPoints(); })}) {
+        fields.savedPoints().resize(3);
+        fields.savedPointIndex() = 2;
+        std::int64_t indexWhileStoring = -1;
+        fakes.defaults.whenStoring = [&] { indexWhileStoring = fields.savedPointIndex(); };
+        clear();
+        EXPECT_EQ(indexWhileStoring, 0);
+    }
 }
 
 TEST_F(SaveCurrentPointTest, clear_noPoints_storesTheEmptyListAllTheSame) {

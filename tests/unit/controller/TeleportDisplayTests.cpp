@@ -143,6 +143,27 @@ TEST_F(TeleportDisplayTest, jump_countFails_doesNotAskForTheList) {
     EXPECT_EQ(calls({"CGGetActiveDisplayList"}), fake::Journal{"CGGetActiveDisplayList(0)"});
 }
 
+TEST_F(TeleportDisplayTest, jump_countIsZero_doesNotAskForTheList) {
+    fakes.displays.layout.clear();
+    controller->teleportDisplay(TeleportDirection::next);
+    EXPECT_EQ(calls({"CGGetActiveDisplayList"}), fake::Journal{"CGGetActiveDisplayList(0)"});
+}
+
+TEST_F(TeleportDisplayTest, jump_moreReportedThanAskedFor_usesThoseInTheList) {
+    fakes.displays.listedCount = 5;
+    controller->teleportDisplay(TeleportDirection::next);
+    EXPECT_EQ(calls({"CGGetActiveDisplayList", "CGDisplayBounds"}),
+              (fake::Journal{"CGGetActiveDisplayList(0)", "CGGetActiveDisplayList(2)", "CGDisplayBounds(1)",
+                             "CGDisplayBounds(2)"}));
+    EXPECT_EQ(fakes.pointer.location, (CGPoint{-512, 484}));
+}
+
+TEST_F(TeleportDisplayTest, teleport_noTarget_saysSoAndMovesNothing) {
+    fields.teleport(std::nullopt);
+    EXPECT_EQ(fakes.statusBar.title, "No target");
+    EXPECT_TRUE(calls({"CGWarpMouseCursorPosition", "play"}).empty());
+}
+
 TEST_F(TeleportDisplayTest, jump_displaysWithoutSize_areSkipped) {
     fakes.displays.layout.push_back({3, CGRect{{1512, 0}, {0, 0}}});
     controller->teleportDisplay(TeleportDirection::next);
