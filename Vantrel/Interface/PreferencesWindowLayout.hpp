@@ -13,7 +13,6 @@ struct PreferencesWindowLayout {
 
     static constexpr int headerSpacing = 4;
     static constexpr double titleFontSize = 20;
-    static constexpr int subtitleMaximumLines = 2;
 
     static constexpr int sectionMargin = 14;
     static constexpr int sectionSpacing = 10;
@@ -24,8 +23,6 @@ struct PreferencesWindowLayout {
     static constexpr int recorderWidth = 190;
     static constexpr double recorderFontSize = 13;
     static constexpr int recorderSpacing = 8;
-    static constexpr int shortcutStatusMaximumLines = 2;
-    static constexpr int recommendationMaximumLines = 3;
 
     static constexpr int savedPointsHeight = 112;
     static constexpr int savedPointRowHeight = 24;
@@ -52,7 +49,6 @@ struct PreferencesWindowTexts {
 
     static constexpr const char* savedPointsSection = "Saved Points";
     static constexpr const char* savedPointsEmpty = "No saved points yet.";
-    static constexpr const char* savedPointColumn = "Saved Point";
     static constexpr const char* clearSavedPointsButton = "Clear Saved Points";
 };
 

@@ -57,9 +57,6 @@ class ShortcutRecorderView final : public ShortcutRecorderButtonDelegate,
 
     [[nodiscard]] bool isRecording() const { return isRecording_; }
 
-    /// The recorder can always have the keyboard focus.
-    [[nodiscard]] static constexpr bool acceptsFirstResponder() { return true; }
-
     void toggleRecording() override;
     void viewWillMoveToWindow(bool hasWindow) override;
 

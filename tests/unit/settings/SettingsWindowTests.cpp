@@ -199,11 +199,17 @@ TEST_F(SettingsWindowTest, controls_setByTheController_areNoActions) {
 
 TEST_F(SettingsWindowTest, controls_delegateGone_doNothing) {
     show();
+    const std::weak_ptr<Delegate> heldDelegate = delegate;
+    const std::weak_ptr<Recorder> heldRecorder = recorder;
     delegate.reset();
     recorder.reset();
+    EXPECT_TRUE(heldDelegate.expired());
+    EXPECT_TRUE(heldRecorder.expired());
     withText<QPushButton>("Reset").click();
     withText<QCheckBox>("Play feedback sound").click();
     recorderButton().click();
+    EXPECT_TRUE(window->isSoundChecked()) << "the box was clicked";
+    EXPECT_EQ(recorderButton().text().toStdString(), "Hyper + D");
 }
 
 TEST_F(SettingsWindowTest, keys_enterAndSpace_pressButtons) {
