@@ -31,9 +31,11 @@ QStringList platformPluginFolders() {
 }
 
 std::string pluginProblem(const std::string& windowingSystem) {
+    // What follows a colon are options of the plugin.
+    const QString name = QString::fromStdString(windowingSystem).section(':', 0, 0);
     QString reason;
     for (const QString& folder : platformPluginFolders()) {
-        QPluginLoader plugin(folder + "/libq" + QString::fromStdString(windowingSystem) + ".so");
+        QPluginLoader plugin(folder + "/libq" + name + ".so");
         if (plugin.load()) {
             return {};
         }

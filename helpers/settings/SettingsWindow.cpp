@@ -18,6 +18,7 @@
 #include "helpers/settings/FormLayout.hpp"
 #include "helpers/settings/QtObjects.hpp"
 #include "helpers/settings/WindowManager.hpp"
+#include "helpers/settings/WorkArea.hpp"
 
 namespace vantrel::qt {
 
@@ -62,15 +63,25 @@ SettingsWindow::SettingsWindow()
     wireControls();
     buildContent();
     setTabOrders();
+    for (const QScreen* const screen : QGuiApplication::screens()) {
+        watchScreen(*screen);
+    }
+    connect(qApp, &QGuiApplication::screenAdded, this, [this](const QScreen* screen) { watchScreen(*screen); });
     isBuilt_ = true;
     updateFonts();
     updateColors();
+    if (QScreen* const pointersScreen = QGuiApplication::screenAt(QCursor::pos())) {
+        setScreen(pointersScreen);
+    }
     measureAfresh();
-    centerOnPointersDisplay();
+    WorkArea::centre(*this);
 }
 
 void SettingsWindow::buildContent() {
-    auto& stack = makeOwnedByParent<QVBoxLayout>(this);
+    auto& whole = makeOwnedByParent<QVBoxLayout>(this);
+    whole.setContentsMargins(0, 0, 0, 0);
+    whole.addWidget(&content_);
+    QVBoxLayout& stack = content_.stack();
     stack.setContentsMargins(Layout::sideMargin, Layout::topMargin, Layout::sideMargin, Layout::bottomMargin);
     stack.setSpacing(Layout::rootSpacing);
     stack.addWidget(&makeHeader());
@@ -233,6 +244,14 @@ void SettingsWindow::showEvent(QShowEvent* event) {
     }
 }
 
+void SettingsWindow::moveEvent(QMoveEvent* event) {
+    QWidget::moveEvent(event);
+    // To another screen, or for the first time into the window manager's frame.
+    if (isBuilt_) {
+        fitContent();
+    }
+}
+
 void SettingsWindow::closeEvent(QCloseEvent* event) {
     // Qt would take the window itself down, and its place on the screen with it.
     event->ignore();
@@ -272,14 +291,29 @@ void SettingsWindow::updateFonts() {
 }
 
 void SettingsWindow::fitContent() {
-    // Wider only where the desktop's font is so large that a row does not fit. A window does not shrink under the
-    // person's hands.
-    const int neededWidth = std::max({Layout::contentWidth, layout()->totalMinimumSize().width(), width()});
-    const int neededHeight = std::max({Layout::contentHeight, layout()->totalHeightForWidth(neededWidth), height()});
-    const QSize needed(neededWidth, neededHeight);
-    if (needed != size() || needed != minimumSize() || needed != maximumSize()) {
-        setFixedSize(needed);
+    const QSize room = WorkArea::roomFor(*this);
+    QSize needed = content_.neededSize(Layout::contentWidth);
+    if (needed.height() > room.height()) {
+        needed.rwidth() += content_.scrollBarWidth();
     }
+    // Wider than the layout only where the desktop's font is so large that a row does not fit. A window does not shrink
+    // under the person's hands, unless the screen does.
+    needed = needed.expandedTo({Layout::contentWidth, Layout::contentHeight}).expandedTo(size()).boundedTo(room);
+    if (needed == size() && needed == minimumSize() && needed == maximumSize()) {
+        return;
+    }
+    const bool grows = needed.width() > width() || needed.height() > height();
+    setFixedSize(needed);
+    if (grows && isVisible()) {
+        WorkArea::bringInto(*this);
+    }
+}
+
+void SettingsWindow::watchScreen(const QScreen& screen) {
+    connect(&screen, &QScreen::availableGeometryChanged, this, [this] {
+        fitContent();
+        WorkArea::bringInto(*this);
+    });
 }
 
 void SettingsWindow::measureAfresh() {
@@ -288,19 +322,6 @@ void SettingsWindow::measureAfresh() {
         child->updateGeometry();
     }
     fitContent();
-}
-
-void SettingsWindow::centerOnPointersDisplay() {
-    const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
-    if (screen == nullptr) {
-        screen = QGuiApplication::primaryScreen();
-    }
-    if (screen == nullptr) {
-        return;
-    }
-    QRect frame = rect();
-    frame.moveCenter(screen->availableGeometry().center());
-    move(frame.topLeft());
 }
 
 PopUpButton& SettingsWindow::popUpButton(PreferencesPopUp popUp) {

@@ -12,11 +12,13 @@
 #include "helpers/settings/PopUpButton.hpp"
 #include "helpers/settings/RecorderButton.hpp"
 #include "helpers/settings/SavedPointsList.hpp"
+#include "helpers/settings/ScrollingContent.hpp"
 #include "helpers/settings/StatusLabel.hpp"
 
 namespace vantrel::qt {
 
-/// The settings window, drawn with Qt Widgets.
+/// The settings window, drawn with Qt Widgets. As large as its content where the screen has room for that, else its
+/// content scrolls.
 class SettingsWindow final : public QWidget, public PreferencesWindowView {
   public:
     /// A hidden window, centred on the display that the pointer is on.
@@ -42,6 +44,7 @@ class SettingsWindow final : public QWidget, public PreferencesWindowView {
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
 
@@ -60,12 +63,13 @@ class SettingsWindow final : public QWidget, public PreferencesWindowView {
     void updateFonts();
     void fitContent();
     void measureAfresh();
-    void centerOnPointersDisplay();
+    void watchScreen(const QScreen& screen);
     PopUpButton& popUpButton(PreferencesPopUp popUp);
     [[nodiscard]] const PopUpButton& popUpButton(PreferencesPopUp popUp) const;
 
     std::weak_ptr<PreferencesWindowViewDelegate> delegate_;
     bool isBuilt_ = false;
+    ScrollingContent content_;
     QLabel title_;
     TintedLabel subtitle_;
     TintedLabel primaryLabel_;

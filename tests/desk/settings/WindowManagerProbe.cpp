@@ -89,6 +89,22 @@ std::vector<std::uint32_t> WindowManagerProbe::stackedWindows() {
     return property(connection_.root(), "_NET_CLIENT_LIST_STACKING");
 }
 
+std::vector<std::uint32_t> WindowManagerProbe::workArea() {
+    auto areas = property(connection_.root(), "_NET_WORKAREA");
+    // One for each workspace.
+    areas.resize(std::min<std::size_t>(areas.size(), 4));
+    return areas;
+}
+
+void WindowManagerProbe::reserveLowerEdge(xcb_window_t window, std::uint32_t height) {
+    const std::array<xcb_atom_t, 1> type{atom("_NET_WM_WINDOW_TYPE_DOCK")};
+    xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, window, atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM,
+                        32, type.size(), type.data());
+    const std::array<std::uint32_t, 4> leftRightTopBottom{0, 0, 0, height};
+    xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, window, atom("_NET_WM_STRUT"), XCB_ATOM_CARDINAL, 32,
+                        leftRightTopBottom.size(), leftRightTopBottom.data());
+}
+
 void WindowManagerProbe::showDesktop(std::uint32_t desktop) {
     ask(connection_.root(), "_NET_CURRENT_DESKTOP", desktop);
     if (!waitUntil([&] { return currentDesktop() == desktop; })) {
@@ -130,6 +146,26 @@ int OtherWindow::keyPresses() {
         presses += (event->response_type & 0x7FU) == XCB_KEY_PRESS ? 1 : 0;
     }
     return presses;
+}
+
+BottomPanel::BottomPanel(XConnection& connection, std::uint32_t height)
+    : connection_(connection), window_(xcb_generate_id(connection.get())) {
+    xcb_create_window(connection_.get(), XCB_COPY_FROM_PARENT, window_, connection_.root(), 0, 0, 100,
+                      static_cast<std::uint16_t>(height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0,
+                      nullptr);
+    WindowManagerProbe windowManager(connection_);
+    const auto before = windowManager.workArea();
+    windowManager.reserveLowerEdge(window_, height);
+    xcb_map_window(connection_.get(), window_);
+    connection_.synchronise();
+    if (!waitUntil([&] { return windowManager.workArea() != before; })) {
+        throw std::runtime_error("the window manager makes no room for the panel");
+    }
+}
+
+BottomPanel::~BottomPanel() {
+    xcb_destroy_window(connection_.get(), window_);
+    xcb_flush(connection_.get());
 }
 
 bool keyboardIsFree(XConnection& connection) {

@@ -25,9 +25,13 @@ class WindowManagerProbe {
     /// any gets one of 48 from the window manager.
     std::vector<std::uint32_t> iconWidths(xcb_window_t window);
 
+    /// x, y, width and height of the part of the root window that is free of panels.
+    std::vector<std::uint32_t> workArea();
+
     /// The windows at the front come last.
     std::vector<std::uint32_t> stackedWindows();
 
+    void reserveLowerEdge(xcb_window_t window, std::uint32_t height);
     void showDesktop(std::uint32_t desktop);
     void closeWindow(xcb_window_t window);
     void activateWindow(xcb_window_t window);
@@ -53,6 +57,20 @@ class OtherWindow {
 
     /// How many key presses arrived since it was last asked.
     int keyPresses();
+
+  private:
+    XConnection& connection_;
+    xcb_window_t window_;
+};
+
+/// A panel along the lower edge of the desk, which window managers keep free of other windows.
+class BottomPanel {
+  public:
+    /// Throws when the window manager does not make room for it.
+    BottomPanel(XConnection& connection, std::uint32_t height);
+    ~BottomPanel();
+    BottomPanel(const BottomPanel&) = delete;
+    BottomPanel& operator=(const BottomPanel&) = delete;
 
   private:
     XConnection& connection_;

@@ -46,10 +46,14 @@ class Recorder final : public ShortcutRecorderButtonDelegate {
     Calls calls;
 };
 
-/// The drawn window without a display, without saved points.
+/// The drawn window without a display, without saved points. On a screen with room for every font, or on one of the
+/// others in screens/.
 class SettingsWindowTest : public testing::Test {
   protected:
-    SettingsWindowTest() { makeWindow(); }
+    explicit SettingsWindowTest(const std::string& screen = "large")
+        : guest(QtGuest::start("offscreen:configfile=" VANTREL_SCREENS "/" + screen + ".json", problem)) {
+        makeWindow();
+    }
 
     void makeWindow() {
         window.emplace();
@@ -96,12 +100,18 @@ class SettingsWindowTest : public testing::Test {
     QListView& table() { return *window->findChild<QListView*>("savedPoints"); }
     QLabel& status() { return *window->findChild<QLabel*>("shortcutStatus"); }
 
+    static void setFontSize(double points) {
+        QFont font = QApplication::font();
+        font.setPointSizeF(points);
+        QApplication::setFont(font);
+    }
+
     QRect inWindow(const QWidget& widget) const {
         return {widget.mapTo(static_cast<const QWidget*>(&*window), QPoint(0, 0)), widget.size()};
     }
 
     std::string problem;
-    std::unique_ptr<QtGuest> guest = QtGuest::start("offscreen", problem);
+    std::unique_ptr<QtGuest> guest;
     std::shared_ptr<Delegate> delegate = std::make_shared<Delegate>();
     std::shared_ptr<Recorder> recorder = std::make_shared<Recorder>();
     std::optional<SettingsWindow> window;

@@ -90,9 +90,7 @@ TEST_F(SettingsWindowTest, layout_everyFontSize_cutsNothing) {
     for (const double points : {6.0, 9.0, 11.0, 13.0, 18.0, 24.0}) {
         for (const char* const title : {"Hyper + D", "Press shortcut...", "Ctrl + Option + Command + Right Arrow"}) {
             SCOPED_TRACE(testing::Message() << points << " points, " << title);
-            QFont font = QApplication::font();
-            font.setPointSizeF(points);
-            QApplication::setFont(font);
+            setFontSize(points);
             makeWindow();
             window->setShortcutStatus(longestStatus, SemanticColor::systemRed);
             window->shortcutRecorderButton().setTitle(title);
@@ -113,7 +111,7 @@ TEST_F(SettingsWindowTest, layout_everyFontSize_cutsNothing) {
                 EXPECT_LE(inWindow(*button).right(), window->width() - 22);
             }
             // A row takes what its longest texts need; where no font is installed Qt draws squares, which need more.
-            if (QFontMetrics(font).horizontalAdvance("Command + Right Arrow") <= 320) {
+            if (QFontMetrics(QApplication::font()).horizontalAdvance("Command + Right Arrow") <= 320) {
                 EXPECT_EQ(window->width(), 560);
             }
             const QRect last = inWindow(section("Saved Points"));
@@ -141,16 +139,16 @@ TEST_F(SettingsWindowTest, recorder_longShortcut_isBrokenNotCut) {
 TEST_F(SettingsWindowTest, status_growsToThreeLines_windowGrowsAndDoesNotShrink) {
     show();
     const int before = window->height();
+    const int labelBefore = status().height();
     std::string text;
     for (int count = 0; count < 6; ++count) {
         text += longestStatus;
     }
     window->setShortcutStatus(text, SemanticColor::systemRed);
-    QApplication::processEvents();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window->height() > before; }));
     const int grown = window->height();
-    EXPECT_GT(grown, before);
     window->setShortcutStatus("Ready.", SemanticColor::secondaryLabel);
-    QApplication::processEvents();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return status().height() == labelBefore; }));
     EXPECT_EQ(window->height(), grown);
 }
 
