@@ -58,11 +58,11 @@ class StoreReadLateTest : public StoreFaultTest {
                                           "savedPoints|[]", "soundEnabled|0"};
     const std::vector<std::string> asJoined{"mode|automatic", "primaryHotKeyCode|2", "primaryHotKeyModifiers|6912",
                                             "savedPoints|[][own]", "soundEnabled|0"};
-    std::unique_ptr<SQLiteUserDefaults> store;
     int readings = 0;
     std::optional<std::string> modeWhileTakingIn;
     std::vector<std::string> rowsWhileTakingIn;
     std::function<void()> whileTakingIn;
+    std::unique_ptr<SQLiteUserDefaults> store;  // last: its end may be a reading
 };
 
 TEST_F(StoreReadLateTest, exclusiveLockWithARollbackJournal_isReadWhenItIsGoneAndThenWritten) {
