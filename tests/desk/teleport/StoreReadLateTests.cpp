@@ -8,7 +8,6 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <ostream>
-#include <string>
 #include <vector>
 
 #include "tests/desk/support/Desk.hpp"
@@ -67,12 +66,12 @@ struct Case {
     friend void PrintTo(const Case& hindrance, std::ostream* stream) { *stream << hindrance.name; }
 };
 
-std::vector<std::string> storedNames(const Desk& desk) {
-    std::vector<std::string> names;
-    for (const auto& point : nlohmann::json::parse(desk.defaults().read("savedPoints").value_or("[]"))) {
-        names.push_back(point.at("name").get<std::string>());
+std::vector<MainPoint> storedPoints(const Desk& desk) {
+    std::vector<MainPoint> points;
+    for (const auto& saved : nlohmann::json::parse(desk.defaults().read("savedPoints").value_or("[]"))) {
+        points.push_back({saved.at("point").at("x").get<int>(), saved.at("point").at("y").get<int>()});
     }
-    return names;
+    return points;
 }
 
 void storeOnePointAndTheModeManual(const Desk& desk) {
@@ -98,8 +97,8 @@ void saveOwnPoint(Desk& desk, const AgentProcess& agent) {
     desk.pointer().moveTo(elsewhere);
 }
 
-void waitForPointsInTheStore(const Desk& desk, const std::vector<std::string>& names) {
-    ASSERT_TRUE(waitUntil([&] { return storedNames(desk) == names; }))
+void waitForPointsInTheStore(const Desk& desk, const std::vector<MainPoint>& points) {
+    ASSERT_TRUE(waitUntil([&] { return storedPoints(desk) == points; }))
         << desk.defaults().read("savedPoints").value_or("");
 }
 
@@ -120,10 +119,10 @@ TEST_P(StoreReadLate, savedBefore_bothAreThereAndTheCycleGoesOn) {
     const auto agent = desk.startAgent();
     saveOwnPoint(desk, *agent);
     hindrance.reset();
-    waitForPointsInTheStore(desk, {"Stored", "Point 1"});
+    waitForPointsInTheStore(desk, {stored, own});
     expectCycle(desk, {own, stored, own});
     EXPECT_EQ(agent->terminate(), ordinaryEnd);
-    EXPECT_EQ(storedNames(desk), (std::vector<std::string>{"Stored", "Point 1"}));
+    EXPECT_EQ(storedPoints(desk), (std::vector<MainPoint>{stored, own}));
     EXPECT_EQ(desk.defaults().read("mode"), "manual");
 }
 
@@ -149,7 +148,7 @@ TEST_P(StoreReadLate, endedBeforeItIsTriedAgain_bothAreStored) {
     saveOwnPoint(desk, *agent);
     hindrance.reset();
     EXPECT_EQ(agent->terminate(), ordinaryEnd);
-    EXPECT_EQ(storedNames(desk), (std::vector<std::string>{"Stored", "Point 1"}));
+    EXPECT_EQ(storedPoints(desk), (std::vector<MainPoint>{stored, own}));
 }
 
 TEST(StoreAway, putBackAfterAnotherWasMade_allPointsAreThere) {
@@ -159,13 +158,13 @@ TEST(StoreAway, putBackAfterAnotherWasMade_allPointsAreThere) {
     fs::rename(directory, directory.parent_path() / "away");
     const auto agent = desk.startAgent();
     saveAt(desk, own);
-    waitForPointsInTheStore(desk, {"Point 1"});
+    waitForPointsInTheStore(desk, {own});
     // In one step: the agent may be just about to look for its file.
     ASSERT_EQ(
         renameat2(AT_FDCWD, directory.c_str(), AT_FDCWD, (directory.parent_path() / "away").c_str(), RENAME_EXCHANGE),
         0);
     saveAt(desk, elsewhere);
-    waitForPointsInTheStore(desk, {"Stored", "Point 1", "Point 2"});
+    waitForPointsInTheStore(desk, {stored, own, elsewhere});
     desk.pointer().moveTo(stored);
     expectCycle(desk, {elsewhere, stored, own});
 }
