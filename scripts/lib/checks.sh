@@ -1,7 +1,7 @@
 # The checks of scripts/check, one function each. Sourced, not run.
 
 own_sources() {
-    find VantrelCore Vantrel tests benchmarks -name '*.[ch]pp' -o -name '*.[ch]'
+    find VantrelCore Vantrel helpers tests benchmarks -name '*.[ch]pp' -o -name '*.[ch]'
 }
 
 # Files that a shell runs, whatever their names: some of the scripts are written in Python.
@@ -14,7 +14,7 @@ check_style() {
     shell_scripts | xargs shellcheck
     # Tests are left out: it takes GoogleTest's macros for syntax errors.
     cppcheck --quiet --error-exitcode=1 --enable=warning,performance,portability --inline-suppr --language=c++ \
-        --std=c++20 --library=qt -I . VantrelCore Vantrel benchmarks tests/desk/support
+        --std=c++20 --library=qt -I . VantrelCore Vantrel helpers benchmarks tests/desk/support tests/fakes
     say "$(own_sources | wc -l) files"
 }
 
