@@ -6,6 +6,7 @@
 #include "Vantrel/Backends/X11/KeymapReader.hpp"
 #include "Vantrel/Backends/X11/XcbHandles.hpp"
 #include "Vantrel/Backends/X11/XkbProtocol.h"
+#include "helpers/settings/ModifierKeys.hpp"
 #include "helpers/settings/ServerConnection.hpp"
 
 namespace vantrel::qt {
@@ -15,6 +16,10 @@ namespace {
 /// Focus events of these modes say that somebody grabs the keyboard or lets go of it; the focus stays where it is.
 bool isGrabNotice(std::uint8_t mode) {
     return mode == XCB_NOTIFY_MODE_GRAB || mode == XCB_NOTIFY_MODE_UNGRAB;
+}
+
+RecorderKeyboard readRecorderKeyboard() {
+    return {.keymap = x11::readKeymap(serverConnection()), .modifierKeys = readModifierKeys(serverConnection())};
 }
 
 }  // namespace
@@ -113,7 +118,7 @@ void RecorderKeyTap::ungrab() {
 }
 
 void RecorderKeyTap::readKeyboard() {
-    keys_.emplace(x11::readKeymap(serverConnection()), x11::readHeldKeys(serverConnection()));
+    keys_.emplace(readRecorderKeyboard(), x11::readHeldKeys(serverConnection()));
 }
 
 bool RecorderKeyTap::nativeEventFilter(const QByteArray& eventType, void* message, qintptr* /*result*/) {
@@ -195,7 +200,7 @@ void RecorderKeyTap::noteKeymapChange(const xcb_generic_event_t& event) {
     const bool isChange = xkbFirstEvent_ != 0 && (event.response_type & 0x7FU) == xkbFirstEvent_ &&
                           (event.pad0 == vantrelXkbNewKeyboardNotify || event.pad0 == vantrelXkbMapNotify);
     if (isChange && keys_) {
-        keys_->setKeymap(x11::readKeymap(serverConnection()));
+        keys_->setKeyboard(readRecorderKeyboard());
     }
 }
 

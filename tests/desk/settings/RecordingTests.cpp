@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "tests/desk/settings/SettingsDesk.hpp"
+#include "tests/desk/settings/RecordingFixture.hpp"
 #include "tests/desk/settings/WindowManagerProbe.hpp"
 #include "tests/desk/support/KeyGrab.hpp"
 
@@ -10,38 +10,6 @@ namespace vantrel::desk {
 namespace {
 
 constexpr std::string_view space = "SPCE", escape = "ESC", digit1 = "AE01", f4 = "FK04", enter = "RTRN", k = "AC08";
-
-class Recording : public testing::Test {
-  protected:
-    Keyboard& keyboard() { return settings.desk().keyboard(); }
-
-    void openAndRecord() {
-        settings.open();
-        settings.startRecording();
-    }
-
-    bool statusBecomes(const std::string& text) {
-        return settings.turnUntil([&] { return settings.status() == text; });
-    }
-
-    bool titleBecomes(const std::string& text) {
-        return settings.turnUntil([&] { return settings.recorderTitle() == text; });
-    }
-
-    bool keyboardBecomesFree() {
-        return settings.turnUntil([&] { return keyboardIsFree(settings.desk().connection()); });
-    }
-
-    /// Types the chord and waits until its shortcut is in force.
-    void expectRecorded(const Chord& chord, const std::string& shortcut) {
-        keyboard().type(chord);
-        EXPECT_TRUE(statusBecomes("Ready. Use " + shortcut + ".")) << settings.status();
-        EXPECT_EQ(settings.recorderTitle(), shortcut);
-        EXPECT_FALSE(settings.statusIsRed());
-    }
-
-    SettingsDesk settings;
-};
 
 TEST_F(Recording, chord_typed_isAppliedShownAndStored) {
     openAndRecord();

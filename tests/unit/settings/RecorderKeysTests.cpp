@@ -23,7 +23,7 @@ KeyEvent flagsChanged(std::uint32_t keyCode, std::uint32_t flags) {
 }
 
 RecorderKeys keysOf(const TestKeyboard& keyboard, const x11::KeySet& held = {}) {
-    return {keyboard.map(), held};
+    return {{.keymap = keyboard.map(), .modifierKeys = {}}, held};
 }
 
 TEST(RecorderKeys, press_letter_isItsPlaceWithTheStatesModifiers) {
@@ -116,10 +116,10 @@ TEST(RecorderKeys, press_escapeElsewhere_isEscape) {
     EXPECT_EQ(keys.press(keyEscape, 0)->type, KeyEventType::flagsChanged);
 }
 
-TEST(RecorderKeys, setKeymap_whileKeysAreDown_keepsThem) {
+TEST(RecorderKeys, setKeyboard_whileKeysAreDown_keepsThem) {
     auto keys = keysOf(ordinaryKeyboard());
     keys.press(keyD, 0);
-    keys.setKeymap(TestKeyboard().key(keyD, "AC02", 0x73).map());
+    keys.setKeyboard({.keymap = TestKeyboard().key(keyD, "AC02", 0x73).map(), .modifierKeys = {}});
     EXPECT_FALSE(keys.press(keyD, 0));
     keys.release(keyD, 0);
     EXPECT_EQ(keys.press(keyD, 0), keyDown(1, 0));
