@@ -34,8 +34,8 @@ class HotKeyRegistryTest : public testing::Test {
                                      {kEventClassKeyboard, kEventHotKeyPressed}, this, handler);
     }
 
-    OSStatus add(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyID id, EventHotKeyRef& reference) {
-        return registry.RegisterEventHotKey(keyCode, modifiers, id, registry.GetEventDispatcherTarget(), 0, reference);
+    OSStatus add(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyID id, EventHotKeyRef& given) {
+        return registry.RegisterEventHotKey(keyCode, modifiers, id, registry.GetEventDispatcherTarget(), 0, given);
     }
 
     static OSStatus pressed(EventHandlerCallRef /*call*/, EventRef event, void* userData) {
