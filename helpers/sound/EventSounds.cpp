@@ -9,7 +9,7 @@
 #include <system_error>
 
 #include "Vantrel/Desktop/FileDescriptor.hpp"
-#include "helpers/sound/XSettings.hpp"
+#include "helpers/sound/EventSoundSettings.hpp"
 
 namespace vantrel::desktop {
 namespace {

@@ -1,4 +1,4 @@
-#include "helpers/sound/XSettings.hpp"
+#include "helpers/sound/EventSoundSettings.hpp"
 
 #include <gtest/gtest.h>
 
