@@ -9,7 +9,7 @@
 #include <fstream>
 #include <memory>
 #include <span>
-#include <string>
+#include <sstream>
 
 namespace {
 
@@ -59,18 +59,19 @@ int main(int count, char* arguments[]) {
     }
     std::ofstream output(given[1]);
     output << "#include \"Vantrel/Icon/ItemIcon.hpp\"\nnamespace vantrel {\nnamespace {\n";
-    std::string icons;
+    std::ostringstream icons;
+    int number = 0;
     for (const char* const picture : given.subspan(2)) {
-        output << "constexpr std::uint32_t icon" << icons.size() << "[] = {\n";
+        output << "constexpr std::uint32_t icon" << ++number << "[] = {\n";
         const int side = writePixels(output, picture);
         if (side == 0) {
             std::fprintf(stderr, "embed-icons: %s is no square PNG with transparency\n", picture);
             return EXIT_FAILURE;
         }
         output << "};\n";
-        icons += "{" + std::to_string(side) + ", icon" + std::to_string(icons.size()) + "},";
+        icons << '{' << side << ", icon" << number << "},";
     }
-    output << "constexpr ItemIcon icons[] = {" << icons
+    output << "constexpr ItemIcon icons[] = {" << icons.str()
            << "};\n}  // namespace\nstd::span<const ItemIcon> itemIcons() { return icons; }\n}  // namespace vantrel\n";
     return output.flush() ? EXIT_SUCCESS : EXIT_FAILURE;
 }
