@@ -3,6 +3,7 @@
 #include <poll.h>
 #include <xcb/xcbext.h>
 
+#include <cstdint>
 #include <memory>
 #include <stdexcept>
 

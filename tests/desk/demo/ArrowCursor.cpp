@@ -1,6 +1,7 @@
 #include "tests/desk/demo/ArrowCursor.hpp"
 
 #include <array>
+#include <cstdint>
 
 namespace vantrel::desk {
 

@@ -1,5 +1,6 @@
 #include "tests/desk/settings/AccessibilityBus.hpp"
 
+#include <cstdint>
 #include <stdexcept>
 
 namespace vantrel::desk {

@@ -2,6 +2,7 @@
 
 #include <xcb/xtest.h>
 
+#include <cstdint>
 #include <stdexcept>
 
 namespace vantrel::desk {

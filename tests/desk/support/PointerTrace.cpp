@@ -2,6 +2,7 @@
 
 #include <poll.h>
 
+#include <cstdint>
 #include <stdexcept>
 
 namespace vantrel::desk {
