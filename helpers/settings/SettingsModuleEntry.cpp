@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "Vantrel/Desktop/Settings/SettingsModule.hpp"
+#include "helpers/settings/DesktopColors.hpp"
 #include "helpers/settings/QtGuest.hpp"
 #include "helpers/settings/SettingsWindow.hpp"
 
@@ -18,6 +19,7 @@ class SettingsWindowFactory final : public vantrel::PreferencesWindowViewFactory
 
   private:
     std::unique_ptr<vantrel::qt::QtGuest> guest_;
+    vantrel::qt::DesktopColors colors_;
 };
 
 }  // namespace

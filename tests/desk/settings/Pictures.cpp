@@ -1,12 +1,13 @@
 // What scripts/make-settings-pictures takes: the settings window in each of its states, with its frame, on a private
 // desk.
 #include <QApplication>
-#include <QPalette>
 #include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <string_view>
 
@@ -52,12 +53,11 @@ constexpr std::array scenes = std::to_array<Scene>({
     {.name = "large-font", .hasPoints = true, .fontSize = 18},
 });
 
-QPalette darkPalette() {
-    QPalette palette(QColor(54, 57, 62), QColor(42, 46, 50));
-    palette.setColor(QPalette::Base, QColor(27, 30, 32));
-    palette.setColor(QPalette::Disabled, QPalette::ButtonText, QColor(120, 124, 128));
-    palette.setColor(QPalette::Highlight, QColor(61, 174, 233));
-    return palette;
+/// Sets the desktop to dark, as people do who have no desktop's settings for it.
+void preferDark(Home& home) {
+    const auto folder = home.path() / "config/gtk-3.0";
+    std::filesystem::create_directories(folder);
+    std::ofstream(folder / "settings.ini") << "[Settings]\ngtk-application-prefer-dark-theme=1\n";
 }
 
 void savePoints(SettingsDesk& settings) {
@@ -89,7 +89,7 @@ void takePicture(const Scene& scene, const std::string& file) {
     // Room for the largest.
     settings.desk().layout().apply({{.output = 0, .bounds = {.x = 0, .y = 0, .width = 2400, .height = 1800}}});
     if (scene.isDark) {
-        QApplication::setPalette(darkPalette());
+        preferDark(settings.desk().home());
     }
     if (scene.fontSize > 0) {
         QFont font = QApplication::font();

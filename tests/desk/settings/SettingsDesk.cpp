@@ -15,7 +15,7 @@ namespace {
 /// The test's own process is the agent here.
 void enter(const Environment& environment) {
     for (const char* const name : {"QT_QPA_PLATFORM", "QT_QPA_PLATFORMTHEME", "QT_STYLE_OVERRIDE", "QT_IM_MODULE",
-                                   "SESSION_MANAGER", "WAYLAND_DISPLAY", "XDG_CURRENT_DESKTOP"}) {
+                                   "GTK_THEME", "SESSION_MANAGER", "WAYLAND_DISPLAY", "XDG_CURRENT_DESKTOP"}) {
         unsetenv(name);
     }
     for (const std::string& entry : environment.entries()) {
@@ -74,6 +74,9 @@ SettingsDesk::~SettingsDesk() {
 }
 
 void SettingsDesk::open() {
+    if (!colors_) {
+        colors_.emplace();
+    }
     controller_->openSettings();
     if (!turnUntil([&] { return window().isVisible() && window().isActiveWindow(); })) {
         throw std::runtime_error("the settings window does not get the keyboard");

@@ -8,11 +8,14 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "Vantrel/Backends/X11/X11Platform.hpp"
 #include "Vantrel/Backends/X11/X11Session.hpp"
 #include "Vantrel/Controller/AppDelegate.hpp"
+#include "helpers/settings/DesktopColors.hpp"
 #include "helpers/settings/QtGuest.hpp"
 #include "helpers/settings/SettingsWindow.hpp"
 #include "tests/desk/support/Desk.hpp"
@@ -45,7 +48,8 @@ class SettingsDesk {
     AppDelegate& controller() { return *controller_; }
     qt::SettingsWindow& window() { return *windows_.window; }
 
-    /// Opens the settings and waits until the window is shown and has the keyboard.
+    /// Opens the settings, in the colours of the desk as it is then, and waits until the window is shown and has the
+    /// keyboard.
     void open();
 
     /// Turns the main loop until the condition holds; false at the deadline.
@@ -96,6 +100,7 @@ class SettingsDesk {
     std::unique_ptr<x11::X11Session> x11_;
     std::string problem_;
     std::unique_ptr<qt::QtGuest> qt_;
+    std::optional<qt::DesktopColors> colors_;
     std::shared_ptr<AppDelegate> controller_;
 };
 

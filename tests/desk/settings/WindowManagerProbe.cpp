@@ -89,11 +89,28 @@ std::vector<std::uint32_t> WindowManagerProbe::stackedWindows() {
     return property(connection_.root(), "_NET_CLIENT_LIST_STACKING");
 }
 
+int WindowManagerProbe::lightnessAt(xcb_window_t window, std::int16_t x, std::int16_t y) {
+    const XReply<xcb_get_image_reply_t> reply(xcb_get_image_reply(
+        connection_.get(),
+        xcb_get_image(connection_.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, window, x, y, 1, 1, ~std::uint32_t{0}), nullptr));
+    if (!reply || xcb_get_image_data_length(reply.get()) < 3) {
+        throw std::runtime_error("the window has no such pixel");
+    }
+    const std::uint8_t* const channels = xcb_get_image_data(reply.get());
+    return (channels[0] + channels[1] + channels[2]) / 3;
+}
+
 std::vector<std::uint32_t> WindowManagerProbe::workArea() {
     auto areas = property(connection_.root(), "_NET_WORKAREA");
     // One for each workspace.
     areas.resize(std::min<std::size_t>(areas.size(), 4));
     return areas;
+}
+
+bool WindowManagerProbe::hasSettingsManager() {
+    const XReply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
+        connection_.get(), xcb_get_selection_owner(connection_.get(), atom("_XSETTINGS_S0")), nullptr));
+    return reply && reply->owner != XCB_NONE;
 }
 
 void WindowManagerProbe::reserveLowerEdge(xcb_window_t window, std::uint32_t height) {

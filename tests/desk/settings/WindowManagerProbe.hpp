@@ -25,8 +25,14 @@ class WindowManagerProbe {
     /// any gets one of 48 from the window manager.
     std::vector<std::uint32_t> iconWidths(xcb_window_t window);
 
+    /// How light the window's pixel is at the place in it, from 0 (black) to 255.
+    int lightnessAt(xcb_window_t window, std::int16_t x, std::int16_t y);
+
     /// x, y, width and height of the part of the root window that is free of panels.
     std::vector<std::uint32_t> workArea();
+
+    /// Whether somebody publishes the desktop's settings (XSETTINGS protocol).
+    bool hasSettingsManager();
 
     /// The windows at the front come last.
     std::vector<std::uint32_t> stackedWindows();
