@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <string_view>
 
-#include "Vantrel/Desktop/FileDescriptor.hpp"
+#include "Vantrel/Handles/FileDescriptor.hpp"
 
 namespace vantrel::desktop {
 

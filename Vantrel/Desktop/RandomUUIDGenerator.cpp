@@ -2,7 +2,7 @@
 
 #include <glib.h>
 
-#include "Vantrel/Desktop/GLibHandles.hpp"
+#include "Vantrel/Handles/GLibHandles.hpp"
 
 namespace vantrel::desktop {
 

@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <system_error>
 
-#include "Vantrel/Desktop/FileDescriptor.hpp"
+#include "Vantrel/Handles/FileDescriptor.hpp"
 #include "helpers/sound/EventSoundSettings.hpp"
 
 namespace vantrel::desktop {

@@ -3,8 +3,8 @@
 #include <functional>
 #include <string>
 
-#include "Vantrel/Desktop/GLibHandles.hpp"
 #include "Vantrel/Desktop/Loop/URLQueue.hpp"
+#include "Vantrel/Handles/GLibHandles.hpp"
 
 namespace vantrel::desktop {
 

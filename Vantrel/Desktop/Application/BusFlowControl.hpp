@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "Vantrel/Desktop/GLibHandles.hpp"
+#include "Vantrel/Handles/GLibHandles.hpp"
 
 namespace vantrel::desktop {
 

@@ -3,7 +3,7 @@
 #include <chrono>
 #include <functional>
 
-#include "Vantrel/Desktop/GLibHandles.hpp"
+#include "Vantrel/Handles/GLibHandles.hpp"
 
 namespace vantrel::desktop {
 

@@ -4,8 +4,8 @@
 #include <csignal>
 #include <functional>
 
-#include "Vantrel/Desktop/FileDescriptor.hpp"
 #include "Vantrel/Desktop/Loop/SourceHandles.hpp"
+#include "Vantrel/Handles/FileDescriptor.hpp"
 
 namespace vantrel::desktop {
 

@@ -4,8 +4,8 @@
 #include <functional>
 #include <memory>
 
-#include "Vantrel/Desktop/FileDescriptor.hpp"
 #include "Vantrel/Desktop/Loop/SourceHandles.hpp"
+#include "Vantrel/Handles/FileDescriptor.hpp"
 #include "Vantrel/Platform/RunLoop.hpp"
 
 namespace vantrel::desktop {

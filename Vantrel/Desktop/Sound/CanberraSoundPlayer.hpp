@@ -3,8 +3,8 @@
 #include <filesystem>
 #include <string_view>
 
-#include "Vantrel/Desktop/FileDescriptor.hpp"
 #include "Vantrel/Desktop/HelperProgram.hpp"
+#include "Vantrel/Handles/FileDescriptor.hpp"
 #include "Vantrel/Platform/SoundPlayer.hpp"
 
 namespace vantrel::desktop {

@@ -3,7 +3,7 @@
 #include <functional>
 #include <string>
 
-#include "Vantrel/Desktop/GLibHandles.hpp"
+#include "Vantrel/Handles/GLibHandles.hpp"
 
 namespace vantrel::desktop {
 

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "Vantrel/Desktop/GLibHandles.hpp"
 #include "Vantrel/Desktop/StatusItem/KeyHint.hpp"
+#include "Vantrel/Handles/GLibHandles.hpp"
 #include "Vantrel/Platform/StatusItem.hpp"
 
 namespace vantrel::desktop {

@@ -6,7 +6,7 @@
 #include <memory>
 #include <utility>
 
-#include "Vantrel/Desktop/GLibHandles.hpp"
+#include "Vantrel/Handles/GLibHandles.hpp"
 #include "Vantrel/Platform/ItemPresenter.hpp"
 #include "Vantrel/Platform/StatusItem.hpp"
 

@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "Vantrel/Desktop/GLibHandles.hpp"
 #include "Vantrel/Desktop/StatusItem/BusMenu.hpp"
 #include "Vantrel/Desktop/StatusItem/OverlayProcess.hpp"
 #include "Vantrel/Desktop/StatusItem/StatusNotifierItem.hpp"
+#include "Vantrel/Handles/GLibHandles.hpp"
 #include "Vantrel/Platform/ItemPresenter.hpp"
 #include "Vantrel/Platform/StatusItem.hpp"
 

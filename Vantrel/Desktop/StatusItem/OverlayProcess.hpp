@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "Vantrel/Desktop/FileDescriptor.hpp"
+#include "Vantrel/Handles/FileDescriptor.hpp"
 #include "Vantrel/Platform/StatusItem.hpp"
 #include "helpers/messages/OverlayMessage.hpp"
 

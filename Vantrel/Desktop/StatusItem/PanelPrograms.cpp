@@ -1,6 +1,6 @@
 #include "Vantrel/Desktop/StatusItem/PanelPrograms.hpp"
 
-#include "Vantrel/Desktop/GLibHandles.hpp"
+#include "Vantrel/Handles/GLibHandles.hpp"
 
 #include <array>
 #include <utility>

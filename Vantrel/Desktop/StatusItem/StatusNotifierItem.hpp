@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "Vantrel/Desktop/GLibHandles.hpp"
 #include "Vantrel/Desktop/StatusItem/WatcherRegistration.hpp"
+#include "Vantrel/Handles/GLibHandles.hpp"
 
 namespace vantrel::desktop {
 

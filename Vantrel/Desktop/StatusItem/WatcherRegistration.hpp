@@ -4,9 +4,9 @@
 #include <memory>
 #include <string>
 
-#include "Vantrel/Desktop/GLibHandles.hpp"
 #include "Vantrel/Desktop/StatusItem/BusCalls.hpp"
 #include "Vantrel/Desktop/StatusItem/PanelPrograms.hpp"
+#include "Vantrel/Handles/GLibHandles.hpp"
 
 namespace vantrel::desktop {
 

@@ -71,19 +71,18 @@ std::string ApplicationOnBus::call(const char* method, GVariant* arguments) {
     const GVariantPointer answer(g_dbus_connection_call_sync(bus_.get(), name, path, interface, method, arguments,
                                                              nullptr, G_DBUS_CALL_FLAGS_NONE, callDeadline, nullptr,
                                                              &rawError));
-    const desktop::GErrorPointer error(rawError);
+    const GErrorPointer error(rawError);
     if (!error) {
         return {};
     }
-    const desktop::GCharPointer errorName(g_dbus_error_get_remote_error(error.get()));
+    const GCharPointer errorName(g_dbus_error_get_remote_error(error.get()));
     return errorName ? errorName.get() : error->message;
 }
 
 void ApplicationOnBus::openManyTimes(const std::string& url, int times) {
     constexpr int flushEvery = 1000;
     for (int time = 1; time <= times; ++time) {
-        const desktop::GObjectPointer<GDBusMessage> message(
-            g_dbus_message_new_method_call(name, path, interface, "Open"));
+        const GObjectPointer<GDBusMessage> message(g_dbus_message_new_method_call(name, path, interface, "Open"));
         g_dbus_message_set_flags(message.get(), G_DBUS_MESSAGE_FLAGS_NO_REPLY_EXPECTED);
         g_dbus_message_set_body(message.get(), openArguments({url}));
         g_dbus_connection_send_message(bus_.get(), message.get(), G_DBUS_SEND_MESSAGE_FLAGS_NONE, nullptr, nullptr);

@@ -83,7 +83,7 @@ class MenuFlood {
 
     void send(int times, GDBusMessageFlags flags) {
         for (int time = 0; time < times; ++time) {
-            const desktop::GObjectPointer<GDBusMessage> message(
+            const GObjectPointer<GDBusMessage> message(
                 g_dbus_message_new_method_call(agentName_.c_str(), path, interface, method));
             g_dbus_message_set_flags(message.get(), flags);
             g_dbus_message_set_body(message.get(), arguments());

@@ -6,12 +6,10 @@
 #include <memory>
 #include <string>
 
-#include "Vantrel/Desktop/GLibHandles.hpp"
+#include "Vantrel/Handles/GLibHandles.hpp"
 #include "tests/desk/support/Wait.hpp"
 
 namespace vantrel::desk {
-
-using desktop::GVariantPointer;
 
 /// A connection of its own to a private session bus. Its callbacks run while waitOnBus() waits.
 class BusClient {
@@ -38,7 +36,7 @@ class BusClient {
     void releaseName(const std::string& name);
 
   private:
-    desktop::GObjectPointer<GDBusConnection> connection_;
+    GObjectPointer<GDBusConnection> connection_;
 };
 
 /// Serves the bus until the condition holds or the deadline passes. Returns whether it held.

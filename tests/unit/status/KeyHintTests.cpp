@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Vantrel/Desktop/GLibHandles.hpp"
+#include "Vantrel/Handles/GLibHandles.hpp"
 
 namespace vantrel::desktop {
 namespace {

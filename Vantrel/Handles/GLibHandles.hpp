@@ -4,7 +4,7 @@
 
 #include <memory>
 
-namespace vantrel::desktop {
+namespace vantrel {
 
 struct GObjectDeleter {
     void operator()(gpointer object) const { g_object_unref(object); }
@@ -34,4 +34,4 @@ struct GFreeDeleter {
 };
 using GCharPointer = std::unique_ptr<gchar, GFreeDeleter>;
 
-}  // namespace vantrel::desktop
+}  // namespace vantrel

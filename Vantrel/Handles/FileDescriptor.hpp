@@ -4,7 +4,7 @@
 
 #include <utility>
 
-namespace vantrel::desktop {
+namespace vantrel {
 
 /// Owns a file descriptor and closes it.
 class FileDescriptor {
@@ -35,4 +35,4 @@ class FileDescriptor {
     int descriptor_ = -1;
 };
 
-}  // namespace vantrel::desktop
+}  // namespace vantrel
