@@ -19,7 +19,8 @@ dispensable_packages_of() {
 }
 
 has_candidate() {
-    apt-cache policy "$1" | grep -q '^  Candidate: [^(]'
+    # Not through a pipe, whose reader would end apt-cache early: that counts as a failure.
+    [[ $(LC_ALL=C apt-cache policy "$1") == *'Candidate: '[^\(]* ]]
 }
 
 is_installed() {
