@@ -6,12 +6,17 @@
 #include <utility>
 #include <vector>
 
+#include "Vantrel/Desktop/Helpers/HelperProgram.hpp"
+
 namespace vantrel {
 
 AgentPlatform::AgentPlatform(std::unique_ptr<DisplaySession> session)
     : session_(std::move(session)),
       defaults_(desktop::defaultStorePath()),
-      statusBar_([this](ItemPresenter::Events events) { return session_->makeItemPresenter(std::move(events)); }),
+      statusBar_([this](ItemPresenter::Events events) { return session_->makeItemPresenter(std::move(events)); },
+                 starterOf("vantrel-overlay")),
+      eventSounds_(starterOf("vantrel-sound")),
+      preferencesWindowViews_(session_->windowingSystem()),
       application_(mainQueue_, [this](GDBusConnection* bus) { statusBar_.setSessionBus(bus); }) {
     // The last that the process does before it sleeps: what a burst of changes has freed goes back to the system.
     defaults_.setRestHandler([] { malloc_trim(0); });
@@ -24,6 +29,12 @@ AgentPlatform::AgentPlatform(std::unique_ptr<DisplaySession> session)
                                   application_.open(std::move(urls));
                               }
                           }});
+}
+
+desktop::Helper::Start AgentPlatform::starterOf(const char* helper) const {
+    return [program = desktop::helperProgram(helper), system = session_->windowingSystem()] {
+        return desktop::startHelper(program, system);
+    };
 }
 
 AgentPlatform::~AgentPlatform() {

@@ -7,7 +7,7 @@
 #include "Vantrel/Desktop/Loop/GLibMainQueue.hpp"
 #include "Vantrel/Desktop/Loop/GLibRunLoop.hpp"
 #include "Vantrel/Desktop/RandomUUIDGenerator.hpp"
-#include "Vantrel/Desktop/Settings/SettingsModuleLoader.hpp"
+#include "Vantrel/Desktop/Settings/SettingsProgram.hpp"
 #include "Vantrel/Desktop/Sound/CanberraSoundPlayer.hpp"
 #include "Vantrel/Desktop/Sound/DelayedSoundPlayer.hpp"
 #include "Vantrel/Desktop/StatusItem/DesktopStatusBar.hpp"
@@ -35,6 +35,8 @@ class AgentPlatform {
     Platform abilities();
 
   private:
+    [[nodiscard]] desktop::Helper::Start starterOf(const char* helper) const;
+
     // In the order in which one may use the other.
     std::unique_ptr<DisplaySession> session_;
     desktop::GLibMainQueue mainQueue_;
@@ -45,7 +47,7 @@ class AgentPlatform {
     desktop::DelayedSoundPlayer sounds_{eventSounds_, mainQueue_};
     desktop::RandomUUIDGenerator uuids_;
     desktop::GLibURLParser urls_;
-    desktop::SettingsModuleLoader preferencesWindowViews_{"xcb"};
+    desktop::SettingsProgram preferencesWindowViews_;
     desktop::DesktopApplication application_;
 };
 

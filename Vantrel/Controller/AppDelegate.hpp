@@ -111,6 +111,7 @@ class AppDelegate final : public ApplicationDelegate,
     void preferencesDidChangeAnimation(AnimationStyle style) override;
     void preferencesDidChangeSound(bool enabled) override;
     void preferencesDidClearSavedPoints() override;
+    void preferencesWindowFailed(const std::string& problem, const std::string& flashText) override;
 
   private:
     friend struct AppDelegateInspector;  // the tests' window on the fields

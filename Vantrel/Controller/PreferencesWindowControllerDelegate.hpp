@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "Vantrel/Controller/KeyboardShortcut.hpp"
 #include "Vantrel/Controller/SettingEnumerations.hpp"
 
@@ -16,6 +18,9 @@ class PreferencesWindowControllerDelegate {
     virtual void preferencesDidChangeAnimation(AnimationStyle style) = 0;
     virtual void preferencesDidChangeSound(bool enabled) = 0;
     virtual void preferencesDidClearSavedPoints() = 0;
+
+    /// There is no window: one line that says why, and the same in two or three words.
+    virtual void preferencesWindowFailed(const std::string& problem, const std::string& flashText) = 0;
 };
 
 }  // namespace vantrel

@@ -142,6 +142,13 @@ void PreferencesWindowController::clearSavedPoints() {
     }
 }
 
+void PreferencesWindowController::windowFailed(const std::string& problem, const std::string& flashText) {
+    assertMainThread("windowFailed");
+    if (const auto delegate = delegate_.lock()) {
+        delegate->preferencesWindowFailed(problem, flashText);
+    }
+}
+
 std::size_t PreferencesWindowController::numberOfRows() const {
     assertMainThread("numberOfRows");
     return savedPoints_.size();

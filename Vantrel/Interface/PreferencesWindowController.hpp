@@ -70,6 +70,7 @@ class PreferencesWindowController final : public PreferencesWindowViewDelegate,
     void animationChanged() override;
     void soundChanged() override;
     void clearSavedPoints() override;
+    void windowFailed(const std::string& problem, const std::string& flashText) override;
 
     [[nodiscard]] std::size_t numberOfRows() const override;
     [[nodiscard]] std::optional<std::string> textForRow(std::int64_t row) const override;

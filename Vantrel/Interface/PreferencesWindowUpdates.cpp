@@ -1,6 +1,8 @@
 #include "Vantrel/Controller/AppDelegate.hpp"
 #include "Vantrel/Interface/PreferencesWindowController.hpp"
 
+#include <cstdio>
+
 namespace vantrel {
 
 void AppDelegate::refreshPreferencesWindow() {
@@ -51,6 +53,12 @@ void AppDelegate::preferencesDidChangeSound(bool enabled) {
 void AppDelegate::preferencesDidClearSavedPoints() {
     assertMainThread("preferencesDidClearSavedPoints");
     clearSavedPoints();
+}
+
+void AppDelegate::preferencesWindowFailed(const std::string& problem, const std::string& flashText) {
+    assertMainThread("preferencesWindowFailed");
+    std::fprintf(stderr, "vantrel: %s\n", problem.c_str());
+    flashStatus(flashText);
 }
 
 }  // namespace vantrel

@@ -35,6 +35,10 @@ class PreferencesWindowViewDelegate {
     virtual void soundChanged() = 0;
     virtual void clearSavedPoints() = 0;
 
+    /// The window cannot be shown any more, until the next showWindow(): one line that says why, and the same in two or
+    /// three words.
+    virtual void windowFailed(const std::string& problem, const std::string& flashText) = 0;
+
     [[nodiscard]] virtual std::size_t numberOfRows() const = 0;
 
     /// The text of the table's row, asked for when the row is drawn; none for a row that does not exist.

@@ -3,7 +3,6 @@
 #include "Vantrel/Interface/PreferencesWindowView.hpp"
 #include "Vantrel/Interface/StatusMenu.hpp"
 
-#include <cstdio>
 #include <utility>
 
 namespace vantrel {
@@ -83,9 +82,8 @@ void AppDelegate::openSettings() {
     if (!preferencesWindowController) {
         PreferencesWindowViewResult made = platform_.preferencesWindowViews.makePreferencesWindowView();
         if (!made.view) {
-            // Nothing is kept: once the module is installed, the next attempt opens the window.
-            std::fprintf(stderr, "vantrel: %s\n", made.problem.c_str());
-            flashStatus(made.flashText);
+            // Nothing is kept: once the program is installed, the next attempt opens the window.
+            preferencesWindowFailed(made.problem, made.flashText);
             return;
         }
         preferencesWindowController = PreferencesWindowController::create(std::move(made.view), platform_.mainQueue);

@@ -9,7 +9,7 @@
 namespace vantrel {
 
 // How a stored value reads as another type. Every implementation of UserDefaults converts with these; the whole table
-// stands in docs/architecture.md, "Store conversions". None depends on the locale.
+// stands in docs/design/store.md, "Store conversions". None depends on the locale.
 
 /// A string as it is, a boolean as "0" or "1", a number as its shortest decimal text; none for data.
 std::optional<std::string> stringFromDefaultsValue(const DefaultsValue& value);

@@ -25,6 +25,9 @@ class DisplaySession {
 
     virtual ~DisplaySession() = default;
 
+    /// What the programs that draw are to connect to, by Qt's name for such a windowing system ("xcb", "wayland").
+    [[nodiscard]] virtual std::string windowingSystem() const = 0;
+
     virtual DisplayServices& displays() = 0;
     virtual PointerReader& pointerReader() = 0;
     virtual PointerWarper& pointerWarper() = 0;

@@ -22,7 +22,7 @@ struct DefaultsData {
 /// A value of the defaults store.
 using DefaultsValue = std::variant<std::string, bool, std::int64_t, double, DefaultsData>;
 
-/// The person's settings: typed values by key. A read converts as a defaults store does (docs/architecture.md has the
+/// The person's settings: typed values by key. A read converts as a defaults store does (docs/design/store.md has the
 /// table). A write never fails for the caller: what could not be stored is kept and stored with the next write.
 class UserDefaults {
   public:

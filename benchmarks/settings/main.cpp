@@ -1,5 +1,5 @@
 // From the choice of "Settings..." in the menu to the settings window's first picture on the screen: for the first
-// opening, which loads the module and with it Qt, and for later ones.
+// opening, which starts the program that draws it, and for later ones.
 #include <algorithm>
 #include <chrono>
 #include <cstdint>

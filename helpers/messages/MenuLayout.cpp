@@ -4,9 +4,9 @@
 
 namespace vantrel::overlay {
 
-MenuLayout::MenuLayout(const std::vector<OverlayRow>& rows, const MenuMeasures& measures) {
+MenuLayout::MenuLayout(const std::vector<MenuRow>& rows, const MenuMeasures& measures) {
     int y = measures.margin;
-    for (const OverlayRow& row : rows) {
+    for (const MenuRow& row : rows) {
         tops_.push_back(y);
         y += row.isSeparator ? measures.separator : measures.row;
     }
@@ -26,7 +26,7 @@ std::optional<std::size_t> MenuLayout::rowAt(int y) const {
     return static_cast<std::size_t>(next - tops_.begin()) - 1;
 }
 
-std::optional<std::size_t> nextChoice(const std::vector<OverlayRow>& rows, std::optional<std::size_t> from,
+std::optional<std::size_t> nextChoice(const std::vector<MenuRow>& rows, std::optional<std::size_t> from,
                                       bool isDownwards) {
     const std::size_t count = rows.size();
     std::size_t row = from.value_or(isDownwards ? count - 1 : 0);

@@ -4,12 +4,10 @@
 #include <optional>
 #include <vector>
 
-#include "helpers/messages/OverlayMessage.hpp"
+#include "Vantrel/Channel/ScreenMessages.hpp"
 #include "helpers/messages/RootRect.hpp"
 
 namespace vantrel::overlay {
-
-using desktop::OverlayRow;
 
 /// The heights (pixels) that a menu is made of.
 struct MenuMeasures {
@@ -21,7 +19,7 @@ struct MenuMeasures {
 /// Where the rows of a menu stand, counted from the menu's top.
 class MenuLayout {
   public:
-    MenuLayout(const std::vector<OverlayRow>& rows, const MenuMeasures& measures);
+    MenuLayout(const std::vector<MenuRow>& rows, const MenuMeasures& measures);
 
     [[nodiscard]] int height() const { return height_; }
     [[nodiscard]] int top(std::size_t row) const { return tops_[row]; }
@@ -37,7 +35,7 @@ class MenuLayout {
 
 /// The next row that can be chosen, downwards or upwards, past the end to the other end. From no row: the first or the
 /// last of them. None when no row can be chosen.
-std::optional<std::size_t> nextChoice(const std::vector<OverlayRow>& rows, std::optional<std::size_t> from,
+std::optional<std::size_t> nextChoice(const std::vector<MenuRow>& rows, std::optional<std::size_t> from,
                                       bool isDownwards);
 
 /// Where a menu of that size stands so that it is wholly on the monitor, if it can: its top-left corner at the point,

@@ -3,45 +3,38 @@
 #include <poll.h>
 
 #include <algorithm>
-#include <charconv>
 #include <iterator>
-#include <string>
 #include <utility>
+
+#include "Vantrel/Channel/ScreenMessages.hpp"
 
 namespace vantrel::overlay {
 
 namespace {
 
-/// The number, or 0 when the text is none. Needs no locale.
-double numberFromText(const std::string& text) {
-    double number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
-}
-
-/// The font that the message names in two fields from `first` on.
-Font fontFromFields(const std::vector<std::string>& fields, std::size_t first) {
-    Font font{.points = 12, .isSemibold = true};
-    if (first + 1 < fields.size()) {
-        font = {.points = std::clamp(numberFromText(fields[first]), 6.0, 72.0),
-                .isSemibold = fields[first + 1] == "semibold"};
-    }
-    return font;
+Font fontOf(const ScreenText& text) {
+    return {.points = std::clamp(text.fontSize, 6.0, 72.0), .isSemibold = text.isSemibold};
 }
 
 }  // namespace
 
-Overlay::Overlay(std::unique_ptr<Screen> screen)
-    : screen_(std::move(screen)), typesetter_(screen_->dotsPerInch()), flashText_(*screen_, typesetter_) {}
+Overlay::Overlay(std::unique_ptr<Screen> screen, Channel agent)
+    : screen_(std::move(screen)),
+      agent_(std::move(agent)),
+      typesetter_(screen_->dotsPerInch()),
+      flashText_(*screen_, typesetter_) {}
 
 void Overlay::run() {
-    while (!agent_.isClosed() && !screen_->isLost()) {
+    for (;;) {
         serveAgent();
         serveTimers();
         // Last, because waiting for the server's answers may have brought events in.
         serveScreen();
         endedMenu_.reset();
         xcb_flush(screen_->connection());
+        if (!agent_.isOpen() || screen_->isLost()) {
+            return;
+        }
         wait();
     }
 }
@@ -52,32 +45,19 @@ void Overlay::serveAgent() {
     }
 }
 
-void Overlay::obey(const OverlayMessage& message) {
-    using Kind = OverlayMessage::Kind;
-    switch (message.kind) {
-        case Kind::showText:
-            if (!message.fields.empty()) {
-                flashText_.show(message.fields.front(), fontFromFields(message.fields, 1));
-            }
-            break;
-        case Kind::hideText:
-            flashText_.hide();
-            break;
-        case Kind::openMenu:
-            openMenu(desktop::rowsFromFields(message.fields));
-            break;
-        case Kind::updateMenu:
-            if (menu_) {
-                menu_->setRows(desktop::rowsFromFields(message.fields));
-            }
-            break;
-        case Kind::rowChosen:
-        case Kind::menuClosed:
-            break;
+void Overlay::obey(const Message& message) {
+    if (const auto text = screen_messages::shownText(message)) {
+        flashText_.show(text->text, fontOf(*text));
+    } else if (message.is(screen_messages::hideText, "()")) {
+        flashText_.hide();
+    } else if (const auto rows = screen_messages::openedMenu(message)) {
+        openMenu(*rows);
+    } else if (const auto others = screen_messages::updatedMenu(message); others && menu_) {
+        menu_->setRows(*others);
     }
 }
 
-void Overlay::openMenu(const std::vector<OverlayRow>& rows) {
+void Overlay::openMenu(const std::vector<MenuRow>& rows) {
     menu_.reset();
     if (!rows.empty()) {
         menu_ = std::make_unique<PopupMenu>(*screen_, typesetter_, rows,
@@ -88,9 +68,9 @@ void Overlay::openMenu(const std::vector<OverlayRow>& rows) {
 void Overlay::menuEnded(std::optional<std::size_t> row) {
     endedMenu_ = std::move(menu_);
     if (row) {
-        agent_.send({.kind = OverlayMessage::Kind::rowChosen, .fields = {std::to_string(*row)}});
+        agent_.send(screen_messages::chooseRow(static_cast<std::uint32_t>(*row)));
     }
-    agent_.send({.kind = OverlayMessage::Kind::menuClosed, .fields = {}});
+    agent_.send(Message(screen_messages::menuClosed));
 }
 
 void Overlay::serveScreen() {
@@ -124,7 +104,7 @@ int Overlay::waitingTime() const {
 }
 
 void Overlay::wait() {
-    pollfd descriptors[] = {{.fd = AgentLink::descriptor, .events = POLLIN, .revents = 0},
+    pollfd descriptors[] = {{.fd = agent_.descriptor(), .events = POLLIN, .revents = 0},
                             {.fd = xcb_get_file_descriptor(screen_->connection()), .events = POLLIN, .revents = 0}};
     poll(descriptors, std::size(descriptors), waitingTime());
 }

@@ -3,7 +3,7 @@
 #include <memory>
 #include <optional>
 
-#include "helpers/messages/AgentLink.hpp"
+#include "Vantrel/Channel/Channel.hpp"
 #include "helpers/messages/FlashText.hpp"
 #include "helpers/messages/PopupMenu.hpp"
 #include "helpers/messages/Screen.hpp"
@@ -14,15 +14,15 @@ namespace vantrel::overlay {
 /// Shows what the agent asks for, until the agent hangs up or the X server goes away.
 class Overlay {
   public:
-    explicit Overlay(std::unique_ptr<Screen> screen);
+    Overlay(std::unique_ptr<Screen> screen, Channel agent);
 
     void run();
 
   private:
     using Clock = std::chrono::steady_clock;
 
-    void obey(const OverlayMessage& message);
-    void openMenu(const std::vector<OverlayRow>& rows);
+    void obey(const Message& message);
+    void openMenu(const std::vector<MenuRow>& rows);
     void menuEnded(std::optional<std::size_t> row);
     void serveAgent();
     void serveScreen();
@@ -31,8 +31,8 @@ class Overlay {
     [[nodiscard]] int waitingTime() const;
 
     std::unique_ptr<Screen> screen_;
+    Channel agent_;
     Typesetter typesetter_;
-    AgentLink agent_;
     FlashText flashText_;
     std::unique_ptr<PopupMenu> menu_;
     std::unique_ptr<PopupMenu> endedMenu_;  ///< released once its own call is over

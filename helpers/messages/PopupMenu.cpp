@@ -21,7 +21,7 @@ constexpr xcb_button_t lastRealButton = 3;  // the next ones are the wheel's
 constexpr std::chrono::milliseconds attemptInterval(20);
 constexpr std::chrono::seconds longestAttempt(2);
 
-std::string hintText(const OverlayRow& row) {
+std::string hintText(const MenuRow& row) {
     if (row.keyEquivalent.empty()) {
         return {};
     }
@@ -34,7 +34,7 @@ std::string hintText(const OverlayRow& row) {
 
 }  // namespace
 
-PopupMenu::PopupMenu(const Screen& screen, const Typesetter& typesetter, std::vector<OverlayRow> rows,
+PopupMenu::PopupMenu(const Screen& screen, const Typesetter& typesetter, std::vector<MenuRow> rows,
                      std::function<void(std::optional<std::size_t>)> chosen)
     : screen_(screen),
       typesetter_(typesetter),
@@ -66,7 +66,7 @@ void PopupMenu::attempt() {
     nextAttempt_ = Clock::now() + attemptInterval;
 }
 
-void PopupMenu::setRows(std::vector<OverlayRow> rows) {
+void PopupMenu::setRows(std::vector<MenuRow> rows) {
     rows_ = std::move(rows);
     layout_ = MenuLayout(rows_, measures_);
     if (pointedRow_ && (*pointedRow_ >= rows_.size() || !rows_[*pointedRow_].isEnabled)) {
@@ -78,7 +78,7 @@ void PopupMenu::setRows(std::vector<OverlayRow> rows) {
 void PopupMenu::place() {
     int titles = 0;
     int hints = 0;
-    for (const OverlayRow& row : rows_) {
+    for (const MenuRow& row : rows_) {
         titles = std::max(titles, typesetter_.line(row.title, rowFont, screen_.scaled(widestRow)).size().width);
         if (const std::string hint = hintText(row); !hint.empty()) {
             hints = std::max(hints, typesetter_.line(hint, rowFont, screen_.scaled(widestRow)).size().width +
@@ -98,7 +98,7 @@ void PopupMenu::draw(cairo_t* context) const {
 }
 
 void PopupMenu::drawRow(cairo_t* context, std::size_t row) const {
-    const OverlayRow& item = rows_[row];
+    const MenuRow& item = rows_[row];
     const int top = layout_.top(row);
     const int height = layout_.rowHeight(row);
     if (item.isSeparator) {
@@ -209,7 +209,7 @@ void PopupMenu::pressKey(std::uint8_t keycode, std::uint16_t modifiers) {
 }
 
 void PopupMenu::chooseByKeyEquivalent(const KeysymsOfLayouts& ofKey) {
-    const auto row = std::find_if(rows_.begin(), rows_.end(), [&](const OverlayRow& candidate) {
+    const auto row = std::find_if(rows_.begin(), rows_.end(), [&](const MenuRow& candidate) {
         return candidate.isEnabled && candidate.keyEquivalent.size() == 1 &&
                std::find(ofKey.begin(), ofKey.end(), static_cast<unsigned char>(candidate.keyEquivalent.front())) !=
                    ofKey.end();

@@ -23,11 +23,11 @@ class PopupMenu {
 
     /// `chosen` gets the row, or none when the menu was left without a choice. It is called once, from an event; the
     /// menu may end in it.
-    PopupMenu(const Screen& screen, const Typesetter& typesetter, std::vector<OverlayRow> rows,
+    PopupMenu(const Screen& screen, const Typesetter& typesetter, std::vector<MenuRow> rows,
               std::function<void(std::optional<std::size_t>)> chosen);
 
     /// Shows other rows in the same place.
-    void setRows(std::vector<OverlayRow> rows);
+    void setRows(std::vector<MenuRow> rows);
 
     /// What the server reports for the menu.
     void handleEvent(const xcb_generic_event_t& event);
@@ -53,7 +53,7 @@ class PopupMenu {
 
     const Screen& screen_;
     const Typesetter& typesetter_;
-    std::vector<OverlayRow> rows_;
+    std::vector<MenuRow> rows_;
     std::function<void(std::optional<std::size_t>)> chosen_;
     RootPoint origin_;
     MenuMeasures measures_;

@@ -3,6 +3,7 @@
 // ends it by hanging up.
 
 #include <cstdlib>
+#include <utility>
 
 #include "helpers/messages/Overlay.hpp"
 
@@ -12,6 +13,7 @@ int main() {
         // In silence: the agent, which has the same display, says so itself.
         return EXIT_FAILURE;
     }
-    vantrel::overlay::Overlay(std::move(screen)).run();
+    vantrel::Channel agent{vantrel::FileDescriptor(vantrel::Channel::helperDescriptor)};
+    vantrel::overlay::Overlay(std::move(screen), std::move(agent)).run();
     return EXIT_SUCCESS;
 }

@@ -1,6 +1,5 @@
 #include "helpers/settings/ColorPreferences.hpp"
 
-// Before Qt, whose "signals" is a macro.
 #include <gio/gio.h>
 
 #include <QDBusConnection>

@@ -25,7 +25,14 @@ void SavedPointsModel::reload() {
         endRemoveRows();
     }
     if (count_ > 0) {
-        emit dataChanged(index(0), index(count_ - 1), {Qt::DisplayRole});
+        Q_EMIT dataChanged(index(0), index(count_ - 1), {Qt::DisplayRole});
+    }
+}
+
+void SavedPointsModel::redraw(std::uint32_t row) {
+    if (row < static_cast<std::uint32_t>(count_)) {
+        const QModelIndex changed = index(static_cast<int>(row));
+        Q_EMIT dataChanged(changed, changed, {Qt::DisplayRole});
     }
 }
 

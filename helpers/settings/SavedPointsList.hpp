@@ -4,6 +4,7 @@
 #include <QFrame>
 #include <QListView>
 #include <QStyledItemDelegate>
+#include <cstdint>
 #include <memory>
 
 #include "Vantrel/Interface/PreferencesWindowView.hpp"
@@ -17,6 +18,9 @@ class SavedPointsModel final : public QAbstractListModel {
 
     /// Asks for all rows again. Rows that stay keep their place.
     void reload();
+
+    /// Says that the row has another text now.
+    void redraw(std::uint32_t row);
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
@@ -46,6 +50,7 @@ class SavedPointsList final : public QFrame {
 
     void setSource(std::weak_ptr<PreferencesWindowViewDelegate> source) { model_.setSource(std::move(source)); }
     void reload() { model_.reload(); }
+    void redraw(std::uint32_t row) { model_.redraw(row); }
     void setTableHidden(bool hidden) { table_.setHidden(hidden); }
 
     QListView& table() { return table_; }

@@ -151,6 +151,14 @@ void SettingsWindow::send(Action action) {
     }
 }
 
+void SettingsWindow::putBack(QPoint place) {
+    if (QScreen* const there = QGuiApplication::screenAt(place)) {
+        setScreen(there);
+    }
+    move(place);
+    WorkArea::bringInto(*this);
+}
+
 void SettingsWindow::setDelegate(std::weak_ptr<PreferencesWindowViewDelegate> delegate) {
     delegate_ = delegate;
     savedPointsTable_.setSource(std::move(delegate));

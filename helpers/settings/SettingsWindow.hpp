@@ -24,6 +24,12 @@ class SettingsWindow final : public QWidget, public PreferencesWindowView {
     /// A hidden window, centred on the display that the pointer is on.
     SettingsWindow();
 
+    /// Puts the window, which is hidden, back to where it stood once, as far as its screen still has that place.
+    void putBack(QPoint place);
+
+    /// Draws the row again: its text has come.
+    void redrawSavedPoint(std::uint32_t row) { savedPointsTable_.redraw(row); }
+
     void setDelegate(std::weak_ptr<PreferencesWindowViewDelegate> delegate) override;
     ShortcutRecorderButton& shortcutRecorderButton() override { return recorder_; }
     void setShortcutStatus(const std::string& text, SemanticColor color) override;

@@ -19,6 +19,7 @@ class X11Session final : public DisplaySession {
     X11Session(const X11Session&) = delete;
     X11Session& operator=(const X11Session&) = delete;
 
+    [[nodiscard]] std::string windowingSystem() const override { return "xcb"; }
     DisplayServices& displays() override;
     PointerReader& pointerReader() override;
     PointerWarper& pointerWarper() override;

@@ -1,48 +1,30 @@
 #include "Vantrel/Desktop/Sound/CanberraSoundPlayer.hpp"
 
-#include <sys/socket.h>
-
-#include <cerrno>
+#include <string>
 #include <utility>
+
+#include "Vantrel/Channel/SoundMessages.hpp"
 
 namespace vantrel::desktop {
 
-CanberraSoundPlayer::CanberraSoundPlayer(std::filesystem::path helper) : helper_(std::move(helper)) {}
+namespace {
+
+constexpr unsigned lingeringTime = 10;  // seconds
+
+}  // namespace
+
+CanberraSoundPlayer::CanberraSoundPlayer(Helper::Start start)
+    : program_(std::move(start), {.received = [this](const Message&) { isBeginningDue_ = false; },
+                                  // Whatever the reason: sounds are not worth a line.
+                                  .ended = [this](const std::string&) { isBeginningDue_ = false; }}) {}
 
 void CanberraSoundPlayer::play(std::string_view soundName) {
-    if (socket_.isOpen() && !isHelperReady()) {
+    if (isBeginningDue_ || !program_.start()) {
         return;
     }
-    // The helper may be about to go: a new one then gets the sound.
-    if (socket_.isOpen() && send(soundName)) {
-        return;
-    }
-    socket_ = startHelper(helper_);
-    if (socket_.isOpen()) {
-        send(soundName);
-    }
-}
-
-/// Takes in the answer that is due. Answers are looked for here only: none ever wakes the agent.
-bool CanberraSoundPlayer::isHelperReady() {
-    if (!isAnswerDue_) {
-        return true;
-    }
-    char answer = 0;
-    const ssize_t length = recv(socket_.get(), &answer, sizeof answer, MSG_DONTWAIT);
-    if (length < 0 && (errno == EAGAIN || errno == EINTR)) {
-        return false;
-    }
-    isAnswerDue_ = false;
-    if (length <= 0) {
-        socket_.reset();  // it has ended
-    }
-    return true;
-}
-
-bool CanberraSoundPlayer::send(std::string_view soundName) {
-    isAnswerDue_ = ::send(socket_.get(), soundName.data(), soundName.size(), MSG_NOSIGNAL | MSG_DONTWAIT) >= 0;
-    return isAnswerDue_;
+    isBeginningDue_ = true;
+    program_.send({sound_messages::play, g_variant_new("s", std::string(soundName).c_str())});
+    program_.endAfter(lingeringTime);
 }
 
 }  // namespace vantrel::desktop

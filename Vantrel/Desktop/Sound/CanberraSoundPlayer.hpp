@@ -1,10 +1,8 @@
 #pragma once
 
-#include <filesystem>
 #include <string_view>
 
-#include "Vantrel/Desktop/HelperProgram.hpp"
-#include "Vantrel/Handles/FileDescriptor.hpp"
+#include "Vantrel/Desktop/Helpers/Helper.hpp"
 #include "Vantrel/Platform/SoundPlayer.hpp"
 
 namespace vantrel::desktop {
@@ -14,18 +12,14 @@ namespace vantrel::desktop {
 /// the sound server does to its callers happens there.
 class CanberraSoundPlayer final : public SoundPlayer {
   public:
-    explicit CanberraSoundPlayer(std::filesystem::path helper = helperProgram("vantrel-sound"));
+    explicit CanberraSoundPlayer(Helper::Start start);
 
     /// Hands the sound to the helper. Drops it while the helper has not yet begun the last one.
     void play(std::string_view soundName) override;
 
   private:
-    bool isHelperReady();
-    bool send(std::string_view soundName);
-
-    std::filesystem::path helper_;
-    FileDescriptor socket_;
-    bool isAnswerDue_ = false;
+    bool isBeginningDue_ = false;
+    Helper program_;
 };
 
 }  // namespace vantrel::desktop

@@ -4,7 +4,8 @@
 
 namespace vantrel::desktop {
 
-DesktopStatusBar::DesktopStatusBar(PresenterMaker makePresenter) : makePresenter_(std::move(makePresenter)) {}
+DesktopStatusBar::DesktopStatusBar(PresenterMaker makePresenter, Helper::Start startOverlay)
+    : makePresenter_(std::move(makePresenter)), startOverlay_(std::move(startOverlay)) {}
 
 DesktopStatusBar::~DesktopStatusBar() = default;
 

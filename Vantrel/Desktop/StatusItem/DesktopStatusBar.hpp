@@ -6,6 +6,7 @@
 #include <memory>
 #include <utility>
 
+#include "Vantrel/Desktop/Helpers/Helper.hpp"
 #include "Vantrel/Handles/GLibHandles.hpp"
 #include "Vantrel/Platform/ItemPresenter.hpp"
 #include "Vantrel/Platform/StatusItem.hpp"
@@ -20,7 +21,8 @@ class DesktopStatusBar final : public StatusBar {
     /// What shows an item where no StatusNotifier host does; may give null.
     using PresenterMaker = std::function<std::unique_ptr<ItemPresenter>(ItemPresenter::Events events)>;
 
-    explicit DesktopStatusBar(PresenterMaker makePresenter);
+    /// `startOverlay` starts the program that draws on the screen.
+    DesktopStatusBar(PresenterMaker makePresenter, Helper::Start startOverlay);
     ~DesktopStatusBar() override;
     DesktopStatusBar(const DesktopStatusBar&) = delete;
     DesktopStatusBar& operator=(const DesktopStatusBar&) = delete;
@@ -39,8 +41,10 @@ class DesktopStatusBar final : public StatusBar {
     std::unique_ptr<ItemPresenter> makePresenter(ItemPresenter::Events events) {
         return makePresenter_(std::move(events));
     }
+    [[nodiscard]] const Helper::Start& startOverlay() const { return startOverlay_; }
 
     PresenterMaker makePresenter_;
+    Helper::Start startOverlay_;
     GObjectPointer<GDBusConnection> bus_;
     std::vector<DesktopStatusItem*> items_;
 };

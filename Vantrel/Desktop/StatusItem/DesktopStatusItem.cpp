@@ -30,7 +30,7 @@ std::string beginning(const std::string& text) {
 
 DesktopStatusItem::DesktopStatusItem(DesktopStatusBar& statusBar)
     : statusBar_(statusBar),
-      overlay_([this](std::size_t row) { performRow(row); }),
+      overlay_(statusBar.startOverlay(), [this](std::uint32_t row) { performRow(row); }),
       presenter_(statusBar.makePresenter(
           {.pressed = [this] { popUpMenu(); }, .presenceChanged = [this] { updateScreenText(); }})) {
     if (presenter_) {
@@ -107,7 +107,8 @@ void DesktopStatusItem::setTitle(const std::string& title) {
 void DesktopStatusItem::updateScreenText() {
     const bool isWanted = title_ != restingTitle_ && !title_.empty() && !isTitleSeenInPanel();
     if (isWanted) {
-        overlay_.showText(beginning(title_), font_);
+        screenText_.text = beginning(title_);
+        overlay_.showText(screenText_);
     } else {
         overlay_.hideText();
     }
@@ -126,7 +127,8 @@ void DesktopStatusItem::setToolTip(const std::string& toolTip) {
 
 // Panels choose the font of their labels themselves; the text on the screen has this one.
 void DesktopStatusItem::setFont(double size, FontWeight weight) {
-    font_ = {.size = size, .weight = weight};
+    screenText_.fontSize = size;
+    screenText_.isSemibold = weight == FontWeight::semibold;
 }
 
 void DesktopStatusItem::setMenu(Menu menu) {
@@ -156,12 +158,12 @@ void DesktopStatusItem::publishMenu() {
         busMenu_->setMenu(menu_, keyHintStyle_);
     }
     if (overlay_.isMenuOpen()) {
-        overlay_.updateMenu(overlayRows());
+        overlay_.updateMenu(menuRows());
     }
 }
 
-std::vector<OverlayRow> DesktopStatusItem::overlayRows() const {
-    std::vector<OverlayRow> rows;
+std::vector<MenuRow> DesktopStatusItem::menuRows() const {
+    std::vector<MenuRow> rows;
     for (const MenuItem& item : menu_) {
         rows.push_back({.isSeparator = item.isSeparator,
                         .isEnabled = !item.isSeparator && item.isEnabled,
@@ -176,7 +178,7 @@ bool DesktopStatusItem::isVisible() const {
 }
 
 void DesktopStatusItem::popUpMenu() {
-    overlay_.openMenu(overlayRows());
+    overlay_.openMenu(menuRows());
 }
 
 void DesktopStatusItem::performRow(std::size_t row) {

@@ -47,7 +47,7 @@ class DesktopStatusItem final : public StatusItem, private StatusBarButton {
     void performRow(std::size_t row);
     void updateScreenText();
     [[nodiscard]] bool isTitleSeenInPanel() const;
-    [[nodiscard]] std::vector<OverlayRow> overlayRows() const;
+    [[nodiscard]] std::vector<MenuRow> menuRows() const;
 
     DesktopStatusBar& statusBar_;
     std::string title_;
@@ -60,7 +60,7 @@ class DesktopStatusItem final : public StatusItem, private StatusBarButton {
     guint menuSource_ = 0;
     KeyHintStyle keyHintStyle_ = KeyHintStyle::x11Names;
     std::unique_ptr<StatusNotifierItem> notifierItem_;
-    ItemFont font_;
+    ScreenText screenText_;  ///< its text is the title's beginning
     OverlayProcess overlay_;
     std::unique_ptr<ItemPresenter> presenter_;
 };

@@ -1,143 +1,80 @@
 #include "Vantrel/Desktop/StatusItem/OverlayProcess.hpp"
 
-#include <glib-unix.h>
-#include <sys/socket.h>
-
-#include <array>
-#include <cerrno>
-#include <cstdlib>
+#include <cstdio>
+#include <string>
 #include <utility>
-
-#include "Vantrel/Desktop/HelperProgram.hpp"
 
 namespace vantrel::desktop {
 
 namespace {
 
-constexpr guint lingeringTime = 5;         // seconds
-constexpr std::size_t longestAnswer = 64;  // bytes, of a few numbers
-
-std::vector<std::string> textFields(const std::string& text, const ItemFont& font) {
-    return {text, std::to_string(static_cast<int>(font.size)),
-            font.weight == FontWeight::semibold ? "semibold" : "regular"};
-}
+constexpr unsigned lingeringTime = 5;  // seconds
 
 }  // namespace
 
-OverlayProcess::OverlayProcess(RowChosen rowChosen) : rowChosen_(std::move(rowChosen)) {}
+OverlayProcess::OverlayProcess(Helper::Start start, RowChosen rowChosen)
+    : rowChosen_(std::move(rowChosen)),
+      program_(std::move(start), {.received = [this](const Message& message) { obey(message); },
+                                  .ended =
+                                      [this](const std::string& otherVersion) {
+                                          if (!otherVersion.empty()) {
+                                              std::fputs(
+                                                  "vantrel: start Vantrel again to see its messages (they are "
+                                                  "of another version)\n",
+                                                  stderr);
+                                          }
+                                          ended();
+                                      }}) {}
 
-OverlayProcess::~OverlayProcess() {
-    hangUp();
-}
-
-void OverlayProcess::showText(const std::string& text, const ItemFont& font) {
-    if (start()) {
+void OverlayProcess::showText(const ScreenText& text) {
+    if (program_.start()) {
         isTextShown_ = true;
-        send({.kind = OverlayMessage::Kind::showText, .fields = textFields(text, font)});
+        program_.send(screen_messages::showText(text));
         lingerOrStay();
     }
 }
 
 void OverlayProcess::hideText() {
     if (std::exchange(isTextShown_, false)) {
-        send({.kind = OverlayMessage::Kind::hideText, .fields = {}});
+        program_.send(Message(screen_messages::hideText));
         lingerOrStay();
     }
 }
 
-void OverlayProcess::openMenu(const std::vector<OverlayRow>& rows) {
-    if (!rows.empty() && start()) {
+void OverlayProcess::openMenu(const std::vector<MenuRow>& rows) {
+    if (!rows.empty() && program_.start()) {
         isMenuOpen_ = true;
-        send({.kind = OverlayMessage::Kind::openMenu, .fields = rowFields(rows)});
+        program_.send(screen_messages::openMenu(rows));
         lingerOrStay();
     }
 }
 
-void OverlayProcess::updateMenu(const std::vector<OverlayRow>& rows) {
+void OverlayProcess::updateMenu(const std::vector<MenuRow>& rows) {
     if (isMenuOpen_) {
-        send({.kind = OverlayMessage::Kind::updateMenu, .fields = rowFields(rows)});
+        program_.send(screen_messages::updateMenu(rows));
     }
 }
 
-bool OverlayProcess::start() {
-    if (socket_.isOpen()) {
-        return true;
+void OverlayProcess::obey(const Message& message) {
+    if (message.is(screen_messages::menuClosed, "()")) {
+        isMenuOpen_ = false;
+        lingerOrStay();
+    } else if (const auto row = screen_messages::chosenRow(message)) {
+        rowChosen_(*row);
     }
-    socket_ = startHelper(helperProgram("vantrel-overlay"));
-    if (!socket_.isOpen()) {
-        return false;
-    }
-    socketSource_ = g_unix_fd_add(socket_.get(), G_IO_IN, readable, this);
-    return true;
 }
 
-void OverlayProcess::hangUp() {
-    if (lingerSource_ != 0) {
-        g_source_remove(std::exchange(lingerSource_, 0));
-    }
-    if (socket_.isOpen()) {
-        g_source_remove(std::exchange(socketSource_, 0));
-        socket_.reset();
-    }
+void OverlayProcess::ended() {
     isTextShown_ = false;
     isMenuOpen_ = false;
 }
 
-void OverlayProcess::send(const OverlayMessage& message) {
-    const std::string packet = encodedPacket(message);
-    if (!socket_.isOpen() || packet.size() > longestOverlayPacket) {
-        return;
-    }
-    // A program that has ended or does not read is given up; the next thing to show starts another.
-    if (::send(socket_.get(), packet.data(), packet.size(), MSG_NOSIGNAL | MSG_DONTWAIT) < 0) {
-        hangUp();
-    }
-}
-
-gboolean OverlayProcess::readable(gint /*socket*/, GIOCondition /*condition*/, gpointer data) {
-    static_cast<OverlayProcess*>(data)->receive();
-    return G_SOURCE_CONTINUE;
-}
-
-void OverlayProcess::receive() {
-    std::array<char, longestAnswer> packet{};
-    const ssize_t length = recv(socket_.get(), packet.data(), packet.size(), MSG_DONTWAIT);
-    if (length < 0 && (errno == EAGAIN || errno == EINTR)) {
-        return;
-    }
-    if (length <= 0) {
-        hangUp();
-        return;
-    }
-    if (const auto message = decodedPacket({packet.data(), static_cast<std::size_t>(length)})) {
-        obey(*message);
-    }
-}
-
-void OverlayProcess::obey(const OverlayMessage& message) {
-    using Kind = OverlayMessage::Kind;
-    if (message.kind == Kind::menuClosed) {
-        isMenuOpen_ = false;
-        lingerOrStay();
-    } else if (message.kind == Kind::rowChosen && !message.fields.empty()) {
-        rowChosen_(std::strtoul(message.fields.front().c_str(), nullptr, 10));
-    }
-}
-
 void OverlayProcess::lingerOrStay() {
-    if (lingerSource_ != 0) {
-        g_source_remove(std::exchange(lingerSource_, 0));
+    if (isTextShown_ || isMenuOpen_) {
+        program_.keep();
+    } else {
+        program_.endAfter(lingeringTime);
     }
-    if (socket_.isOpen() && !isTextShown_ && !isMenuOpen_) {
-        lingerSource_ = g_timeout_add_seconds(lingeringTime, lingeredEnough, this);
-    }
-}
-
-gboolean OverlayProcess::lingeredEnough(gpointer data) {
-    auto& overlay = *static_cast<OverlayProcess*>(data);
-    overlay.lingerSource_ = 0;
-    overlay.hangUp();
-    return G_SOURCE_REMOVE;
 }
 
 }  // namespace vantrel::desktop

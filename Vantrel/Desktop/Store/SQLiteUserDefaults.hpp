@@ -26,7 +26,7 @@ struct StoreOptions {
     const char* vfs = nullptr;  ///< one of SQLite's file systems; null for the usual one
 };
 
-/// The person's settings in a SQLite file (docs/architecture.md, "The store"). Commits survive the end of the process
+/// The person's settings in a SQLite file (docs/design/store.md). Commits survive the end of the process
 /// at once and never wait for the disk. Whatever is wrong with the file, this object works: it says so in one line on
 /// stderr, and what could not be stored is kept and stored with the next write of any key. What could not be read is
 /// read as soon as it can be, and never overwritten before. Main thread only.

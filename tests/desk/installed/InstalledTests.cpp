@@ -66,7 +66,7 @@ TEST_F(Installed, xdgOpen_agentRuns_isObeyed) {
     EXPECT_TRUE(agent->isRunning());
 }
 
-TEST_F(Installed, menu_settings_opensTheWindowOfTheInstalledModule) {
+TEST_F(Installed, menu_settings_opensTheWindowOfTheInstalledProgram) {
     constexpr std::uint32_t downKey = 0xFF54;
     constexpr std::uint32_t enterKey = 0xFF0D;
     constexpr int rowsToSettings = 5;

@@ -132,10 +132,10 @@ TEST_F(Accessibility, status_changes_areAnnounced) {
     EXPECT_TRUE(accessibility.press(*recorder));
     EXPECT_TRUE(waitOnBus([&] { return accessibility.name(*recorder) == "Press shortcut..."; }));
     EXPECT_TRUE(accessibility.press(*recorder));
+    EXPECT_TRUE(waitOnBus([&] { return accessibility.name(*status) == "Shortcut recording cancelled."; }));
     EXPECT_TRUE(wasTold({.source = *status, .kind = "PropertyChange:accessible-name"}));
     // What a screen reader speaks a notification at.
     EXPECT_TRUE(wasTold({.source = *status, .kind = "StateChanged:showing"}));
-    EXPECT_EQ(accessibility.name(*status), "Shortcut recording cancelled.");
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The settings window of the agent itself: from the module, beside its hot keys, menu and store.
+// The settings window as people meet it: drawn by its program, beside the agent with its hot keys, menu and store.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -174,8 +174,8 @@ TEST_F(AgentSettings, xServer_goesAwayWithTheWindowOpen_isSaidAndExitsWithOne) {
         << words;
 }
 
-/// The program without its module, as where only the agent's package is installed.
-TEST_F(AgentSettings, module_missing_isSaidAndTheAgentLivesOn) {
+/// The agent without the program, as where only the agent's package is installed.
+TEST_F(AgentSettings, program_missing_isSaidAndTheAgentLivesOn) {
     const TemporaryDirectory installation("program");
     const auto program = installation.path() / "bin" / "vantrel";
     std::filesystem::create_directory(program.parent_path());

@@ -8,6 +8,9 @@
 #include <cstdlib>
 #include <stdexcept>
 
+#include "Vantrel/Desktop/Settings/RemoteSettingsWindow.hpp"
+#include "tests/unit/channel/ChannelEnds.hpp"
+
 namespace vantrel::desk {
 
 namespace {
@@ -42,10 +45,14 @@ Platform withRealHotKeys(Platform platform, x11::X11Session& x11, PreferencesWin
 
 }  // namespace
 
-PreferencesWindowViewResult RememberingWindowFactory::makePreferencesWindowView() {
-    auto made = std::make_unique<qt::SettingsWindow>();
-    window = made.get();
-    return {.view = std::move(made), .problem = {}, .flashText = {}};
+PreferencesWindowViewResult WindowInThisProcess::makePreferencesWindowView() {
+    return {.view = std::make_unique<desktop::RemoteSettingsWindow>([this] {
+                SocketPair pair;
+                link = qt::AgentLink::create(Channel(std::move(pair.second)), [] {});
+                return Channel(std::move(pair.first));
+            }),
+            .problem = {},
+            .flashText = {}};
 }
 
 SettingsDesk::SettingsDesk(const DeskOptions& options, const std::vector<Chord>& takenChords)
@@ -60,7 +67,7 @@ SettingsDesk::SettingsDesk(const DeskOptions& options, const std::vector<Chord>&
         throw std::runtime_error(error);
     }
     x11_->attach({.ended = [](const std::string&) {}, .opened = [](const std::vector<std::string>&) {}});
-    qt_ = qt::QtGuest::start("xcb", problem_);
+    qt_ = qt::QtApplication::start("xcb", problem_);
     if (!qt_) {
         throw std::runtime_error(problem_);
     }
@@ -78,7 +85,7 @@ void SettingsDesk::open() {
         colors_.emplace();
     }
     controller_->openSettings();
-    if (!turnUntil([&] { return window().isVisible() && window().isActiveWindow(); })) {
+    if (!turnUntil([&] { return windows_.link && window().isVisible() && window().isActiveWindow(); })) {
         throw std::runtime_error("the settings window does not get the keyboard");
     }
     settle();
@@ -114,6 +121,7 @@ bool SettingsDesk::turnUntil(const std::function<bool()>& condition, Duration de
         if (!g_main_context_iteration(nullptr, FALSE)) {
             g_usleep(500);
         }
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         fakes_.mainQueue.turn();
     }
     return true;

@@ -12,24 +12,24 @@
 #include <string>
 #include <vector>
 
-#include "Vantrel/Backends/X11/X11Platform.hpp"
 #include "Vantrel/Backends/X11/X11Session.hpp"
 #include "Vantrel/Controller/AppDelegate.hpp"
+#include "helpers/settings/AgentLink.hpp"
 #include "helpers/settings/DesktopColors.hpp"
-#include "helpers/settings/QtGuest.hpp"
-#include "helpers/settings/SettingsWindow.hpp"
+#include "helpers/settings/QtApplication.hpp"
 #include "tests/desk/support/Desk.hpp"
 #include "tests/desk/support/KeyGrab.hpp"
 #include "tests/fakes/FakePlatform.hpp"
 
 namespace vantrel::desk {
 
-/// Makes real windows and remembers the last.
-class RememberingWindowFactory final : public PreferencesWindowViewFactory {
+/// Makes settings windows whose program runs in this process, where its widgets can be looked at. Every word between
+/// the controller and the window goes through a channel all the same.
+class WindowInThisProcess final : public PreferencesWindowViewFactory {
   public:
     PreferencesWindowViewResult makePreferencesWindowView() override;
 
-    qt::SettingsWindow* window = nullptr;  ///< belongs to its controller
+    std::shared_ptr<qt::AgentLink> link;  ///< of the last window that was shown
 };
 
 /// The settings window on a private desk, in this process: the real controller with real hot keys; the rest of its
@@ -46,7 +46,7 @@ class SettingsDesk {
     Desk& desk() { return desk_; }
     fake::FakePlatform& fakes() { return fakes_; }
     AppDelegate& controller() { return *controller_; }
-    qt::SettingsWindow& window() { return *windows_.window; }
+    qt::SettingsWindow& window() { return windows_.link->window(); }
 
     /// Opens the settings, in the colours of the desk as it is then, and waits until the window is shown and has the
     /// keyboard.
@@ -96,11 +96,11 @@ class SettingsDesk {
     XConnection otherProgram_;
     std::vector<std::unique_ptr<KeyGrab>> takenChords_;
     fake::FakePlatform fakes_;
-    RememberingWindowFactory windows_;
     std::unique_ptr<x11::X11Session> x11_;
     std::string problem_;
-    std::unique_ptr<qt::QtGuest> qt_;
+    std::unique_ptr<qt::QtApplication> qt_;
     std::optional<qt::DesktopColors> colors_;
+    WindowInThisProcess windows_;
     std::shared_ptr<AppDelegate> controller_;
 };
 

@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "Vantrel/Backends/X11/Tray/TrayItemPresenter.hpp"
+#include "Vantrel/Desktop/Helpers/HelperProgram.hpp"
 #include "Vantrel/Desktop/StatusItem/DesktopStatusBar.hpp"
 
 namespace {
@@ -150,7 +151,8 @@ class Probe {
     GMainLoop* loop_;
     int remainingRebuilds_ = 0;
     vantrel::desktop::DesktopStatusBar statusBar_{
-        [](auto events) { return std::make_unique<vantrel::x11::TrayItemPresenter>(std::move(events)); }};
+        [](auto events) { return std::make_unique<vantrel::x11::TrayItemPresenter>(std::move(events)); },
+        [] { return vantrel::desktop::startHelper(vantrel::desktop::helperProgram("vantrel-overlay")); }};
     std::unique_ptr<vantrel::StatusItem> item_;
     std::string input_;
 };

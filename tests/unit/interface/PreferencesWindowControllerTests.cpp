@@ -41,6 +41,9 @@ class Delegate final : public PreferencesWindowControllerDelegate {
         journal_.push_back(std::string("didChangeSound(") + (enabled ? "true" : "false") + ")");
     }
     void preferencesDidClearSavedPoints() override { journal_.emplace_back("didClearSavedPoints"); }
+    void preferencesWindowFailed(const std::string& problem, const std::string& flashText) override {
+        journal_.push_back("failed(" + problem + ", " + flashText + ")");
+    }
 
   private:
     fake::Journal& journal_;

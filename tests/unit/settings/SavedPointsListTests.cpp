@@ -9,7 +9,7 @@
 #include <set>
 #include <string>
 
-#include "helpers/settings/QtGuest.hpp"
+#include "helpers/settings/QtApplication.hpp"
 
 namespace vantrel::qt {
 namespace {
@@ -22,6 +22,7 @@ class Rows final : public PreferencesWindowViewDelegate {
     void animationChanged() override {}
     void soundChanged() override {}
     void clearSavedPoints() override {}
+    void windowFailed(const std::string& /*problem*/, const std::string& /*flashText*/) override {}
     [[nodiscard]] std::size_t numberOfRows() const override { return count; }
     [[nodiscard]] std::optional<std::string> textForRow(std::int64_t row) const override {
         asked.insert(row);
@@ -55,7 +56,7 @@ class SavedPointsListTest : public testing::Test {
     QString text(int row) { return list.table().model()->index(row, 0).data().toString(); }
 
     std::string problem;
-    std::unique_ptr<QtGuest> guest = QtGuest::start("offscreen", problem);
+    std::unique_ptr<QtApplication> application = QtApplication::start("offscreen", problem);
     std::shared_ptr<Rows> rows = std::make_shared<Rows>();
     SavedPointsList list;
 };
@@ -130,8 +131,8 @@ TEST(SavedPointsListScales, frame_everyScale_hasFourSides) {
         SCOPED_TRACE(scale);
         setenv("QT_SCALE_FACTOR", scale, 1);
         std::string problem;
-        const auto guest = QtGuest::start("offscreen", problem);
-        ASSERT_TRUE(guest) << problem;
+        const auto application = QtApplication::start("offscreen", problem);
+        ASSERT_TRUE(application) << problem;
         unsetenv("QT_SCALE_FACTOR");
         SavedPointsList list;
         list.resize(480, list.height());

@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "helpers/settings/QtGuest.hpp"
+#include "helpers/settings/QtApplication.hpp"
 #include "helpers/settings/SettingsWindow.hpp"
 
 namespace vantrel::qt {
@@ -28,6 +28,7 @@ class Delegate final : public PreferencesWindowViewDelegate {
     void animationChanged() override { calls.emplace_back("animationChanged"); }
     void soundChanged() override { calls.emplace_back("soundChanged"); }
     void clearSavedPoints() override { calls.emplace_back("clearSavedPoints"); }
+    void windowFailed(const std::string& /*problem*/, const std::string& /*flashText*/) override {}
     [[nodiscard]] std::size_t numberOfRows() const override { return rows; }
     [[nodiscard]] std::optional<std::string> textForRow(std::int64_t row) const override {
         return "Point " + std::to_string(row) + " - x 0, y 0";
@@ -51,7 +52,7 @@ class Recorder final : public ShortcutRecorderButtonDelegate {
 class SettingsWindowTest : public testing::Test {
   protected:
     explicit SettingsWindowTest(const std::string& screen = "large")
-        : guest(QtGuest::start("offscreen:configfile=" VANTREL_SCREENS "/" + screen + ".json", problem)) {
+        : application(QtApplication::start("offscreen:configfile=" VANTREL_SCREENS "/" + screen + ".json", problem)) {
         makeWindow();
     }
 
@@ -111,7 +112,7 @@ class SettingsWindowTest : public testing::Test {
     }
 
     std::string problem;
-    std::unique_ptr<QtGuest> guest;
+    std::unique_ptr<QtApplication> application;
     std::shared_ptr<Delegate> delegate = std::make_shared<Delegate>();
     std::shared_ptr<Recorder> recorder = std::make_shared<Recorder>();
     std::optional<SettingsWindow> window;

@@ -3,18 +3,16 @@
 // "once" it ends after the first sound.
 
 #include <poll.h>
-#include <sys/socket.h>
 #include <unistd.h>
 
-#include <array>
 #include <chrono>
 #include <fstream>
-#include <string>
 #include <thread>
 
-namespace {
+#include "Vantrel/Channel/Channel.hpp"
+#include "Vantrel/Channel/SoundMessages.hpp"
 
-constexpr int agentSocket = 3;
+namespace {
 
 bool exists(const char* name) {
     return access(name, F_OK) == 0;
@@ -23,23 +21,25 @@ bool exists(const char* name) {
 }  // namespace
 
 int main() {
-    std::array<char, 256> name{};
-    for (;;) {
-        pollfd socket{agentSocket, POLLIN, 0};
+    vantrel::Channel agent{vantrel::FileDescriptor(vantrel::Channel::helperDescriptor)};
+    while (agent.isOpen()) {
+        pollfd socket{agent.descriptor(), POLLIN, 0};
         poll(&socket, 1, -1);
-        const ssize_t length = recv(agentSocket, name.data(), name.size(), MSG_DONTWAIT);
-        if (length <= 0) {
-            std::ofstream("gone", std::ios::app) << getpid() << "\n";
-            return 0;
-        }
-        std::ofstream("played", std::ios::app) << std::string(name.data(), static_cast<std::size_t>(length)) << "\n";
-        while (exists("stuck")) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(2));
-        }
-        send(agentSocket, "", 1, MSG_NOSIGNAL);
-        std::ofstream("answered", std::ios::app) << "1\n";
-        if (exists("once")) {
-            return 0;
+        while (const auto message = agent.receive()) {
+            if (!message->is(vantrel::sound_messages::play, "s")) {
+                continue;
+            }
+            std::ofstream("played", std::ios::app) << g_variant_get_string(message->body.get(), nullptr) << "\n";
+            while (exists("stuck")) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(2));
+            }
+            agent.send(vantrel::Message(vantrel::sound_messages::begun));
+            std::ofstream("answered", std::ios::app) << "1\n";
+            if (exists("once")) {
+                return 0;
+            }
         }
     }
+    std::ofstream("gone", std::ios::app) << getpid() << "\n";
+    return 0;
 }

@@ -5,9 +5,9 @@
 namespace vantrel::overlay {
 namespace {
 
-const OverlayRow command{.isSeparator = false, .isEnabled = true, .title = "Teleport Now", .keyEquivalent = ""};
-const OverlayRow information{.isSeparator = false, .isEnabled = false, .title = "Vantrel", .keyEquivalent = ""};
-const OverlayRow separator{.isSeparator = true, .isEnabled = false, .title = "", .keyEquivalent = ""};
+const MenuRow command{.isSeparator = false, .isEnabled = true, .title = "Teleport Now", .keyEquivalent = ""};
+const MenuRow information{.isSeparator = false, .isEnabled = false, .title = "Vantrel", .keyEquivalent = ""};
+const MenuRow separator{.isSeparator = true, .isEnabled = false, .title = "", .keyEquivalent = ""};
 constexpr MenuMeasures measures{.row = 20, .separator = 8, .margin = 4};
 
 TEST(MenuLayout, rows_mixed_standBelowOneAnother) {
@@ -35,7 +35,7 @@ TEST(MenuLayout, rowAt_noRows_isNone) {
 }
 
 TEST(MenuChoice, nextChoice_mixedRows_skipsWhatCannotBeChosenAndGoesRound) {
-    const std::vector<OverlayRow> rows{information, separator, command, information, command};
+    const std::vector<MenuRow> rows{information, separator, command, information, command};
     EXPECT_EQ(nextChoice(rows, std::nullopt, true), 2U);
     EXPECT_EQ(nextChoice(rows, 2, true), 4U);
     EXPECT_EQ(nextChoice(rows, 4, true), 2U);

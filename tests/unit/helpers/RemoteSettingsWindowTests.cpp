@@ -1,0 +1,301 @@
+#include "Vantrel/Desktop/Settings/RemoteSettingsWindow.hpp"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tests/unit/channel/ChannelEnds.hpp"
+#include "tests/unit/helpers/Turns.hpp"
+
+namespace vantrel::desktop {
+namespace {
+
+using Kind = WindowReport::Kind;
+using Calls = std::vector<std::string>;
+
+/// Notes what the window asks for, with what the window then says.
+class Delegate final : public PreferencesWindowViewDelegate {
+  public:
+    explicit Delegate(PreferencesWindowView& view) : view_(view) {}
+
+    void resetShortcut() override { calls.emplace_back("reset"); }
+    void modeChanged() override { note("mode", view_.indexOfSelectedItem(PreferencesPopUp::mode)); }
+    void animationChanged() override { note("animation", view_.indexOfSelectedItem(PreferencesPopUp::animation)); }
+    void soundChanged() override { note("sound", view_.isSoundChecked() ? 1 : 0); }
+    void clearSavedPoints() override { calls.emplace_back("clear"); }
+    void windowFailed(const std::string& problem, const std::string& flashText) override {
+        calls.push_back("failed: " + problem + " | " + flashText);
+    }
+    [[nodiscard]] std::size_t numberOfRows() const override { return rows; }
+    [[nodiscard]] std::optional<std::string> textForRow(std::int64_t row) const override {
+        return row < 3 ? std::optional("Point " + std::to_string(row) + longName) : std::nullopt;
+    }
+
+    Calls calls;
+    std::size_t rows = 3;
+    std::string longName;
+
+  private:
+    void note(const std::string& what, std::int64_t value) { calls.push_back(what + " " + std::to_string(value)); }
+
+    PreferencesWindowView& view_;
+};
+
+class Recorder final : public ShortcutRecorderButtonDelegate {
+  public:
+    void toggleRecording() override { calls.emplace_back("toggle"); }
+    void viewWillMoveToWindow(bool hasWindow) override { calls.emplace_back(hasWindow ? "shown" : "hidden"); }
+
+    Calls calls;
+};
+
+/// The agent's side of the window, with the test at the program's end of the channel.
+class RemoteSettingsWindowTest : public testing::Test {
+  protected:
+    RemoteSettingsWindowTest() {
+        window.setDelegate(delegate);
+        window.shortcutRecorderButton().setDelegate(recorder);
+        window.shortcutRecorderButton().setTitle("Hyper + D");
+        window.setTitles(PreferencesPopUp::mode, {"Automatic", "Manual"});
+        window.selectItem(PreferencesPopUp::mode, 0);
+    }
+
+    Channel start() {
+        ++starts;
+        ChannelEnds ends;
+        program = std::move(ends.helper);
+        return isInstalled ? std::move(ends.agent) : Channel();
+    }
+
+    void show() {
+        window.showWindow();
+        receive();
+        report(Kind::shown, 1);
+        takeTurns();
+        receive();
+        recorder->calls.clear();
+    }
+
+    /// Takes in all that the agent has sent.
+    void receive() {
+        while (const auto message = program.receive()) {
+            names.push_back(message->name);
+            if (auto newContent = settings_messages::contentOf(*message)) {
+                content = *newContent;
+            } else if (auto text = settings_messages::rowTextOf(*message)) {
+                rowText = *text;
+            } else if (auto newPlace = settings_messages::placeOf(*message)) {
+                place = *newPlace;
+            }
+        }
+    }
+
+    void report(Kind kind, std::int32_t value = 0, std::uint32_t key = 0, std::uint32_t flags = 0) {
+        program.send(
+            settings_messages::report({.number = ++reports, .kind = kind, .value = value, .key = key, .flags = flags}));
+    }
+
+    void reportAndReceive(Kind kind, std::int32_t value = 0, std::uint32_t key = 0, std::uint32_t flags = 0) {
+        report(kind, value, key, flags);
+        takeTurns();
+        receive();
+    }
+
+    bool isInstalled = true;
+    int starts = 0;
+    std::uint64_t reports = 0;
+    Channel program;
+    Calls names;
+    WindowContent content;
+    std::optional<WindowRowText> rowText;
+    std::optional<WindowPlace> place;
+    std::shared_ptr<Recorder> recorder = std::make_shared<Recorder>();
+    RemoteSettingsWindow window{[this] { return start(); }};
+    std::shared_ptr<Delegate> delegate = std::make_shared<Delegate>(window);
+};
+
+TEST_F(RemoteSettingsWindowTest, made_notShown_startsNothing) {
+    takeTurns();
+    EXPECT_EQ(starts, 0);
+}
+
+TEST_F(RemoteSettingsWindowTest, showWindow_contentComesFirst) {
+    window.setSavedPointsSummary("3 saved cursor points.");
+    window.showWindow();
+    window.makeKeyAndOrderFront();
+    takeTurns();
+    receive();
+    EXPECT_EQ(names, (Calls{"content", "show", "bring-to-front"}));
+    EXPECT_EQ(content.recorderTitle, "Hyper + D");
+    EXPECT_EQ(content.modes, (Calls{"Automatic", "Manual"}));
+    EXPECT_EQ(content.savedPointsSummary, "3 saved cursor points.");
+    EXPECT_EQ(content.rows, 3U);
+    EXPECT_EQ(starts, 1);
+}
+
+TEST_F(RemoteSettingsWindowTest, manyChangesInATurn_areOneContent) {
+    show();
+    names.clear();
+    window.setSoundChecked(true);
+    window.setShortcutStatus("Checking...", SemanticColor::secondaryLabel);
+    window.setShortcutStatus("Taken.", SemanticColor::systemRed);
+    takeTurns();
+    receive();
+    EXPECT_EQ(names, Calls{"content"});
+    EXPECT_EQ(content.shortcutStatus, "Taken.");
+    EXPECT_EQ(content.shortcutStatusColor, static_cast<std::uint32_t>(SemanticColor::systemRed));
+}
+
+TEST_F(RemoteSettingsWindowTest, reports_reachTheDelegateWithTheirValue) {
+    show();
+    reportAndReceive(Kind::modeChosen, 1);
+    reportAndReceive(Kind::animationChosen, 0);
+    reportAndReceive(Kind::soundChosen, 1);
+    reportAndReceive(Kind::resetPressed);
+    reportAndReceive(Kind::clearPressed);
+    EXPECT_EQ(delegate->calls, (Calls{"mode 1", "animation 0", "sound 1", "reset", "clear"}));
+}
+
+TEST_F(RemoteSettingsWindowTest, report_isAnsweredWithItsNumberThoughNothingChanges) {
+    show();
+    names.clear();
+    reportAndReceive(Kind::key, static_cast<std::int32_t>(KeyEventType::keyDown), 2, 0);
+    EXPECT_EQ(names, Calls{"content"});
+    EXPECT_EQ(content.lastReport, reports);
+}
+
+TEST_F(RemoteSettingsWindowTest, recorder_monitorInstalled_getsKeysUntilItGoes) {
+    show();
+    std::vector<KeyEvent> events;
+    auto monitor = window.shortcutRecorderButton().addLocalMonitorForEvents(eventMask(KeyEventType::keyDown),
+                                                                            [&](const KeyEvent& event) {
+                                                                                events.push_back(event);
+                                                                                return std::nullopt;
+                                                                            });
+    takeTurns();
+    receive();
+    EXPECT_EQ(content.recordedEvents, eventMask(KeyEventType::keyDown));
+    reportAndReceive(Kind::key, static_cast<std::int32_t>(KeyEventType::keyDown), 2, KeyEvent::shiftFlag);
+    reportAndReceive(Kind::key, static_cast<std::int32_t>(KeyEventType::flagsChanged), 56, 0);
+    EXPECT_EQ(events, (std::vector<KeyEvent>{{KeyEventType::keyDown, 2, KeyEvent::shiftFlag}}));
+    monitor.reset();
+    takeTurns();
+    reportAndReceive(Kind::key, static_cast<std::int32_t>(KeyEventType::keyDown), 3, 0);
+    EXPECT_EQ(content.recordedEvents, 0U);
+    EXPECT_EQ(events.size(), 1U);
+}
+
+TEST_F(RemoteSettingsWindowTest, recorder_pressedAndWindowClosed_areTold) {
+    show();
+    EXPECT_TRUE(window.shortcutRecorderButton().isInWindow());
+    reportAndReceive(Kind::recorderPressed);
+    reportAndReceive(Kind::shown, 0);
+    EXPECT_EQ(recorder->calls, (Calls{"toggle", "hidden"}));
+    EXPECT_FALSE(window.shortcutRecorderButton().isInWindow());
+}
+
+TEST_F(RemoteSettingsWindowTest, rows_areGivenWhenTheyAreAskedFor) {
+    show();
+    program.send(settings_messages::wantRow({.rowsVersion = content.rowsVersion, .row = 2}));
+    takeTurns();
+    receive();
+    ASSERT_TRUE(rowText);
+    EXPECT_EQ(rowText->text, "Point 2");
+    EXPECT_EQ(rowText->row.row, 2U);
+}
+
+TEST_F(RemoteSettingsWindowTest, rows_ofOlderRowsOrNone_areNotGiven) {
+    show();
+    program.send(settings_messages::wantRow({.rowsVersion = content.rowsVersion, .row = 3}));
+    const std::uint32_t old = content.rowsVersion;
+    window.reloadSavedPoints();
+    program.send(settings_messages::wantRow({.rowsVersion = old, .row = 0}));
+    takeTurns();
+    receive();
+    EXPECT_FALSE(rowText);
+    EXPECT_NE(content.rowsVersion, old);
+}
+
+TEST_F(RemoteSettingsWindowTest, rows_longName_isCutWhereACharacterEnds) {
+    delegate->longName = std::string(3992, 'x') + "\u00FC\u00FC\u00FC";
+    show();
+    program.send(settings_messages::wantRow({.rowsVersion = content.rowsVersion, .row = 0}));
+    takeTurns();
+    receive();
+    ASSERT_TRUE(rowText);
+    EXPECT_LT(rowText->text.size(), 4010U);
+    EXPECT_TRUE(g_utf8_validate(rowText->text.c_str(), -1, nullptr));
+}
+
+TEST_F(RemoteSettingsWindowTest, programDies_recordingEndsAndTheNextShowingStartsAnother) {
+    show();
+    program.send(settings_messages::place({.x = 30, .y = 40}));
+    program.close();
+    takeTurns();
+    EXPECT_EQ(recorder->calls, Calls{"hidden"});
+    EXPECT_EQ(delegate->calls, Calls{"failed: the settings window has ended unexpectedly; the menu opens it again | "
+                                     "Settings ended"});
+    reports = 0;
+    names.clear();
+    window.showWindow();
+    receive();
+    EXPECT_EQ(starts, 2);
+    EXPECT_EQ(names, (Calls{"place", "content", "show"}));
+    EXPECT_EQ(place, (WindowPlace{.x = 30, .y = 40}));
+    EXPECT_EQ(content.lastReport, 0U);
+}
+
+TEST_F(RemoteSettingsWindowTest, programDies_windowClosed_isNotWorthAWord) {
+    show();
+    reportAndReceive(Kind::shown, 0);
+    program.close();
+    takeTurns();
+    EXPECT_EQ(delegate->calls, Calls{});
+}
+
+TEST_F(RemoteSettingsWindowTest, programOfAnotherVersion_isSaid) {
+    window.showWindow();
+    // What a program of another version says is not even read.
+    SocketPair pair;
+    program = Channel();
+    RemoteSettingsWindow other([&] { return Channel(std::move(pair.first)); });
+    other.setDelegate(delegate);
+    other.showWindow();
+    const std::string packet = encodedPacket({"version", g_variant_new("s", "99.1")});
+    ASSERT_GT(::send(pair.second.get(), packet.data(), packet.size(), 0), 0);
+    delegate->calls.clear();
+    takeTurns();
+    EXPECT_NE(
+        std::find(delegate->calls.begin(), delegate->calls.end(),
+                  "failed: start Vantrel again to open the settings (they are of version 99.1) | Restart Vantrel"),
+        delegate->calls.end());
+}
+
+TEST_F(RemoteSettingsWindowTest, programDoesNotStart_isSaid) {
+    isInstalled = false;
+    window.showWindow();
+    EXPECT_EQ(delegate->calls,
+              Calls{"failed: the settings cannot be shown: their program does not start | Settings unavailable"});
+}
+
+TEST_F(RemoteSettingsWindowTest, programCannotShowAWindow_sayingWhyIsPassedOn) {
+    window.showWindow();
+    program.send({settings_messages::problem, g_variant_new("s", "no plugin")});
+    program.close();
+    takeTurns();
+    EXPECT_EQ(delegate->calls, Calls{"failed: the settings cannot be shown: no plugin | Settings unavailable"});
+}
+
+TEST_F(RemoteSettingsWindowTest, programDoesNotRead_isGivenUpAndNeverWaitedFor) {
+    show();
+    for (int count = 0; count < 100'000 && delegate->calls.empty(); ++count) {
+        window.setSavedPointsSummary(std::to_string(count));
+        takeTurns();
+    }
+    EXPECT_EQ(delegate->calls.size(), 1U);
+}
+
+}  // namespace
+}  // namespace vantrel::desktop
