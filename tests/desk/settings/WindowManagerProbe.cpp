@@ -14,6 +14,23 @@ constexpr std::uint32_t sourceIsPager = 2;
 
 }  // namespace
 
+std::pair<int, int> WindowManagerProbe::placeOf(xcb_window_t window) {
+    const XReply<xcb_translate_coordinates_reply_t> place(xcb_translate_coordinates_reply(
+        connection_.get(), xcb_translate_coordinates(connection_.get(), window, connection_.root(), 0, 0), nullptr));
+    return place ? std::pair<int, int>(place->dst_x, place->dst_y) : std::pair(-1, -1);
+}
+
+std::pair<int, int> WindowManagerProbe::moveWindow(xcb_window_t window, std::uint32_t x, std::uint32_t y) {
+    const auto before = placeOf(window);
+    const std::array<std::uint32_t, 2> place{x, y};
+    xcb_configure_window(connection_.get(), window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, place.data());
+    connection_.synchronise();
+    if (!waitUntil([&] { return placeOf(window) != before; })) {
+        throw std::runtime_error("the window manager does not move the window");
+    }
+    return placeOf(window);
+}
+
 xcb_atom_t WindowManagerProbe::atom(std::string_view name) {
     const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
         connection_.get(), xcb_intern_atom(connection_.get(), 0, static_cast<std::uint16_t>(name.size()), name.data()),

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "tests/desk/support/XConnection.hpp"
@@ -41,6 +42,11 @@ class WindowManagerProbe {
     void showDesktop(std::uint32_t desktop);
     void closeWindow(xcb_window_t window);
     void activateWindow(xcb_window_t window);
+
+    /// Where the window's content begins on the root window.
+    std::pair<int, int> placeOf(xcb_window_t window);
+    /// Moves it near that place, as a person would, and waits until it is there. Its place then.
+    std::pair<int, int> moveWindow(xcb_window_t window, std::uint32_t x, std::uint32_t y);
 
   private:
     xcb_atom_t atom(std::string_view name);

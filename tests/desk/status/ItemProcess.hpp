@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -9,8 +10,13 @@
 
 namespace vantrel::desk {
 
+/// The process of that program that the process has started; none while there is none.
+std::optional<pid_t> helperOf(pid_t process, const std::string& program);
+
 /// The process that draws on the screen for that process; none while there is none.
-std::optional<pid_t> overlayOf(pid_t process);
+inline std::optional<pid_t> overlayOf(pid_t process) {
+    return helperOf(process, "vantrel-overlay");
+}
 
 /// Memory that the process alone has written to, in KiB.
 long privateMemory(pid_t process);

@@ -1,0 +1,126 @@
+// The program that draws the settings window, when something happens to it or to the agent.
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <memory>
+
+#include "tests/desk/settings/WindowManagerProbe.hpp"
+#include "tests/desk/status/ItemProcess.hpp"
+#include "tests/desk/status/PanelItem.hpp"
+#include "tests/desk/status/TestPanel.hpp"
+#include "tests/desk/support/Desk.hpp"
+#include "tests/desk/support/KeyGrab.hpp"
+
+namespace vantrel::desk {
+namespace {
+
+constexpr int settingsRow = 11;
+constexpr std::string_view escape = "ESC", enter = "RTRN";
+constexpr ExitStatus ordinaryEnd{.code = 0, .signal = std::nullopt};
+
+bool exists(pid_t process) {
+    return kill(process, 0) == 0;
+}
+
+class SettingsProgram : public testing::Test {
+  protected:
+    SettingsProgram() : panel(desk.bus().address()) {
+        desk.pointer().moveTo(onMain);
+        agent = desk.startAgent();
+        if (!panel.waitForRegistrations(1)) {
+            throw std::runtime_error("the agent's item does not register");
+        }
+        item = std::make_unique<PanelItem>(panel.bus(), panel.items().back());
+    }
+
+    void openSettings() {
+        ASSERT_TRUE(waitOnBus([this] { return item->rows().size() == 16; }));
+        item->click(settingsRow);
+        ASSERT_TRUE(waitUntil([this] {
+            return windowManager.titleOf(windowManager.activeWindow()) == "Vantrel Settings";
+        })) << agent->standardError();
+        program = helperOf(agent->processId(), "vantrel-settings");
+        ASSERT_TRUE(program);
+    }
+
+    void startRecording() {
+        desk.keyboard().type({enter});
+        ASSERT_TRUE(waitUntil([this] { return !keyboardIsFree(desk.connection()); }));
+    }
+
+    bool windowIsGone() {
+        return waitUntil([this] { return windowManager.stackedWindows().empty(); });
+    }
+
+    void expectHotKeyWorks() {
+        desk.pointer().moveTo(onMain);
+        desk.keyboard().type(hyper(keys::d));
+        EXPECT_TRUE(desk.pointer().waitFor(centreOfSecond));
+    }
+
+    static constexpr MainPoint onMain{700, 500};
+    static constexpr MainPoint centreOfSecond{-512, 484};
+
+    Desk desk{{.hasSessionBus = true, .hasWindowManager = true}};
+    TestPanel panel;
+    WindowManagerProbe windowManager{desk.connection()};
+    std::unique_ptr<AgentProcess> agent;
+    std::unique_ptr<PanelItem> item;
+    std::optional<pid_t> program;
+};
+
+TEST_F(SettingsProgram, killedWhileRecording_keysAreFreeAndTheMenuOpensAnother) {
+    openSettings();
+    startRecording();
+    kill(*program, SIGKILL);
+    EXPECT_TRUE(item->waitForLabel("Settings ended"));
+    EXPECT_EQ(agent->standardError(), "vantrel: the settings window has ended unexpectedly; the menu opens it again\n");
+    EXPECT_TRUE(keyboardIsFree(desk.connection()));
+    expectHotKeyWorks();
+    const pid_t killed = *program;
+    openSettings();
+    EXPECT_NE(*program, killed);
+    startRecording();
+}
+
+TEST_F(SettingsProgram, killedWithItsWindowClosed_nothingIsSaid) {
+    openSettings();
+    desk.keyboard().type({escape});
+    ASSERT_TRUE(windowIsGone());
+    kill(*program, SIGKILL);
+    EXPECT_TRUE(waitUntil([this] { return !exists(*program); })) << "nobody has taken note of its end";
+    openSettings();
+    EXPECT_EQ(agent->standardError(), "");
+}
+
+TEST_F(SettingsProgram, stopped_neitherHoldsTheAgentUpNorItsEnd) {
+    openSettings();
+    kill(*program, SIGSTOP);
+    expectHotKeyWorks();
+    EXPECT_EQ(agent->terminate(), ordinaryEnd);
+    kill(*program, SIGCONT);
+    EXPECT_TRUE(windowIsGone());
+}
+
+TEST_F(SettingsProgram, agentKilled_endsToo) {
+    openSettings();
+    startRecording();
+    kill(agent->processId(), SIGKILL);
+    agent->waitForExit();
+    EXPECT_TRUE(windowIsGone());
+    EXPECT_TRUE(waitUntil([this] { return keyboardIsFree(desk.connection()); }));
+}
+
+TEST_F(SettingsProgram, openedByTheNextOne_standsWhereItStood) {
+    openSettings();
+    const auto moved = windowManager.moveWindow(windowManager.activeWindow(), 1200, 150);
+    desk.keyboard().type({escape});
+    ASSERT_TRUE(windowIsGone());
+    kill(*program, SIGKILL);
+    ASSERT_TRUE(waitUntil([this] { return !exists(*program); }));
+    openSettings();
+    EXPECT_TRUE(waitUntil([&] { return windowManager.placeOf(windowManager.activeWindow()) == moved; }));
+}
+
+}  // namespace
+}  // namespace vantrel::desk
