@@ -29,6 +29,11 @@ struct GErrorDeleter {
 };
 using GErrorPointer = std::unique_ptr<GError, GErrorDeleter>;
 
+struct GMainContextDeleter {
+    void operator()(GMainContext* context) const { g_main_context_unref(context); }
+};
+using GMainContextPointer = std::unique_ptr<GMainContext, GMainContextDeleter>;
+
 struct GFreeDeleter {
     void operator()(gpointer memory) const { g_free(memory); }
 };

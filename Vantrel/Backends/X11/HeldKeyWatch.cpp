@@ -2,8 +2,6 @@
 
 #include <xcb/xinput.h>
 
-#include <chrono>
-
 #include "Vantrel/Backends/X11/KeymapReader.hpp"
 
 namespace vantrel::x11 {
@@ -16,28 +14,24 @@ constexpr std::chrono::milliseconds watchDelay{20};
 
 }  // namespace
 
-// Before the URLs of a flood, which may take seconds.
-HeldKeyWatch::HeldKeyWatch(X11Connection& connection)
-    : connection_(connection), begin_([this] { beginWatch(); }, G_PRIORITY_DEFAULT) {}
-
 bool HeldKeyWatch::press(std::uint8_t keycode) {
     if (held_.test(keycode)) {
         return false;
     }
     held_.set(keycode);
-    watchSoon();
+    watchAfter(watchDelay);
     return true;
 }
 
 void HeldKeyWatch::holdAll(const KeySet& keys) {
     held_ |= keys;
-    watchSoon();
+    watchAfter(watchDelay);
 }
 
 void HeldKeyWatch::release(std::uint8_t keycode) {
     held_.reset(keycode);
     if (held_.none()) {
-        begin_.cancel();
+        begin_.reset();
         selectRawReleases(false);
     }
 }
@@ -56,9 +50,9 @@ bool HeldKeyWatch::handleRawRelease(const xcb_generic_event_t& event) {
     return true;
 }
 
-void HeldKeyWatch::watchSoon() {
-    if (held_.any() && !isWatching_) {
-        begin_.schedule(watchDelay);
+void HeldKeyWatch::watchAfter(std::chrono::milliseconds delay) {
+    if (held_.any() && !isWatching_ && !begin_.isSet()) {
+        begin_ = LoopSource::after(delay, [this] { beginWatch(); });
     }
 }
 
@@ -69,7 +63,7 @@ void HeldKeyWatch::beginWatch() {
     connection_.takeQueued();
     if (connection_.hasPendingEvents()) {
         // What came meanwhile may be a further press of the same key: let it have its turn and look again.
-        begin_.schedule();
+        begin_ = LoopSource::after({}, [this] { beginWatch(); });
         return;
     }
     held_ &= down;

@@ -1,10 +1,11 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 
-#include "Vantrel/Backends/Common/DeferredTask.hpp"
 #include "Vantrel/Backends/X11/Keymap.hpp"
 #include "Vantrel/Backends/X11/X11Connection.hpp"
+#include "Vantrel/Handles/LoopSource.hpp"
 
 namespace vantrel::x11 {
 
@@ -14,7 +15,10 @@ namespace vantrel::x11 {
 /// the press, with a look at the keys that are held, so that nothing stands between the press and what it sets off.
 class HeldKeyWatch {
   public:
-    explicit HeldKeyWatch(X11Connection& connection);
+    explicit HeldKeyWatch(X11Connection& connection) : connection_(connection) {}
+    ~HeldKeyWatch() = default;
+    HeldKeyWatch(const HeldKeyWatch&) = delete;
+    HeldKeyWatch& operator=(const HeldKeyWatch&) = delete;
 
     /// Notes the press; false when the key was held already, so that the press is a repeat.
     bool press(std::uint8_t keycode);
@@ -28,14 +32,14 @@ class HeldKeyWatch {
     bool handleRawRelease(const xcb_generic_event_t& event);
 
   private:
-    void watchSoon();
+    void watchAfter(std::chrono::milliseconds delay);
     void beginWatch();
     void selectRawReleases(bool isWanted);
 
     X11Connection& connection_;
     KeySet held_;
     bool isWatching_ = false;
-    backend::DeferredTask begin_;
+    LoopSource begin_;
 };
 
 }  // namespace vantrel::x11

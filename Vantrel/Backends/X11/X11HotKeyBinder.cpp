@@ -9,7 +9,7 @@
 namespace vantrel::x11 {
 
 X11HotKeyBinder::X11HotKeyBinder(X11Connection& connection, ScreenState& screen)
-    : connection_(connection), screen_(screen), heldKeys_(connection), keymapTask_([this] { followKeymap(); }) {
+    : connection_(connection), screen_(screen), heldKeys_(connection) {
     connection_.addListener(*this);
     vantrelXkbSelectKeymapEvents(connection_.get());
     const unsigned autoRepeat = vantrelXkbSendDetectableAutoRepeat(connection_.get());
@@ -59,8 +59,8 @@ void X11HotKeyBinder::handleEvent(const xcb_generic_event_t& event) {
         default:
             break;
     }
-    if (!heldKeys_.handleRawRelease(event) && isKeymapEvent(event)) {
-        keymapTask_.schedule();
+    if (!heldKeys_.handleRawRelease(event) && isKeymapEvent(event) && !keymapTask_.isSet()) {
+        keymapTask_ = LoopSource::whenIdle([this] { followKeymap(); });
     }
 }
 

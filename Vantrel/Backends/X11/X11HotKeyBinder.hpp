@@ -5,12 +5,12 @@
 #include <set>
 #include <vector>
 
-#include "Vantrel/Backends/Common/DeferredTask.hpp"
 #include "Vantrel/Backends/Common/HotKeyBinder.hpp"
 #include "Vantrel/Backends/X11/HeldKeyWatch.hpp"
 #include "Vantrel/Backends/X11/Keymap.hpp"
 #include "Vantrel/Backends/X11/ScreenState.hpp"
 #include "Vantrel/Backends/X11/X11Connection.hpp"
+#include "Vantrel/Handles/LoopSource.hpp"
 
 namespace vantrel::x11 {
 
@@ -47,7 +47,7 @@ class X11HotKeyBinder final : public backend::HotKeyBinder, public X11EventListe
     std::vector<backend::KeyCombination> bound_;
     Pressed pressed_;
     HeldKeyWatch heldKeys_;
-    backend::DeferredTask keymapTask_;
+    LoopSource keymapTask_;
 };
 
 }  // namespace vantrel::x11

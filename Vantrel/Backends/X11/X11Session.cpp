@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "Vantrel/Backends/Common/DeferredTask.hpp"
 #include "Vantrel/Backends/Common/HotKeyRegistry.hpp"
 #include "Vantrel/Backends/X11/AgentSelection.hpp"
 #include "Vantrel/Backends/X11/ScreenState.hpp"
@@ -12,6 +11,7 @@
 #include "Vantrel/Backends/X11/X11EventSource.hpp"
 #include "Vantrel/Backends/X11/X11HotKeyBinder.hpp"
 #include "Vantrel/Backends/X11/X11Pointer.hpp"
+#include "Vantrel/Handles/LoopSource.hpp"
 
 namespace vantrel::x11 {
 
@@ -20,20 +20,17 @@ namespace {
 /// Reads a changed layout while nobody waits for it, so that the next press finds it ready.
 class LayoutRefresh final : public X11EventListener {
   public:
-    LayoutRefresh(X11Connection& connection, ScreenState& screen)
-        : screen_(screen), task_([this] { screen_.synchronize(); }) {
-        connection.addListener(*this);
-    }
+    LayoutRefresh(X11Connection& connection, ScreenState& screen) : screen_(screen) { connection.addListener(*this); }
 
     void handleEvent(const xcb_generic_event_t& /*event*/) override {
-        if (screen_.layoutIsStale()) {
-            task_.schedule();
+        if (screen_.layoutIsStale() && !task_.isSet()) {
+            task_ = LoopSource::whenIdle([this] { screen_.synchronize(); });
         }
     }
 
   private:
     ScreenState& screen_;
-    backend::DeferredTask task_;
+    LoopSource task_;
 };
 
 }  // namespace

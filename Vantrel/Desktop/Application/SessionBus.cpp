@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "Vantrel/Desktop/Loop/SourceHandles.hpp"
+#include "Vantrel/Handles/LoopSource.hpp"
 
 namespace vantrel::desktop {
 
@@ -43,15 +43,9 @@ void SessionBus::flush(std::chrono::milliseconds most) {
     }
     // Of this wait alone: the loop's other sources stay unserved. After a wait in vain nobody looks at it again, so
     // what the flush still tells then reaches nobody.
-    const MainContextHandle context(g_main_context_new());
+    const GMainContextPointer context(g_main_context_new());
     bool isOver = false;
-    const SourceHandle deadline(g_timeout_source_new(static_cast<guint>(most.count())));
-    const auto passed = [](gpointer data) -> gboolean {
-        *static_cast<bool*>(data) = true;
-        return G_SOURCE_REMOVE;
-    };
-    g_source_set_callback(deadline.get(), passed, &isOver, nullptr);
-    g_source_attach(deadline.get(), context.get());
+    const auto deadline = LoopSource::after(most, [&isOver] { isOver = true; }, {.context = context.get()});
     const auto flushed = [](GObject* bus, GAsyncResult* result, gpointer data) {
         g_dbus_connection_flush_finish(G_DBUS_CONNECTION(bus), result, nullptr);
         *static_cast<bool*>(data) = true;

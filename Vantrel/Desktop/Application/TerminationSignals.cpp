@@ -2,7 +2,6 @@
 
 #include "Vantrel/Desktop/Loop/LoopPriorities.hpp"
 
-#include <glib-unix.h>
 #include <sys/eventfd.h>
 #include <unistd.h>
 
@@ -36,11 +35,8 @@ void handleSignal(int /*signal*/, siginfo_t* information, void* /*context*/) {
 
 TerminationSignals::TerminationSignals(std::function<void()> received, GMainContext* context)
     : received_(std::move(received)), event_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
-    source_.reset(g_unix_fd_source_new(event_.get(), G_IO_IN));
-    g_source_set_callback(source_.get(), G_SOURCE_FUNC(&dispatch), this, nullptr);
-    g_source_set_priority(source_.get(), terminationPriority);
-    g_source_attach(source_.get(), context);
-
+    source_ = LoopSource::whenReadable(event_.get(), [this] { takeSignals(); },
+                                       {.priority = terminationPriority, .context = context});
     eventDescriptor = event_.get();
     struct sigaction action {};
     action.sa_sigaction = &handleSignal;
@@ -57,12 +53,11 @@ TerminationSignals::~TerminationSignals() {
     eventDescriptor = -1;
 }
 
-gboolean TerminationSignals::dispatch(gint descriptor, GIOCondition /*condition*/, gpointer data) {
+void TerminationSignals::takeSignals() {
     std::uint64_t count = 0;
-    if (read(descriptor, &count, sizeof count) == sizeof count) {
-        static_cast<TerminationSignals*>(data)->received_();
+    if (read(event_.get(), &count, sizeof count) == sizeof count) {
+        received_();
     }
-    return G_SOURCE_CONTINUE;
 }
 
 }  // namespace vantrel::desktop

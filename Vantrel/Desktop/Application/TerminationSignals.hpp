@@ -4,8 +4,8 @@
 #include <csignal>
 #include <functional>
 
-#include "Vantrel/Desktop/Loop/SourceHandles.hpp"
 #include "Vantrel/Handles/FileDescriptor.hpp"
+#include "Vantrel/Handles/LoopSource.hpp"
 
 namespace vantrel::desktop {
 
@@ -23,11 +23,11 @@ class TerminationSignals {
   private:
     static constexpr std::array<int, 3> signals{SIGTERM, SIGINT, SIGHUP};
 
-    static gboolean dispatch(gint descriptor, GIOCondition condition, gpointer data);
+    void takeSignals();
 
     std::function<void()> received_;
     FileDescriptor event_;
-    SourceHandle source_;
+    LoopSource source_;
     std::array<struct sigaction, signals.size()> previous_{};
 };
 

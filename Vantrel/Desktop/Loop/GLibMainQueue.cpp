@@ -1,6 +1,7 @@
 #include "Vantrel/Desktop/Loop/GLibMainQueue.hpp"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <utility>
 
@@ -12,55 +13,18 @@ namespace {
 
 constexpr double longestDelay = 1e9;  // seconds, some thirty years: the sum with the present time stays in range
 
-gint64 readyTimeAfter(Seconds delay) {
-    const double seconds = std::isnan(delay.count()) ? 0 : std::clamp(delay.count(), 0.0, longestDelay);
-    return g_get_monotonic_time() + static_cast<gint64>(std::ceil(seconds * G_USEC_PER_SEC));
-}
-
-using WorkItem = std::shared_ptr<DispatchWorkItem>;
-
-gboolean performItem(gpointer data) {
-    const WorkItem item = *static_cast<WorkItem*>(data);
-    item->perform();
-    return G_SOURCE_REMOVE;
-}
-
-void releaseItem(gpointer data) {
-    const std::unique_ptr<WorkItem> item(static_cast<WorkItem*>(data));
-}
-
-gboolean runCallback(GSource* /*source*/, GSourceFunc callback, gpointer data) {
-    return callback(data);
-}
-
-/// A source without conditions: GLib wakes for its ready time alone.
-GSource* makeDelaySource() {
-    static GSourceFuncs functions{nullptr, nullptr, &runCallback, nullptr, nullptr, nullptr};
-    return g_source_new(&functions, sizeof(GSource));
+std::chrono::microseconds usableDelay(Seconds delay) {
+    const Seconds inRange(std::isnan(delay.count()) ? 0 : std::clamp(delay.count(), 0.0, longestDelay));
+    return std::chrono::ceil<std::chrono::microseconds>(inRange);
 }
 
 }  // namespace
 
-/// GLib allocates a source itself and asks only that it begin with a GSource.
-struct GLibMainQueue::Source {
-    GSource base;
-    GLibMainQueue* queue;
-};
-
 GLibMainQueue::GLibMainQueue(GMainContext* context)
-    : context_(g_main_context_ref(context != nullptr ? context : g_main_context_default())),
-      mainThread_(std::this_thread::get_id()) {
-    static GSourceFuncs functions{&prepare, &check, &dispatch, nullptr, nullptr, nullptr};
-    source_.reset(g_source_new(&functions, sizeof(Source)));
-    reinterpret_cast<Source*>(source_.get())->queue = this;
-    g_source_set_static_name(source_.get(), "main queue");
-    g_source_set_priority(source_.get(), mainQueuePriority);
-    // A task may run a loop of its own (a modal dialogue), in which hot keys work on.
-    g_source_set_can_recurse(source_.get(), TRUE);
-    g_source_attach(source_.get(), context_.get());
-}
-
-GLibMainQueue::~GLibMainQueue() = default;
+    : context_(context),
+      mainThread_(std::this_thread::get_id()),
+      tasksSource_(LoopSource::whenever([this] { return !tasks_.empty(); }, [this] { runTasks(); },
+                                        {.priority = mainQueuePriority, .context = context_})) {}
 
 void GLibMainQueue::async(std::function<void()> task) {
     tasks_.push_back(std::move(task));
@@ -70,13 +34,14 @@ void GLibMainQueue::asyncAfter(Seconds delay, std::shared_ptr<DispatchWorkItem> 
     if (item->isCancelled()) {
         return;
     }
-    GSource* const source = makeDelaySource();
-    g_source_set_static_name(source, "delayed work");
-    g_source_set_ready_time(source, readyTimeAfter(delay));
-    item->setCancellationHandler(
-        [handle = std::shared_ptr<GSource>(source, &g_source_unref)] { g_source_destroy(handle.get()); });
-    g_source_set_callback(source, &performItem, std::make_unique<WorkItem>(std::move(item)).release(), &releaseItem);
-    g_source_attach(source, context_.get());
+    std::erase_if(delayed_, [](const auto& source) { return !source->isSet(); });
+    delayed_.push_back(std::make_shared<LoopSource>(
+        LoopSource::after(usableDelay(delay), [item] { item->perform(); }, {.context = context_})));
+    item->setCancellationHandler([waiting = std::weak_ptr(delayed_.back())] {
+        if (const auto source = waiting.lock()) {
+            source->reset();
+        }
+    });
 }
 
 bool GLibMainQueue::isMainThread() const {
@@ -85,20 +50,6 @@ bool GLibMainQueue::isMainThread() const {
 
 void GLibMainQueue::dropTasks() {
     tasks_.clear();
-}
-
-gboolean GLibMainQueue::prepare(GSource* source, gint* timeout) {
-    *timeout = -1;
-    return check(source);
-}
-
-gboolean GLibMainQueue::check(GSource* source) {
-    return reinterpret_cast<Source*>(source)->queue->tasks_.empty() ? FALSE : TRUE;
-}
-
-gboolean GLibMainQueue::dispatch(GSource* source, GSourceFunc /*callback*/, gpointer /*data*/) {
-    reinterpret_cast<Source*>(source)->queue->runTasks();
-    return G_SOURCE_CONTINUE;
 }
 
 void GLibMainQueue::runTasks() {

@@ -4,19 +4,20 @@
 #include <functional>
 #include <memory>
 #include <thread>
+#include <vector>
 
-#include "Vantrel/Desktop/Loop/SourceHandles.hpp"
+#include "Vantrel/Handles/LoopSource.hpp"
 #include "Vantrel/Platform/MainQueue.hpp"
 
 namespace vantrel::desktop {
 
 /// The main queue, served by a GLib main context. Made and used on the thread that runs the context; only
-/// isMainThread() may be called elsewhere.
+/// isMainThread() may be called elsewhere. What waits goes with the queue.
 class GLibMainQueue final : public MainQueue {
   public:
-    /// Null means the default context, which then is alive for as long as the process.
+    /// Null means the default context; another one outlives the queue.
     explicit GLibMainQueue(GMainContext* context = nullptr);
-    ~GLibMainQueue() override;
+    ~GLibMainQueue() override = default;
     GLibMainQueue(const GLibMainQueue&) = delete;
     GLibMainQueue& operator=(const GLibMainQueue&) = delete;
 
@@ -32,17 +33,13 @@ class GLibMainQueue final : public MainQueue {
     void dropTasks();
 
   private:
-    struct Source;
-    static gboolean prepare(GSource* source, gint* timeout);
-    static gboolean check(GSource* source);
-    static gboolean dispatch(GSource* source, GSourceFunc callback, gpointer data);
-
     void runTasks();
 
-    MainContextHandle context_;
+    GMainContext* context_;
     std::thread::id mainThread_;
     std::deque<std::function<void()>> tasks_;
-    SourceHandle source_;
+    LoopSource tasksSource_;
+    std::vector<std::shared_ptr<LoopSource>> delayed_;  ///< also some that are done
 };
 
 }  // namespace vantrel::desktop

@@ -6,12 +6,9 @@
 
 namespace vantrel::desktop {
 
-GLibRunLoop::GLibRunLoop(GMainContext* context)
-    : context_(g_main_context_ref(context != nullptr ? context : g_main_context_default())) {}
-
 std::shared_ptr<Timer> GLibRunLoop::scheduledTimer(Seconds interval, bool repeats, std::function<void(Timer&)> action) {
     auto timer = std::make_shared<KernelTimer>(repeats, std::move(action));
-    timer->start(context_.get(), interval);
+    timer->start(context_, interval);
     return timer;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "Vantrel/Desktop/Loop/SourceHandles.hpp"
+#include <glib.h>
+
 #include "Vantrel/Platform/RunLoop.hpp"
 
 namespace vantrel::desktop {
@@ -10,13 +11,13 @@ namespace vantrel::desktop {
 class GLibRunLoop final : public RunLoop {
   public:
     /// Null means the default context.
-    explicit GLibRunLoop(GMainContext* context = nullptr);
+    explicit GLibRunLoop(GMainContext* context = nullptr) : context_(context) {}
 
     /// Intervals below 0.1 ms count as 0.1 ms.
     std::shared_ptr<Timer> scheduledTimer(Seconds interval, bool repeats, std::function<void(Timer&)> action) override;
 
   private:
-    MainContextHandle context_;
+    GMainContext* context_;
 };
 
 }  // namespace vantrel::desktop

@@ -1,10 +1,10 @@
 #include "Vantrel/Desktop/Loop/KernelTimer.hpp"
 
-#include <glib-unix.h>
 #include <sys/timerfd.h>
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <utility>
 
 #include "Vantrel/Desktop/Loop/LoopPriorities.hpp"
@@ -29,31 +29,21 @@ timespec timespecFrom(std::chrono::nanoseconds duration) {
 
 }  // namespace
 
-/// GLib allocates a source itself and asks only that it begin with a GSource.
-struct KernelTimer::Source {
-    GSource base;
-    KernelTimer* timer;
-};
-
 KernelTimer::KernelTimer(bool repeats, std::function<void(Timer&)> action)
     : repeats_(repeats), action_(std::move(action)) {}
 
-KernelTimer::~KernelTimer() = default;
-
 void KernelTimer::start(GMainContext* context, Seconds interval) {
-    static GSourceFuncs functions{nullptr, nullptr, &dispatch, nullptr, nullptr, nullptr};
-    source_.reset(g_source_new(&functions, sizeof(Source)));
-    reinterpret_cast<Source*>(source_.get())->timer = this;
-    g_source_set_static_name(source_.get(), "timer");
-    g_source_set_priority(source_.get(), timerPriority);
-    // Otherwise GLib takes the descriptor out of its poll set around each firing, and each time wakes itself to look at
-    // the set again: half of a tick's system calls.
-    g_source_set_can_recurse(source_.get(), TRUE);
+    place_ = {.priority = timerPriority, .context = context};
     const std::chrono::nanoseconds usable = usableInterval(interval);
-    if (!startKernelTimer(usable)) {
-        startCoarseTimer(usable);
+    if (startKernelTimer(usable)) {
+        source_ = LoopSource::whenReadable(
+            descriptor_.get(), [this] { takeFiring(); }, place_);
+        return;
     }
-    g_source_attach(source_.get(), context);
+    // No descriptor is left: better a tick rounded to the millisecond than a pointer that never arrives.
+    coarseInterval_ = std::chrono::duration_cast<std::chrono::microseconds>(usable);
+    coarseDue_ = std::chrono::steady_clock::now() + coarseInterval_;
+    waitCoarsely();
 }
 
 bool KernelTimer::startKernelTimer(std::chrono::nanoseconds interval) {
@@ -62,16 +52,7 @@ bool KernelTimer::startKernelTimer(std::chrono::nanoseconds interval) {
         return false;
     }
     const itimerspec schedule{timespecFrom(interval), timespecFrom(interval)};
-    timerfd_settime(descriptor_.get(), 0, &schedule, nullptr);
-    g_source_add_unix_fd(source_.get(), descriptor_.get(), G_IO_IN);
-    return true;
-}
-
-// No descriptor is left: better a tick rounded to the millisecond than a pointer that never arrives.
-void KernelTimer::startCoarseTimer(std::chrono::nanoseconds interval) {
-    coarseInterval_ = std::chrono::duration_cast<std::chrono::microseconds>(interval).count();
-    coarseDue_ = g_get_monotonic_time() + coarseInterval_;
-    g_source_set_ready_time(source_.get(), coarseDue_);
+    return timerfd_settime(descriptor_.get(), 0, &schedule, nullptr) == 0;
 }
 
 void KernelTimer::invalidate() {
@@ -79,25 +60,25 @@ void KernelTimer::invalidate() {
     descriptor_.reset();
 }
 
-gboolean KernelTimer::dispatch(GSource* source, GSourceFunc /*callback*/, gpointer /*data*/) {
-    KernelTimer* const timer = reinterpret_cast<Source*>(source)->timer;
-    if (timer->takeFiring()) {
-        timer->fire();
+/// Takes the firings that are due as one.
+void KernelTimer::takeFiring() {
+    std::uint64_t firings = 0;
+    if (read(descriptor_.get(), &firings, sizeof firings) == static_cast<ssize_t>(sizeof firings)) {
+        fire();
     }
-    // Not the timer's word: it may be gone by now.
-    return g_source_is_destroyed(source) != FALSE ? G_SOURCE_REMOVE : G_SOURCE_CONTINUE;
 }
 
-/// Takes the firings that are due as one; false when there are none.
-bool KernelTimer::takeFiring() {
-    if (descriptor_.isOpen()) {
-        std::uint64_t firings = 0;
-        return read(descriptor_.get(), &firings, sizeof firings) == static_cast<ssize_t>(sizeof firings);
-    }
-    const gint64 late = g_get_monotonic_time() - coarseDue_;
+void KernelTimer::waitCoarsely() {
+    const auto left = std::chrono::ceil<std::chrono::microseconds>(coarseDue_ - std::chrono::steady_clock::now());
+    source_ = LoopSource::after(
+        left, [this] { takeCoarseFiring(); }, place_);
+}
+
+void KernelTimer::takeCoarseFiring() {
+    const auto late = std::chrono::steady_clock::now() - coarseDue_;
     coarseDue_ += (late / coarseInterval_ + 1) * coarseInterval_;
-    g_source_set_ready_time(source_.get(), coarseDue_);
-    return true;
+    waitCoarsely();
+    fire();
 }
 
 void KernelTimer::fire() {

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <cstdint>
+#include <chrono>
 #include <functional>
 #include <memory>
 
-#include "Vantrel/Desktop/Loop/SourceHandles.hpp"
 #include "Vantrel/Handles/FileDescriptor.hpp"
+#include "Vantrel/Handles/LoopSource.hpp"
 #include "Vantrel/Platform/RunLoop.hpp"
 
 namespace vantrel::desktop {
@@ -15,7 +15,7 @@ namespace vantrel::desktop {
 class KernelTimer final : public Timer, public std::enable_shared_from_this<KernelTimer> {
   public:
     KernelTimer(bool repeats, std::function<void(Timer&)> action);
-    ~KernelTimer() override;
+    ~KernelTimer() override = default;
     KernelTimer(const KernelTimer&) = delete;
     KernelTimer& operator=(const KernelTimer&) = delete;
 
@@ -23,24 +23,23 @@ class KernelTimer final : public Timer, public std::enable_shared_from_this<Kern
     void start(GMainContext* context, Seconds interval);
 
     void invalidate() override;
-    [[nodiscard]] bool isValid() const override { return source_ != nullptr; }
+    [[nodiscard]] bool isValid() const override { return source_.isSet(); }
 
   private:
-    struct Source;
-    static gboolean dispatch(GSource* source, GSourceFunc callback, gpointer data);
-
     bool startKernelTimer(std::chrono::nanoseconds interval);
-    void startCoarseTimer(std::chrono::nanoseconds interval);
-    bool takeFiring();
+    void waitCoarsely();
+    void takeFiring();
+    void takeCoarseFiring();
     void fire();
 
     bool repeats_;
     std::function<void(Timer&)> action_;
+    LoopPlace place_;
     FileDescriptor descriptor_;
-    SourceHandle source_;
-    // Microseconds, for the coarse timer alone.
-    gint64 coarseInterval_ = 0;
-    gint64 coarseDue_ = 0;
+    LoopSource source_;
+    // For the coarse timer alone.
+    std::chrono::microseconds coarseInterval_{};
+    std::chrono::steady_clock::time_point coarseDue_;
 };
 
 }  // namespace vantrel::desktop

@@ -24,22 +24,10 @@ std::chrono::nanoseconds processorTime() {
 
 }  // namespace
 
-/// GLib allocates a source itself and asks only that it begin with a GSource.
-struct URLQueue::Source {
-    GSource base;
-    URLQueue* queue;
-};
-
-URLQueue::URLQueue(Sink sink, GMainContext* context) : sink_(std::move(sink)) {
-    static GSourceFuncs functions{&prepare, &check, &dispatch, nullptr, nullptr, nullptr};
-    source_.reset(g_source_new(&functions, sizeof(Source)));
-    reinterpret_cast<Source*>(source_.get())->queue = this;
-    g_source_set_static_name(source_.get(), "opened URLs");
-    g_source_set_priority(source_.get(), urlPriority);
-    g_source_attach(source_.get(), context);
-}
-
-URLQueue::~URLQueue() = default;
+URLQueue::URLQueue(Sink sink, GMainContext* context)
+    : sink_(std::move(sink)),
+      source_(LoopSource::whenever([this] { return !isSuspended_ && !readers_.empty(); }, [this] { serveSlice(); },
+                                   {.priority = urlPriority, .context = context})) {}
 
 void URLQueue::append(std::vector<std::string> urls) {
     auto list = std::make_shared<std::vector<std::string>>(std::move(urls));
@@ -58,21 +46,6 @@ void URLQueue::append(Reader reader) {
 
 void URLQueue::resume() {
     isSuspended_ = false;
-}
-
-gboolean URLQueue::prepare(GSource* source, gint* timeout) {
-    *timeout = -1;
-    return check(source);
-}
-
-gboolean URLQueue::check(GSource* source) {
-    const URLQueue& queue = *reinterpret_cast<Source*>(source)->queue;
-    return queue.isSuspended_ || queue.readers_.empty() ? FALSE : TRUE;
-}
-
-gboolean URLQueue::dispatch(GSource* source, GSourceFunc /*callback*/, gpointer /*data*/) {
-    reinterpret_cast<Source*>(source)->queue->serveSlice();
-    return G_SOURCE_CONTINUE;
 }
 
 void URLQueue::serveSlice() {

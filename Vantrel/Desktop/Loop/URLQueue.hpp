@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "Vantrel/Desktop/Loop/SourceHandles.hpp"
+#include "Vantrel/Handles/LoopSource.hpp"
 
 namespace vantrel::desktop {
 
@@ -28,7 +28,7 @@ class URLQueue {
 
     /// Nothing is handed to the sink before resume(). Null means the default context.
     explicit URLQueue(Sink sink, GMainContext* context = nullptr);
-    ~URLQueue();
+    ~URLQueue() = default;
     URLQueue(const URLQueue&) = delete;
     URLQueue& operator=(const URLQueue&) = delete;
 
@@ -41,11 +41,6 @@ class URLQueue {
     void resume();
 
   private:
-    struct Source;
-    static gboolean prepare(GSource* source, gint* timeout);
-    static gboolean check(GSource* source);
-    static gboolean dispatch(GSource* source, GSourceFunc callback, gpointer data);
-
     void serveSlice();
     bool takeNext(std::string& url);
 
@@ -53,7 +48,7 @@ class URLQueue {
     std::deque<Reader> readers_;
     std::size_t servedInBurst_ = 0;
     bool isSuspended_ = true;
-    SourceHandle source_;
+    LoopSource source_;
 };
 
 }  // namespace vantrel::desktop

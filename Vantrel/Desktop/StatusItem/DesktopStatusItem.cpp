@@ -39,9 +39,6 @@ DesktopStatusItem::DesktopStatusItem(DesktopStatusBar& statusBar)
 }
 
 DesktopStatusItem::~DesktopStatusItem() {
-    if (menuSource_ != 0) {
-        g_source_remove(menuSource_);
-    }
     leaveBus();
     statusBar_.forget(*this);
 }
@@ -141,16 +138,9 @@ void DesktopStatusItem::setMenu(Menu menu) {
 
 // Once for all the rebuilds of one turn of the loop: libdbusmenu lets go of a menu only in the next turn.
 void DesktopStatusItem::publishMenuLater() {
-    if (menuSource_ != 0) {
-        return;
+    if (!menuTask_.isSet()) {
+        menuTask_ = LoopSource::after({}, [this] { publishMenu(); });
     }
-    const auto publish = [](gpointer data) -> gboolean {
-        auto& item = *static_cast<DesktopStatusItem*>(data);
-        item.menuSource_ = 0;
-        item.publishMenu();
-        return G_SOURCE_REMOVE;
-    };
-    menuSource_ = g_idle_add_full(G_PRIORITY_DEFAULT, publish, this, nullptr);
 }
 
 void DesktopStatusItem::publishMenu() {

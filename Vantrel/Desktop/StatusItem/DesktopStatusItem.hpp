@@ -10,6 +10,7 @@
 #include "Vantrel/Desktop/StatusItem/OverlayProcess.hpp"
 #include "Vantrel/Desktop/StatusItem/StatusNotifierItem.hpp"
 #include "Vantrel/Handles/GLibHandles.hpp"
+#include "Vantrel/Handles/LoopSource.hpp"
 #include "Vantrel/Platform/ItemPresenter.hpp"
 #include "Vantrel/Platform/StatusItem.hpp"
 
@@ -57,7 +58,7 @@ class DesktopStatusItem final : public StatusItem, private StatusBarButton {
     GObjectPointer<GDBusConnection> bus_;
     gulong busClosedHandler_ = 0;
     std::unique_ptr<BusMenu> busMenu_;
-    guint menuSource_ = 0;
+    LoopSource menuTask_;
     KeyHintStyle keyHintStyle_ = KeyHintStyle::x11Names;
     std::unique_ptr<StatusNotifierItem> notifierItem_;
     ScreenText screenText_;  ///< its text is the title's beginning

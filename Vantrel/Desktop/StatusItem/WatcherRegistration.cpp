@@ -1,5 +1,6 @@
 #include "Vantrel/Desktop/StatusItem/WatcherRegistration.hpp"
 
+#include <chrono>
 #include <string_view>
 #include <utility>
 
@@ -9,8 +10,8 @@ namespace {
 
 constexpr auto watcherName = "org.kde.StatusNotifierWatcher";
 constexpr auto watcherPath = "/StatusNotifierWatcher";
-constexpr guint firstRetryDelay = 1000;  // ms, doubled each time
-constexpr unsigned mostRefusals = 7;     // the last retry comes after 64 s; a new host or watcher starts afresh
+constexpr std::chrono::seconds firstRetryDelay{1};  // doubled each time
+constexpr unsigned mostRefusals = 7;  // the last retry comes after 64 s; a new host or watcher starts afresh
 
 BusMethod watcherMethod(const char* name) {
     return {watcherName, watcherPath, watcherName, name};
@@ -35,12 +36,6 @@ struct WatcherRegistration::BusCallbacks {
             self(data).hostsChanged();
         }
     }
-
-    static gboolean retry(gpointer data) {
-        self(data).retrySource_ = 0;
-        self(data).registerItem();
-        return G_SOURCE_REMOVE;
-    }
 };
 
 WatcherRegistration::WatcherRegistration(GDBusConnection* bus, std::string service, std::function<void()> changed)
@@ -53,7 +48,6 @@ WatcherRegistration::WatcherRegistration(GDBusConnection* bus, std::string servi
 }
 
 WatcherRegistration::~WatcherRegistration() {
-    stopRetrying();
     g_bus_unwatch_name(watchedName_);
     g_dbus_connection_signal_unsubscribe(bus_.get(), hostSignals_);
 }
@@ -68,7 +62,7 @@ void WatcherRegistration::watcherAppeared(const std::string& owner) {
 
 void WatcherRegistration::watcherVanished() {
     calls_.reset();
-    stopRetrying();
+    retry_.reset();
     refusals_ = 0;
     program_ = {};
     if (isRegistered_ || hasHost_) {
@@ -84,7 +78,7 @@ void WatcherRegistration::hostsChanged() {
     }
     askForHost();
     if (!isRegistered_) {
-        stopRetrying();
+        retry_.reset();
         refusals_ = 0;
         registerItem();
     }
@@ -103,17 +97,11 @@ void WatcherRegistration::registerItem() {
 }
 
 void WatcherRegistration::scheduleRetry() {
-    if (refusals_ == mostRefusals || retrySource_ != 0) {
+    if (refusals_ == mostRefusals || retry_.isSet()) {
         return;
     }
-    retrySource_ = g_timeout_add(firstRetryDelay << refusals_, &BusCallbacks::retry, this);
+    retry_ = LoopSource::after(firstRetryDelay * (1U << refusals_), [this] { registerItem(); });
     ++refusals_;
-}
-
-void WatcherRegistration::stopRetrying() {
-    if (retrySource_ != 0) {
-        g_source_remove(std::exchange(retrySource_, 0));
-    }
 }
 
 void WatcherRegistration::askForHost() {

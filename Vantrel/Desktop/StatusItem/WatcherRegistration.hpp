@@ -7,6 +7,7 @@
 #include "Vantrel/Desktop/StatusItem/BusCalls.hpp"
 #include "Vantrel/Desktop/StatusItem/PanelPrograms.hpp"
 #include "Vantrel/Handles/GLibHandles.hpp"
+#include "Vantrel/Handles/LoopSource.hpp"
 
 namespace vantrel::desktop {
 
@@ -42,7 +43,6 @@ class WatcherRegistration {
     void hostsChanged();
     void registerItem();
     void scheduleRetry();
-    void stopRetrying();
     void askForHost();
     void askForProcess(const std::string& owner);
     void report();
@@ -53,7 +53,7 @@ class WatcherRegistration {
     std::unique_ptr<BusCalls> calls_;  ///< those to the present watcher
     guint watchedName_ = 0;
     guint hostSignals_ = 0;
-    guint retrySource_ = 0;
+    LoopSource retry_;
     unsigned refusals_ = 0;
     bool isRegistered_ = false;
     bool hasHost_ = false;

@@ -24,7 +24,9 @@ SQLiteUserDefaults::~SQLiteUserDefaults() {
 }
 
 void SQLiteUserDefaults::finish() {
-    storeAgainIfTheFileWasMoved();
+    if (lookTimer_.isSet()) {
+        storeAgainIfTheFileWasMoved();
+    }
     if (hasUnstoredValues()) {
         storeUnstoredValues(options_.patience);
     }

@@ -12,6 +12,7 @@
 #include "Vantrel/Desktop/Store/StoreCheckpointer.hpp"
 #include "Vantrel/Desktop/Store/StoreConnection.hpp"
 #include "Vantrel/Desktop/Store/StoreFiles.hpp"
+#include "Vantrel/Handles/LoopSource.hpp"
 #include "Vantrel/Platform/UserDefaults.hpp"
 
 namespace vantrel::desktop {
@@ -61,11 +62,11 @@ class SQLiteUserDefaults final : public UserDefaults {
 
     /// Whether it will look in a moment if the file of the last change is still the one under its name. If it is not,
     /// the changes since the last look are stored again, in the file that is there then.
-    [[nodiscard]] bool looksForFileSoon() const { return lookTimer_ != nullptr; }
+    [[nodiscard]] bool looksForFileSoon() const { return lookTimer_.isSet(); }
 
     /// Whether nothing is armed that would wake the process.
     [[nodiscard]] bool isAtRest() const {
-        return !retryTimer_ && !lookTimer_ && (!checkpointer_ || checkpointer_->isAtRest());
+        return !retryTimer_.isSet() && !lookTimer_.isSet() && (!checkpointer_ || checkpointer_->isAtRest());
     }
 
     /// Has `rested` called on the main loop each time that the store comes to rest after changes: the log has just been
@@ -111,8 +112,8 @@ class SQLiteUserDefaults final : public UserDefaults {
     std::map<std::string, KnownValue, std::less<>> knownValues_;
     std::unique_ptr<StoreConnection> connection_;
     std::unique_ptr<StoreCheckpointer> checkpointer_;
-    SourceHandle retryTimer_;
-    SourceHandle lookTimer_;
+    LoopSource retryTimer_;
+    LoopSource lookTimer_;
     std::chrono::milliseconds retryDelay_;
     std::string lastProblem_;
 };

@@ -6,7 +6,7 @@ namespace vantrel::desktop {
 namespace {
 
 /// A look for the file takes as long as a third of a commit, and is no part of what a jump waits for.
-constexpr guint lookDelay = 20;  // milliseconds
+constexpr std::chrono::milliseconds lookDelay{20};
 /// A lock that outlasts so many doublings is worth a line.
 constexpr int remarkableFactor = 8;
 
@@ -83,42 +83,24 @@ void SQLiteUserDefaults::retryLater(int status) {
     const bool waitsForLock = meansLocked(status) && hasUnstoredValues();
     // What keeps a file from being read may last for ever, and a change tries anyway.
     const bool waitsToBeRead = !connection_ && !isRead_ && retryDelay_ <= options_.longestRetry;
-    if (retryTimer_ || (!waitsForLock && !waitsToBeRead)) {
+    if (retryTimer_.isSet() || (!waitsForLock && !waitsToBeRead)) {
         return;
     }
     if (waitsForLock && retryDelay_ >= options_.firstRetry * remarkableFactor) {
         reportProblem(isLocked);
     }
     const std::chrono::milliseconds delay = std::min(retryDelay_, options_.longestRetry);
-    retryTimer_.reset(g_timeout_source_new(static_cast<guint>(delay.count())));
-    const auto callback = [](gpointer data) -> gboolean {
-        auto* self = static_cast<SQLiteUserDefaults*>(data);
-        self->retryTimer_.reset();
-        self->storeUnstoredValues(std::chrono::milliseconds::zero());
-        return G_SOURCE_REMOVE;
-    };
-    g_source_set_callback(retryTimer_.get(), callback, this, nullptr);
-    g_source_attach(retryTimer_.get(), nullptr);
+    retryTimer_ = LoopSource::after(delay, [this] { storeUnstoredValues(std::chrono::milliseconds::zero()); });
     retryDelay_ = delay * 2;
 }
 
 void SQLiteUserDefaults::lookForTheFileSoon() {
-    if (lookTimer_) {
-        return;
+    if (!lookTimer_.isSet()) {
+        lookTimer_ = LoopSource::after(lookDelay, [this] { storeAgainIfTheFileWasMoved(); });
     }
-    lookTimer_.reset(g_timeout_source_new(lookDelay));
-    const auto callback = [](gpointer data) -> gboolean {
-        static_cast<SQLiteUserDefaults*>(data)->storeAgainIfTheFileWasMoved();
-        return G_SOURCE_REMOVE;
-    };
-    g_source_set_callback(lookTimer_.get(), callback, this, nullptr);
-    g_source_attach(lookTimer_.get(), nullptr);
 }
 
 void SQLiteUserDefaults::storeAgainIfTheFileWasMoved() {
-    if (!lookTimer_) {
-        return;
-    }
     lookTimer_.reset();
     const bool wasMoved = connection_ && connection_->wasMoved();
     for (auto& [key, known] : knownValues_) {

@@ -10,19 +10,13 @@ namespace {
 /// The C library keeps an ended thread's stack for the next one; a small one is enough and weighs less.
 constexpr std::size_t threadStackSize = 256UL * 1024UL;
 
-void attach(GSource* source, int priority, GSourceFunc callback, gpointer data) {
-    g_source_set_priority(source, priority);
-    g_source_set_callback(source, callback, data, nullptr);
-    g_source_attach(source, nullptr);
-}
-
 }  // namespace
 
 struct StoreCheckpointer::Thread {
     std::filesystem::path path;
     std::string vfs;
     CheckpointOutcome outcome;
-    SourceHandle ended;  // attached by the thread as its last act
+    std::unique_ptr<GSource, GSourceDestroyer> ended;  // attached by the thread as its last act
     pthread_t handle{};
 
     static void* run(void* data) {
@@ -58,22 +52,16 @@ void StoreCheckpointer::noteCommit(int logPages) {
         start();
     }
     // One timer serves many commits: it is set again when it fires, not at each of them.
-    if (!idleTimer_) {
+    if (!idleTimer_.isSet()) {
         armIdleTimer(times_.idle);
     }
 }
 
 void StoreCheckpointer::armIdleTimer(std::chrono::milliseconds delay) {
-    idleTimer_.reset(g_timeout_source_new(static_cast<guint>(delay.count())));
-    const auto callback = [](gpointer self) -> gboolean {
-        static_cast<StoreCheckpointer*>(self)->idleTimerFired();
-        return G_SOURCE_REMOVE;
-    };
-    attach(idleTimer_.get(), G_PRIORITY_LOW, callback, this);
+    idleTimer_ = LoopSource::after(delay, [this] { idleTimerFired(); }, {.priority = G_PRIORITY_LOW});
 }
 
 void StoreCheckpointer::idleTimerFired() {
-    idleTimer_.reset();
     const auto sinceCommit =
         std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - lastCommit_);
     if (sinceCommit < times_.idle) {

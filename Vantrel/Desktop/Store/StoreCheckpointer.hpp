@@ -6,8 +6,8 @@
 #include <memory>
 #include <string>
 
-#include "Vantrel/Desktop/Loop/SourceHandles.hpp"
 #include "Vantrel/Desktop/Store/StoreCheckpoint.hpp"
+#include "Vantrel/Handles/LoopSource.hpp"
 
 namespace vantrel::desktop {
 
@@ -38,7 +38,7 @@ class StoreCheckpointer {
     [[nodiscard]] bool isRunning() const { return thread_ != nullptr; }
 
     /// Whether no thread runs and no timer is armed.
-    [[nodiscard]] bool isAtRest() const { return !thread_ && !idleTimer_; }
+    [[nodiscard]] bool isAtRest() const { return !thread_ && !idleTimer_.isSet(); }
 
   private:
     struct Thread;
@@ -54,7 +54,7 @@ class StoreCheckpointer {
     std::function<void(CheckpointOutcome)> finished_;
     std::chrono::steady_clock::time_point lastCommit_;
     int nextLongLog_;
-    SourceHandle idleTimer_;
+    LoopSource idleTimer_;
     std::unique_ptr<Thread> thread_;
 };
 

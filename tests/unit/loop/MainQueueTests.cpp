@@ -83,16 +83,8 @@ TEST(MainQueue, async_taskThatRunsALoopOfItsOwn_laterTasksAreServedThere) {
 TEST(MainQueue, async_whileEverythingElseIsReady_runsFirstOfAll) {
     for (const int priority : {G_PRIORITY_HIGH, timerPriority, G_PRIORITY_DEFAULT, urlPriority, G_PRIORITY_LOW}) {
         QueueFixture fixture;
-        const SourceHandle other(g_idle_source_new());
-        g_source_set_priority(other.get(), priority);
-        g_source_set_callback(
-            other.get(),
-            [](gpointer data) -> gboolean {
-                static_cast<QueueFixture*>(data)->log.emplace_back("other");
-                return G_SOURCE_CONTINUE;
-            },
-            &fixture, nullptr);
-        g_source_attach(other.get(), fixture.loop.context());
+        const auto other =
+            LoopSource::whenever([] { return true; }, fixture.note("other"), {priority, fixture.loop.context()});
         fixture.loop.turn();
         EXPECT_EQ(fixture.log, Log{"other"});
         fixture.queue.async(fixture.note("task"));

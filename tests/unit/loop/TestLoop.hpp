@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Vantrel/Desktop/Loop/SourceHandles.hpp"
+#include "Vantrel/Handles/GLibHandles.hpp"
 
 namespace vantrel::desktop {
 
@@ -37,7 +37,7 @@ class TestLoop {
     }
 
   private:
-    MainContextHandle context_;
+    GMainContextPointer context_;
 };
 
 }  // namespace vantrel::desktop

@@ -11,21 +11,20 @@ constexpr std::chrono::seconds graceTime(1);
 
 }  // namespace
 
-TrayItemPresenter::TrayItemPresenter(Events events)
-    : events_(std::move(events)), grace_([this] {
-          tray_ = XEmbedTray::connect({.pressed = events_.pressed, .changed = [this] { trayChanged(); }});
-      }) {}
-
 void TrayItemPresenter::setWanted(bool isWanted) {
     if (std::exchange(isWanted_, isWanted) == isWanted) {
         return;
     }
     if (isWanted) {
-        grace_.schedule(graceTime);
+        grace_ = LoopSource::after(graceTime, [this] { join(); });
     } else {
-        grace_.cancel();
+        grace_.reset();
         tray_.reset();
     }
+}
+
+void TrayItemPresenter::join() {
+    tray_ = XEmbedTray::connect({.pressed = events_.pressed, .changed = [this] { trayChanged(); }});
 }
 
 void TrayItemPresenter::trayChanged() {
