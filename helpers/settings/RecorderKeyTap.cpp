@@ -5,7 +5,7 @@
 
 #include "Vantrel/Backends/X11/KeymapReader.hpp"
 #include "Vantrel/Backends/X11/XcbHandles.hpp"
-#include "Vantrel/Backends/X11/XkbProtocol.h"
+#include "Vantrel/Backends/X11/XkbProtocol.hpp"
 #include "helpers/settings/ModifierKeys.hpp"
 #include "helpers/settings/ServerConnection.hpp"
 
@@ -87,9 +87,9 @@ void RecorderKeyTap::startFiltering() {
         return;
     }
     QCoreApplication::instance()->installNativeEventFilter(this);
-    xkbFirstEvent_ = vantrelXkbFirstEvent(serverConnection());
+    xkbFirstEvent_ = x11::xkbFirstEvent(serverConnection());
     // Qt tells a repeat by its release and press at one time; here a release has to mean that the key is up.
-    vantrelXkbSetDetectableAutoRepeat(serverConnection(), true);
+    x11::setDetectableAutoRepeat(serverConnection(), true);
 }
 
 void RecorderKeyTap::stopFiltering() {
@@ -97,7 +97,7 @@ void RecorderKeyTap::stopFiltering() {
         return;
     }
     QCoreApplication::instance()->removeNativeEventFilter(this);
-    vantrelXkbSetDetectableAutoRepeat(serverConnection(), false);
+    x11::setDetectableAutoRepeat(serverConnection(), false);
     xcb_flush(serverConnection());
 }
 
@@ -198,7 +198,7 @@ bool RecorderKeyTap::focusLeft(const xcb_focus_out_event_t& event) {
 
 void RecorderKeyTap::noteKeymapChange(const xcb_generic_event_t& event) {
     const bool isChange = xkbFirstEvent_ != 0 && (event.response_type & 0x7FU) == xkbFirstEvent_ &&
-                          (event.pad0 == vantrelXkbNewKeyboardNotify || event.pad0 == vantrelXkbMapNotify);
+                          (event.pad0 == XCB_XKB_NEW_KEYBOARD_NOTIFY || event.pad0 == XCB_XKB_MAP_NOTIFY);
     if (isChange && keys_) {
         keys_->setKeyboard(readRecorderKeyboard());
     }

@@ -6,7 +6,7 @@ configure() {
     local -a options=()
     shift
     if command -v ccache >/dev/null && [[ " $* " != *" -DVANTREL_COVERAGE=ON "* ]]; then
-        options+=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+        options+=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
     fi
     cmake --preset "$preset" "${options[@]}" "$@" >/dev/null
 }

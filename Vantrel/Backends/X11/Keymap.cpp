@@ -68,9 +68,8 @@ std::uint16_t modifiersWith(const KeymapDescription& description, Predicate pred
     return mask & allModifiers;
 }
 
-std::string_view textOf(const VantrelXkbKeyName& name) {
-    const auto* end = std::find(std::begin(name.name), std::end(name.name), '\0');
-    return {std::begin(name.name), static_cast<std::size_t>(end - std::begin(name.name))};
+std::string_view textOf(const KeyName& name) {
+    return {name.begin(), std::find(name.begin(), name.end(), '\0')};
 }
 
 /// Every subset of the bits of a mask, the empty one and the mask itself included.

@@ -8,16 +8,17 @@
 #include <string_view>
 #include <vector>
 
-#include "Vantrel/Backends/X11/XkbProtocol.h"
-
 namespace vantrel::x11 {
 
 /// A set of keys, by keycode.
 using KeySet = std::bitset<256>;
 
+/// A key's XKB name: four characters, padded with NULs, not terminated. All NULs for a keycode without a key.
+using KeyName = std::array<char, 4>;
+
 /// The keyboard as the server describes it: XKB key names, and the core protocol's keysyms and modifier map.
 struct KeymapDescription {
-    std::array<VantrelXkbKeyName, 256> names{};
+    std::array<KeyName, 256> names{};
     std::uint8_t firstKeycode = 8;
     std::uint8_t keysymsPerKeycode = 0;
     std::vector<std::uint32_t> keysyms;  ///< keysymsPerKeycode for each keycode from firstKeycode on
@@ -85,7 +86,7 @@ class Keymap {
     void findLocks(const KeymapDescription& description);
     [[nodiscard]] std::vector<std::uint16_t> stateMasksFor(std::uint32_t modifiers) const;
 
-    std::array<VantrelXkbKeyName, 256> names_{};
+    std::array<KeyName, 256> names_{};
     std::array<Role, 4> roles_{};
     KeySet modifierKeys_;
     KeySet escapeKeys_;

@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <utility>
 
-#include "Vantrel/Backends/X11/XkbProtocol.h"
+#include "Vantrel/Backends/X11/XkbProtocol.hpp"
 
 namespace vantrel::x11 {
 
@@ -57,10 +57,10 @@ bool X11Connection::setUp(int screenNumber, std::string& error) {
 bool X11Connection::startExtensions(std::string& error) {
     xcb_prefetch_extension_data(get(), &xcb_randr_id);
     xcb_prefetch_extension_data(get(), &xcb_input_id);
-    vantrelXkbPrefetch(get());
+    xcb_prefetch_extension_data(get(), &xcb_xkb_id);
 
     const xcb_query_extension_reply_t* randr = xcb_get_extension_data(get(), &xcb_randr_id);
-    xkbFirstEvent_ = vantrelXkbFirstEvent(get());
+    xkbFirstEvent_ = x11::xkbFirstEvent(get());
     const xcb_query_extension_reply_t* xinput = xcb_get_extension_data(get(), &xcb_input_id);
     const bool hasXinput = xinput != nullptr && xinput->present != 0;
     if (randr == nullptr || randr->present == 0) {
@@ -74,14 +74,14 @@ bool X11Connection::startExtensions(std::string& error) {
     randrFirstEvent_ = randr->first_event;
 
     const auto randrVersion = xcb_randr_query_version(get(), 1, 5);
-    const unsigned xkbUse = vantrelXkbSendUseExtension(get());
+    const auto xkbUse = xcb_xkb_use_extension(get(), XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION);
     xcb_input_xi_query_version_cookie_t xinputVersion{};
     if (hasXinput) {
         xinputVersion = xcb_input_xi_query_version(get(), 2, 2);
     }
 
     const auto randrReply = adopt(xcb_randr_query_version_reply(get(), randrVersion, nullptr));
-    const bool xkbUsable = vantrelXkbUseExtensionReply(get(), xkbUse);
+    const auto xkbReply = adopt(xcb_xkb_use_extension_reply(get(), xkbUse, nullptr));
     if (hasXinput) {
         const auto reply = adopt(xcb_input_xi_query_version_reply(get(), xinputVersion, nullptr));
         if (reply && (reply->major_version > 2 || (reply->major_version == 2 && reply->minor_version >= 1))) {
@@ -93,7 +93,7 @@ bool X11Connection::startExtensions(std::string& error) {
         error = "the X server's RandR extension is older than 1.5";
         return false;
     }
-    if (!xkbUsable) {
+    if (!xkbReply || xkbReply->supported == 0) {
         error = "the X server's keyboard extension cannot be used";
         return false;
     }

@@ -4,18 +4,29 @@
 #include <iterator>
 
 #include "Vantrel/Backends/X11/KeymapReader.hpp"
-#include "Vantrel/Backends/X11/XkbProtocol.h"
+#include "Vantrel/Backends/X11/XkbProtocol.hpp"
 
 namespace vantrel::x11 {
+
+namespace {
+
+void selectKeymapEvents(xcb_connection_t* connection) {
+    constexpr std::uint16_t events =
+        XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY | XCB_XKB_EVENT_TYPE_NAMES_NOTIFY;
+    constexpr std::uint16_t parts =
+        XCB_XKB_MAP_PART_KEY_TYPES | XCB_XKB_MAP_PART_KEY_SYMS | XCB_XKB_MAP_PART_MODIFIER_MAP;
+    xcb_xkb_select_events(connection, XCB_XKB_ID_USE_CORE_KBD, events, 0, events, parts, parts, nullptr);
+}
+
+}  // namespace
 
 X11HotKeyBinder::X11HotKeyBinder(X11Connection& connection, ScreenState& screen)
     : connection_(connection), screen_(screen), heldKeys_(connection) {
     connection_.addListener(*this);
-    vantrelXkbSelectKeymapEvents(connection_.get());
-    const unsigned autoRepeat = vantrelXkbSendDetectableAutoRepeat(connection_.get());
+    selectKeymapEvents(connection_.get());
+    setDetectableAutoRepeat(connection_.get(), true);
     keymap_ = readKeymap(connection_);
     grabsAreSynchronous_ = keymap_.hidesModifiers();
-    vantrelXkbDetectableAutoRepeatReply(connection_.get(), autoRepeat);
 }
 
 X11HotKeyBinder::~X11HotKeyBinder() = default;
@@ -99,8 +110,8 @@ bool X11HotKeyBinder::isKeymapEvent(const xcb_generic_event_t& event) const {
     }
     // All events of the keyboard extension share one number; the second byte tells them apart.
     return type == connection_.xkbFirstEvent() &&
-           (event.pad0 == vantrelXkbNewKeyboardNotify || event.pad0 == vantrelXkbMapNotify ||
-            event.pad0 == vantrelXkbNamesNotify);
+           (event.pad0 == XCB_XKB_NEW_KEYBOARD_NOTIFY || event.pad0 == XCB_XKB_MAP_NOTIFY ||
+            event.pad0 == XCB_XKB_NAMES_NOTIFY);
 }
 
 void X11HotKeyBinder::followKeymap() {

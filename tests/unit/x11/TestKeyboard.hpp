@@ -35,7 +35,7 @@ class TestKeyboard {
 
     TestKeyboard& key(std::uint8_t keycode, std::string_view name, std::uint32_t base, std::uint32_t second = 0,
                       int modifier = -1) {
-        std::copy(name.begin(), name.end(), std::begin(description_.names[keycode].name));
+        std::copy(name.begin(), name.end(), description_.names[keycode].begin());
         description_.keysyms[(keycode - 8U) * 2U] = base;
         description_.keysyms[(keycode - 8U) * 2U + 1U] = second;
         if (modifier >= 0) {
