@@ -30,7 +30,7 @@ class DesktopApplication final : public Application {
     /// Held weakly.
     void setDelegate(const std::shared_ptr<ApplicationDelegate>& delegate) { delegate_ = delegate; }
 
-    /// URLs for the delegate, in slices, after it has launched.
+    /// URLs for the delegate, one by one, after it has launched.
     void open(std::vector<std::string> urls) { urls_.append(std::move(urls)); }
 
     /// The person started the program although it runs.

@@ -14,7 +14,7 @@ inline constexpr int mainQueuePriority = G_PRIORITY_HIGH - 10;
 inline constexpr int terminationPriority = G_PRIORITY_HIGH;
 /// Timers: after key presses, before a flood of messages.
 inline constexpr int timerPriority = G_PRIORITY_HIGH + 10;
-/// Opened URLs, a slice in a turn: after all that a person waits for, before idle work.
+/// Opened URLs, one in a turn: after all that a person waits for, before idle work.
 inline constexpr int urlPriority = G_PRIORITY_HIGH_IDLE;
 
 }  // namespace vantrel::desktop
