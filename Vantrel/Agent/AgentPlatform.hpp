@@ -7,7 +7,7 @@
 #include "Vantrel/Desktop/Loop/GLibMainQueue.hpp"
 #include "Vantrel/Desktop/Loop/GLibRunLoop.hpp"
 #include "Vantrel/Desktop/RandomUUIDGenerator.hpp"
-#include "Vantrel/Desktop/Settings/SettingsProgram.hpp"
+#include "Vantrel/Desktop/SettingsWindow/SettingsProgram.hpp"
 #include "Vantrel/Desktop/Sound/CanberraSoundPlayer.hpp"
 #include "Vantrel/Desktop/Sound/DelayedSoundPlayer.hpp"
 #include "Vantrel/Desktop/StatusItem/DesktopStatusBar.hpp"

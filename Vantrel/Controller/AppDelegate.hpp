@@ -9,9 +9,9 @@
 
 #include "Vantrel/Controller/CursorAnimation.hpp"
 #include "Vantrel/Controller/HotKeyAction.hpp"
-#include "Vantrel/Controller/KeyboardShortcut.hpp"
-#include "Vantrel/Controller/PreferencesWindowControllerDelegate.hpp"
-#include "Vantrel/Controller/SettingEnumerations.hpp"
+#include "Vantrel/Interface/KeyboardShortcut.hpp"
+#include "Vantrel/Interface/PreferencesWindowControllerDelegate.hpp"
+#include "Vantrel/Interface/SettingEnumerations.hpp"
 #include "Vantrel/Platform/Platform.hpp"
 #include "VantrelCore/JSONDecoder.hpp"
 #include "VantrelCore/JSONEncoder.hpp"
@@ -146,8 +146,8 @@ class AppDelegate final : public ApplicationDelegate,
     void storeSoundEnabled(bool enabled);
     void storePrimaryShortcut();
 
-    // A store that could not be read at launch (LateSettings.cpp)
-    void takeInLateSettings(const UserDefaults::Values& stored);
+    // A store that could not be read at launch (LateReading.cpp)
+    void takeInLateReading(const UserDefaults::Values& stored);
     void takeInLateSavedPoints(const DefaultsValue& stored);
     void takeInLateRememberedPositions(const DefaultsValue& stored);
     void setAside(std::string_view key, const DefaultsValue& stored);

@@ -25,7 +25,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     assertMainThread("applicationDidFinishLaunching");
     platform_.application.setActivationPolicy(ActivationPolicy::accessory);
     loadSettings();
-    defaults.setLateReadHandler([this](const UserDefaults::Values& stored) { takeInLateSettings(stored); });
+    defaults.setLateReadHandler([this](const UserDefaults::Values& stored) { takeInLateReading(stored); });
     dressStatusItem();
     installHotKeyHandler();
     registerPrimaryHotKeyAtLaunch();

@@ -3,8 +3,8 @@
 #include <array>
 #include <cstdint>
 
-#include "Vantrel/Controller/KeyboardShortcut.hpp"
 #include "Vantrel/Interface/KeyEvent.hpp"
+#include "Vantrel/Interface/KeyboardShortcut.hpp"
 
 namespace vantrel {
 

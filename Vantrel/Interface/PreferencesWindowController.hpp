@@ -8,10 +8,10 @@
 #include <string_view>
 #include <vector>
 
-#include "Vantrel/Controller/KeyboardShortcut.hpp"
-#include "Vantrel/Controller/PreferencesWindowControllerDelegate.hpp"
-#include "Vantrel/Controller/SettingEnumerations.hpp"
+#include "Vantrel/Interface/KeyboardShortcut.hpp"
+#include "Vantrel/Interface/PreferencesWindowControllerDelegate.hpp"
 #include "Vantrel/Interface/PreferencesWindowView.hpp"
+#include "Vantrel/Interface/SettingEnumerations.hpp"
 #include "Vantrel/Interface/ShortcutRecorderView.hpp"
 #include "Vantrel/Platform/MainQueue.hpp"
 #include "VantrelCore/SavedPoint.hpp"

@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
-#include "Vantrel/Controller/KeyboardShortcut.hpp"
 #include "Vantrel/Interface/KeyEvent.hpp"
+#include "Vantrel/Interface/KeyboardShortcut.hpp"
 #include "Vantrel/Interface/ShortcutRecorderButton.hpp"
 
 namespace vantrel {

@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <functional>
 
-#include "Vantrel/Controller/KeyboardShortcut.hpp"
-#include "Vantrel/Controller/SettingEnumerations.hpp"
+#include "Vantrel/Interface/KeyboardShortcut.hpp"
+#include "Vantrel/Interface/SettingEnumerations.hpp"
 #include "Vantrel/Platform/StatusItem.hpp"
 
 namespace vantrel {

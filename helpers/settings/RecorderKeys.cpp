@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "Vantrel/Controller/KeyboardShortcut.hpp"
+#include "Vantrel/Interface/KeyboardShortcut.hpp"
 #include "Vantrel/Interface/ModifierFlags.hpp"
 
 namespace vantrel::qt {

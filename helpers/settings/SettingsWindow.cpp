@@ -17,7 +17,7 @@
 #include "helpers/settings/DesktopFonts.hpp"
 #include "helpers/settings/FormLayout.hpp"
 #include "helpers/settings/QtObjects.hpp"
-#include "helpers/settings/WindowManager.hpp"
+#include "helpers/settings/WindowManagerHints.hpp"
 #include "helpers/settings/WorkArea.hpp"
 
 namespace vantrel::qt {
@@ -213,14 +213,14 @@ void SettingsWindow::reloadSavedPoints() {
 void SettingsWindow::showWindow() {
     if (isHidden()) {
         measureAfresh();
-        WindowManager::waitUntilWithdrawn(*this);
-        WindowManager::skipTaskBar(*this);
+        WindowManagerHints::waitUntilWithdrawn(*this);
+        WindowManagerHints::skipTaskBar(*this);
     }
     show();
 }
 
 void SettingsWindow::makeKeyAndOrderFront() {
-    WindowManager::bringToFront(*this);
+    WindowManagerHints::bringToFront(*this);
 }
 
 bool SettingsWindow::event(QEvent* event) {

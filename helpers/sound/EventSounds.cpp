@@ -9,7 +9,7 @@
 #include <system_error>
 
 #include "Vantrel/Handles/FileDescriptor.hpp"
-#include "helpers/sound/EventSoundSettings.hpp"
+#include "helpers/sound/EventSoundPreference.hpp"
 
 namespace vantrel::desktop {
 namespace {
@@ -57,7 +57,7 @@ void EventSounds::play(std::string_view soundName) {
     if (sound == namedSounds.end()) {
         return;
     }
-    const EventSoundSettings settings = currentEventSoundSettings();
+    const EventSoundPreference settings = currentEventSoundPreference();
     if (!settings.areEnabled) {
         return;
     }

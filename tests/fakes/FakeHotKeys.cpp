@@ -5,42 +5,52 @@
 
 namespace vantrel::fake {
 
-namespace {
+OSStatus FakeHotKeyBinder::bind(const backend::KeyCombination& combination) {
+    bound_.push_back(combination);
+    return 0;
+}
 
-constexpr OSStatus parameterError = -50;
+bool FakeHotKeyBinder::press(const backend::KeyCombination& combination) {
+    if (!isBound(combination)) {
+        return false;
+    }
+    pressed_(combination);
+    return true;
+}
 
-}  // namespace
+bool FakeHotKeyBinder::isBound(const backend::KeyCombination& combination) const {
+    return std::find(bound_.begin(), bound_.end(), combination) != bound_.end();
+}
 
 FakeHotKeys::FakeHotKeys(Journal& journal) : journal_(journal) {}
 
 FakeHotKeys::~FakeHotKeys() = default;
 
 EventTargetRef FakeHotKeys::GetEventDispatcherTarget() {
-    return reinterpret_cast<EventTargetRef>(&target_);
+    return registry_.GetEventDispatcherTarget();
 }
 
 OSStatus FakeHotKeys::InstallEventHandler(EventTargetRef target, EventHandlerProc handler, EventTypeSpec eventType,
                                           void* userData, EventHandlerRef& handlerRef) {
     journal_.emplace_back("InstallEventHandler");
-    if (target != GetEventDispatcherTarget() || eventType.eventClass != kEventClassKeyboard ||
-        eventType.eventKind != kEventHotKeyPressed) {
-        return parameterError;
+    if (installStatus != 0) {
+        return installStatus;
     }
-    if (installStatus == 0) {
+    const OSStatus status = registry_.InstallEventHandler(target, handler, eventType, userData, handlerRef);
+    if (status == 0) {
+        handlerRef_ = handlerRef;
         handler_ = handler;
         userData_ = userData;
-        handlerRef = reinterpret_cast<EventHandlerRef>(&handlerToken_);
     }
-    return installStatus;
+    return status;
 }
 
 OSStatus FakeHotKeys::RemoveEventHandler(EventHandlerRef handler) {
     journal_.emplace_back("RemoveEventHandler");
-    if (handler != reinterpret_cast<EventHandlerRef>(&handlerToken_) || handler_ == nullptr) {
-        return parameterError;
+    if (handler == handlerRef_) {
+        handler_ = nullptr;
     }
-    handler_ = nullptr;
-    return 0;
+    return registry_.RemoveEventHandler(handler);
 }
 
 OSStatus FakeHotKeys::RegisterEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyID hotKeyID,
@@ -48,25 +58,17 @@ OSStatus FakeHotKeys::RegisterEventHotKey(std::uint32_t keyCode, std::uint32_t m
     journal_.push_back("RegisterEventHotKey(" + std::to_string(keyCode) + ", " + std::to_string(modifiers) + ", id " +
                        std::to_string(hotKeyID.id) + ")");
     const Combination combination{keyCode, modifiers & combinationModifiers};
-    if (target != GetEventDispatcherTarget() || options != 0) {
-        return parameterError;
-    }
     if (const auto refusal = refusals.find(combination); refusal != refusals.end()) {
         if (refusesWithReference && refusal->second != 0) {
             hotKeyRef = reinterpret_cast<EventHotKeyRef>(&refusedToken_);
         }
         return refusal->second;
     }
-    if (combination.second == 0) {
-        return eventHotKeyInvalidErr;
+    const OSStatus status = registry_.RegisterEventHotKey(keyCode, modifiers, hotKeyID, target, options, hotKeyRef);
+    if (status == 0) {
+        registrations_.push_back({hotKeyRef, combination, hotKeyID});
     }
-    if (isRegistered(combination)) {
-        return eventHotKeyExistsErr;
-    }
-    tokens_.push_back(std::make_unique<char>());
-    hotKeyRef = reinterpret_cast<EventHotKeyRef>(tokens_.back().get());
-    registrations_.push_back(Registration{hotKeyRef, combination, hotKeyID});
-    return 0;
+    return status;
 }
 
 OSStatus FakeHotKeys::UnregisterEventHotKey(EventHotKeyRef hotKey) {
@@ -75,43 +77,36 @@ OSStatus FakeHotKeys::UnregisterEventHotKey(EventHotKeyRef hotKey) {
                      [hotKey](const Registration& candidate) { return candidate.reference == hotKey; });
     if (registration == registrations_.end()) {
         journal_.emplace_back("UnregisterEventHotKey(unknown)");
-        return parameterError;
+    } else {
+        journal_.push_back("UnregisterEventHotKey(id " + std::to_string(registration->hotKeyID.id) + ")");
+        registrations_.erase(registration);
     }
-    journal_.push_back("UnregisterEventHotKey(id " + std::to_string(registration->hotKeyID.id) + ")");
-    registrations_.erase(registration);
-    return 0;
+    return registry_.UnregisterEventHotKey(hotKey);
 }
 
 OSStatus FakeHotKeys::GetEventParameter(EventRef event, std::uint32_t name, std::uint32_t type, std::size_t bufferSize,
                                         EventHotKeyID& hotKeyID) {
-    if (name != kEventParamDirectObject || type != typeEventHotKeyID || bufferSize != sizeof(EventHotKeyID)) {
-        return parameterError;
+    if (readStatus != 0) {
+        return readStatus;
     }
-    if (readStatus == 0) {
-        hotKeyID = *reinterpret_cast<const EventHotKeyID*>(event);
+    if (event == reinterpret_cast<EventRef>(&delivered_)) {
+        hotKeyID = delivered_;
+        return 0;
     }
-    return readStatus;
+    return registry_.GetEventParameter(event, name, type, bufferSize, hotKeyID);
 }
 
 OSStatus FakeHotKeys::deliverPress(EventHotKeyID hotKeyID) {
-    return handler_(nullptr, reinterpret_cast<EventRef>(&hotKeyID), userData_);
+    delivered_ = hotKeyID;
+    return handler_(nullptr, reinterpret_cast<EventRef>(&delivered_), userData_);
 }
 
 bool FakeHotKeys::press(Combination combination) {
-    const auto registration =
-        std::find_if(registrations_.begin(), registrations_.end(),
-                     [&combination](const Registration& candidate) { return candidate.combination == combination; });
-    if (registration == registrations_.end() || handler_ == nullptr) {
-        return false;
-    }
-    deliverPress(registration->hotKeyID);
-    return true;
+    return handler_ != nullptr && binder_.press({combination.first, combination.second});
 }
 
 bool FakeHotKeys::isRegistered(Combination combination) const {
-    return std::any_of(registrations_.begin(), registrations_.end(), [&combination](const Registration& registration) {
-        return registration.combination == combination;
-    });
+    return binder_.isBound({combination.first, combination.second});
 }
 
 }  // namespace vantrel::fake

@@ -1,16 +1,32 @@
 #pragma once
 
 #include <map>
-#include <memory>
 #include <utility>
 #include <vector>
 
-#include "Vantrel/Platform/HotKeyServices.hpp"
+#include "Vantrel/Backends/Common/HotKeyRegistry.hpp"
 #include "tests/fakes/Journal.hpp"
 
 namespace vantrel::fake {
 
-/// A keyboard that tests press, and other programs that hold keys of it.
+/// A keyboard in memory.
+class FakeHotKeyBinder final : public backend::HotKeyBinder {
+  public:
+    void setPressed(Pressed pressed) override { pressed_ = std::move(pressed); }
+    OSStatus bind(const backend::KeyCombination& combination) override;
+    void unbind(const backend::KeyCombination& combination) override { std::erase(bound_, combination); }
+
+    /// Presses the keys; false, and nothing happens, when they are not bound.
+    bool press(const backend::KeyCombination& combination);
+    [[nodiscard]] bool isBound(const backend::KeyCombination& combination) const;
+
+  private:
+    Pressed pressed_;
+    std::vector<backend::KeyCombination> bound_;
+};
+
+/// A keyboard that tests press, and other programs that hold keys of it: the hot keys that every backend has, over
+/// a keyboard in memory, with what can go wrong at the face of it.
 class FakeHotKeys final : public HotKeyServices {
   public:
     /// Key code and modifier mask.
@@ -55,11 +71,12 @@ class FakeHotKeys final : public HotKeyServices {
 
   private:
     Journal& journal_;
-    char target_ = 0;
-    char handlerToken_ = 0;
+    FakeHotKeyBinder binder_;
+    backend::HotKeyRegistry registry_{binder_};
     char refusedToken_ = 0;
-    std::vector<std::unique_ptr<char>> tokens_;  // one for each reference given out, so that none is used twice
     std::vector<Registration> registrations_;
+    EventHotKeyID delivered_;  ///< an event of the tests' own
+    EventHandlerRef handlerRef_ = nullptr;
     EventHandlerProc handler_ = nullptr;
     void* userData_ = nullptr;
 };

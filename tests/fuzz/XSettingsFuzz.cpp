@@ -1,4 +1,4 @@
-#include "helpers/sound/EventSoundSettings.hpp"
+#include "helpers/sound/EventSoundPreference.hpp"
 
 #include "FuzzTarget.hpp"
 
@@ -6,7 +6,7 @@ using namespace vantrel;
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view property = fuzz::text(data, size);
-    const desktop::EventSoundSettings settings = desktop::eventSoundSettings(property);
+    const desktop::EventSoundPreference settings = desktop::eventSoundPreference(property);
     fuzz::require(settings.themeName.empty() || property.find(settings.themeName) != std::string_view::npos,
                   "the theme's name stands in the property");
     return 0;

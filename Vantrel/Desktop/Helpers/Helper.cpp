@@ -1,7 +1,5 @@
 #include "Vantrel/Desktop/Helpers/Helper.hpp"
 
-#include <glib-unix.h>
-
 #include <utility>
 
 namespace vantrel::desktop {
@@ -10,12 +8,6 @@ namespace {
 
 /// A program that talks without end must not keep the rest of the loop waiting.
 constexpr int mostMessagesInATurn = 16;
-
-void removeSource(guint& source) {
-    if (source != 0) {
-        g_source_remove(std::exchange(source, 0));
-    }
-}
 
 }  // namespace
 
@@ -33,7 +25,7 @@ bool Helper::start() {
     end();
     channel_ = start_();
     if (isRunning()) {
-        channelSource_ = g_unix_fd_add(channel_.descriptor(), G_IO_IN, readable, this);
+        listening_ = LoopSource::whenReadable(channel_.descriptor(), [this] { receive(); });
     }
     return isRunning();
 }
@@ -44,26 +36,16 @@ void Helper::send(const Message& message) {
     }
 }
 
-void Helper::endAfter(unsigned seconds) {
-    keep();
+void Helper::endAfter(std::chrono::seconds time) {
     if (isRunning()) {
-        lingerSource_ = g_timeout_add_seconds(seconds, lingeredEnough, this);
+        linger_ = LoopSource::after(time, [this] { end(); });
     }
 }
 
-void Helper::keep() {
-    removeSource(lingerSource_);
-}
-
 void Helper::end() {
-    keep();
-    removeSource(channelSource_);
+    linger_.reset();
+    listening_.reset();
     channel_ = Channel();
-}
-
-gboolean Helper::readable(gint /*descriptor*/, GIOCondition /*condition*/, gpointer data) {
-    static_cast<Helper*>(data)->receive();
-    return G_SOURCE_CONTINUE;
 }
 
 void Helper::receive() {
@@ -74,7 +56,7 @@ void Helper::receive() {
         }
         events_.received(*message);
     }
-    if (channelSource_ != 0 && !isRunning()) {
+    if (listening_.isSet() && !isRunning()) {
         noteEnd();
     }
 }
@@ -83,13 +65,6 @@ void Helper::noteEnd() {
     const std::string otherVersion = channel_.otherVersion();
     end();
     events_.ended(otherVersion);
-}
-
-gboolean Helper::lingeredEnough(gpointer data) {
-    auto& helper = *static_cast<Helper*>(data);
-    helper.lingerSource_ = 0;
-    helper.end();
-    return G_SOURCE_REMOVE;
 }
 
 }  // namespace vantrel::desktop

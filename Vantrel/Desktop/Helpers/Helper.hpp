@@ -1,11 +1,11 @@
 #pragma once
 
-#include <glib.h>
-
+#include <chrono>
 #include <functional>
 #include <string>
 
 #include "Vantrel/Channel/Channel.hpp"
+#include "Vantrel/Handles/LoopSource.hpp"
 
 namespace vantrel::desktop {
 
@@ -38,25 +38,22 @@ class Helper {
     /// Sends to the program where it runs. A program that does not read is given up.
     void send(const Message& message);
 
-    /// Ends the program that many seconds from now, unless keep() or start() is called before.
-    void endAfter(unsigned seconds);
-    void keep();
+    /// Ends the program after that time, unless keep() or start() is called before.
+    void endAfter(std::chrono::seconds time);
+    void keep() { linger_.reset(); }
 
     /// Ends the program at once.
     void end();
 
   private:
-    static gboolean readable(gint descriptor, GIOCondition condition, gpointer data);
-    static gboolean lingeredEnough(gpointer data);
-
     void receive();
     void noteEnd();
 
     Start start_;
     Events events_;
     Channel channel_;
-    guint channelSource_ = 0;
-    guint lingerSource_ = 0;
+    LoopSource listening_;
+    LoopSource linger_;
 };
 
 }  // namespace vantrel::desktop

@@ -1,5 +1,6 @@
 #include "Vantrel/Desktop/Sound/CanberraSoundPlayer.hpp"
 
+#include <chrono>
 #include <string>
 #include <utility>
 
@@ -9,7 +10,7 @@ namespace vantrel::desktop {
 
 namespace {
 
-constexpr unsigned lingeringTime = 10;  // seconds
+constexpr std::chrono::seconds lingeringTime{10};
 
 }  // namespace
 

@@ -1,5 +1,6 @@
 #include "Vantrel/Desktop/StatusItem/OverlayProcess.hpp"
 
+#include <chrono>
 #include <cstdio>
 #include <string>
 #include <utility>
@@ -8,7 +9,7 @@ namespace vantrel::desktop {
 
 namespace {
 
-constexpr unsigned lingeringTime = 5;  // seconds
+constexpr std::chrono::seconds lingeringTime{5};
 
 }  // namespace
 

@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <stdexcept>
 
-#include "Vantrel/Desktop/Settings/RemoteSettingsWindow.hpp"
+#include "Vantrel/Desktop/SettingsWindow/RemoteSettingsWindow.hpp"
 #include "tests/unit/channel/ChannelEnds.hpp"
 
 namespace vantrel::desk {

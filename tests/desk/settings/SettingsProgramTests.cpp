@@ -10,6 +10,7 @@
 #include "tests/desk/status/TestPanel.hpp"
 #include "tests/desk/support/Desk.hpp"
 #include "tests/desk/support/KeyGrab.hpp"
+#include "tests/desk/support/ProcessActivity.hpp"
 
 namespace vantrel::desk {
 namespace {
@@ -41,6 +42,13 @@ class SettingsProgram : public testing::Test {
         })) << agent->standardError();
         program = helperOf(agent->processId(), "vantrel-settings");
         ASSERT_TRUE(program);
+    }
+
+    /// Closes the window and waits until its program has reported that.
+    void closeSettings() {
+        desk.keyboard().type({escape});
+        ASSERT_TRUE(windowIsGone());
+        ASSERT_TRUE(waitUntilAtRest(*program));
     }
 
     void startRecording() {
@@ -85,8 +93,7 @@ TEST_F(SettingsProgram, killedWhileRecording_keysAreFreeAndTheMenuOpensAnother) 
 
 TEST_F(SettingsProgram, killedWithItsWindowClosed_nothingIsSaid) {
     openSettings();
-    desk.keyboard().type({escape});
-    ASSERT_TRUE(windowIsGone());
+    closeSettings();
     kill(*program, SIGKILL);
     EXPECT_TRUE(waitUntil([this] { return !exists(*program); })) << "nobody has taken note of its end";
     openSettings();
@@ -114,8 +121,7 @@ TEST_F(SettingsProgram, agentKilled_endsToo) {
 TEST_F(SettingsProgram, openedByTheNextOne_standsWhereItStood) {
     openSettings();
     const auto moved = windowManager.moveWindow(windowManager.activeWindow(), 1200, 150);
-    desk.keyboard().type({escape});
-    ASSERT_TRUE(windowIsGone());
+    closeSettings();
     kill(*program, SIGKILL);
     ASSERT_TRUE(waitUntil([this] { return !exists(*program); }));
     openSettings();

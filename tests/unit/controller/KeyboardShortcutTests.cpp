@@ -1,4 +1,4 @@
-#include "Vantrel/Controller/KeyboardShortcut.hpp"
+#include "Vantrel/Interface/KeyboardShortcut.hpp"
 
 #include <gtest/gtest.h>
 

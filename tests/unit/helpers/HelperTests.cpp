@@ -67,7 +67,7 @@ TEST_F(HelperTest, ended_startedAgainInTheCallback_runs) {
 
 TEST_F(HelperTest, endAfter_timeUp_hangsUpWithoutAWord) {
     helper.start();
-    helper.endAfter(0);
+    helper.endAfter(std::chrono::seconds(0));
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
     while (helper.isRunning() && std::chrono::steady_clock::now() < end) {
         g_main_context_iteration(nullptr, TRUE);
@@ -78,7 +78,7 @@ TEST_F(HelperTest, endAfter_timeUp_hangsUpWithoutAWord) {
 
 TEST_F(HelperTest, endAfter_keptMeanwhile_stays) {
     helper.start();
-    helper.endAfter(0);
+    helper.endAfter(std::chrono::seconds(0));
     helper.keep();
     takeTurns();
     EXPECT_TRUE(helper.isRunning());

@@ -1,4 +1,4 @@
-#include "Vantrel/Desktop/Settings/RemoteSettingsWindow.hpp"
+#include "Vantrel/Desktop/SettingsWindow/RemoteSettingsWindow.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "Vantrel/Desktop/Settings/SettingsProgram.hpp"
+#include "Vantrel/Desktop/SettingsWindow/SettingsProgram.hpp"
 
 #include <gtest/gtest.h>
 

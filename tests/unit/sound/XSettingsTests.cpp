@@ -1,4 +1,4 @@
-#include "helpers/sound/EventSoundSettings.hpp"
+#include "helpers/sound/EventSoundPreference.hpp"
 
 #include <gtest/gtest.h>
 
@@ -70,42 +70,43 @@ Property typicalProperty(bool isBigEndian, std::uint32_t areEnabled) {
     return property;
 }
 
-TEST(XSettings, eventSoundSettings_bothByteOrders_areRead) {
+TEST(XSettings, eventSoundPreference_bothByteOrders_areRead) {
     for (const bool isBigEndian : {false, true}) {
-        EXPECT_EQ(eventSoundSettings(typicalProperty(isBigEndian, 0).bytes()), (EventSoundSettings{false, "ocean"}));
-        EXPECT_EQ(eventSoundSettings(typicalProperty(isBigEndian, 1).bytes()), (EventSoundSettings{true, "ocean"}));
+        EXPECT_EQ(eventSoundPreference(typicalProperty(isBigEndian, 0).bytes()),
+                  (EventSoundPreference{false, "ocean"}));
+        EXPECT_EQ(eventSoundPreference(typicalProperty(isBigEndian, 1).bytes()), (EventSoundPreference{true, "ocean"}));
     }
 }
 
-TEST(XSettings, eventSoundSettings_absentSettings_keepDefaults) {
-    EXPECT_EQ(eventSoundSettings(""), EventSoundSettings{});
-    EXPECT_EQ(eventSoundSettings(Property(false).bytes()), EventSoundSettings{});
-    EXPECT_EQ(eventSoundSettings(Property(false).integer("Net/EnableInputFeedbackSounds", 0).bytes()),
-              EventSoundSettings{});
+TEST(XSettings, eventSoundPreference_absentSettings_keepDefaults) {
+    EXPECT_EQ(eventSoundPreference(""), EventSoundPreference{});
+    EXPECT_EQ(eventSoundPreference(Property(false).bytes()), EventSoundPreference{});
+    EXPECT_EQ(eventSoundPreference(Property(false).integer("Net/EnableInputFeedbackSounds", 0).bytes()),
+              EventSoundPreference{});
 }
 
-TEST(XSettings, eventSoundSettings_settingsOfTheWrongType_areIgnored) {
+TEST(XSettings, eventSoundPreference_settingsOfTheWrongType_areIgnored) {
     const std::string bytes =
         Property(false).text("Net/EnableEventSounds", "0").integer("Net/SoundThemeName", 7).bytes();
-    EXPECT_EQ(eventSoundSettings(bytes), EventSoundSettings{});
+    EXPECT_EQ(eventSoundPreference(bytes), EventSoundPreference{});
 }
 
-TEST(XSettings, eventSoundSettings_cutOffAnywhere_givesWhatStandsBefore) {
+TEST(XSettings, eventSoundPreference_cutOffAnywhere_givesWhatStandsBefore) {
     const std::string whole = typicalProperty(false, 0).bytes();
     for (std::size_t length = 0; length < whole.size(); ++length) {
-        const EventSoundSettings settings = eventSoundSettings(std::string_view(whole).substr(0, length));
+        const EventSoundPreference settings = eventSoundPreference(std::string_view(whole).substr(0, length));
         EXPECT_EQ(settings.themeName, "") << length;
     }
 }
 
-TEST(XSettings, eventSoundSettings_lengthsBeyondTheEnd_areHarmless) {
+TEST(XSettings, eventSoundPreference_lengthsBeyondTheEnd_areHarmless) {
     std::string bytes = Property(false).text("Net/SoundThemeName", "ocean").bytes();
     bytes.replace(12 + 2, 2, "\xff\xff");
-    EXPECT_EQ(eventSoundSettings(bytes), EventSoundSettings{});
+    EXPECT_EQ(eventSoundPreference(bytes), EventSoundPreference{});
     std::string countTooLarge = typicalProperty(true, 0).bytes();
     countTooLarge.replace(8, 4, "\xff\xff\xff\xff");
-    EXPECT_FALSE(eventSoundSettings(countTooLarge).areEnabled);
-    EXPECT_EQ(eventSoundSettings(std::string(100, '\xff')), EventSoundSettings{});
+    EXPECT_FALSE(eventSoundPreference(countTooLarge).areEnabled);
+    EXPECT_EQ(eventSoundPreference(std::string(100, '\xff')), EventSoundPreference{});
 }
 
 }  // namespace

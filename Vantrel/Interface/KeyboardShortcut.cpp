@@ -1,4 +1,4 @@
-#include "Vantrel/Controller/KeyboardShortcut.hpp"
+#include "Vantrel/Interface/KeyboardShortcut.hpp"
 
 #include <algorithm>
 #include <string_view>

@@ -1,6 +1,6 @@
 #include "Vantrel/Controller/AppDelegate.hpp"
 
-#include "Vantrel/Controller/SettingsKeys.hpp"
+#include "Vantrel/Controller/StoredKeys.hpp"
 #include "Vantrel/Platform/FatalError.hpp"
 
 #include <limits>

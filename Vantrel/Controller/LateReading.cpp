@@ -1,7 +1,7 @@
 // Settings from a store that could not be read at launch. What it holds and what this run did since come together.
 #include "Vantrel/Controller/AppDelegate.hpp"
 
-#include "Vantrel/Controller/SettingsKeys.hpp"
+#include "Vantrel/Controller/StoredKeys.hpp"
 #include "Vantrel/Platform/DefaultsConversions.hpp"
 
 #include <algorithm>
@@ -19,7 +19,7 @@ DefaultsValue formOr(const DefaultsValue& unread, std::optional<std::string> jso
 
 }  // namespace
 
-void AppDelegate::takeInLateSettings(const UserDefaults::Values& stored) {
+void AppDelegate::takeInLateReading(const UserDefaults::Values& stored) {
     const KeyboardShortcut shortcutSoFar = primaryShortcut;
     // Of a key that this run has set, the store gives what it was set to.
     loadSingleValues();

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <glib.h>
-
 #include <memory>
 #include <optional>
 #include <string>
@@ -9,7 +7,7 @@
 
 #include "Vantrel/Channel/SettingsMessages.hpp"
 #include "Vantrel/Desktop/Helpers/Helper.hpp"
-#include "Vantrel/Desktop/Settings/RemoteRecorderButton.hpp"
+#include "Vantrel/Desktop/SettingsWindow/RemoteRecorderButton.hpp"
 #include "Vantrel/Interface/PreferencesWindowView.hpp"
 
 namespace vantrel::desktop {
@@ -20,9 +18,6 @@ namespace vantrel::desktop {
 class RemoteSettingsWindow final : public PreferencesWindowView {
   public:
     explicit RemoteSettingsWindow(Helper::Start start);
-    ~RemoteSettingsWindow() override;
-    RemoteSettingsWindow(const RemoteSettingsWindow&) = delete;
-    RemoteSettingsWindow& operator=(const RemoteSettingsWindow&) = delete;
 
     void setDelegate(std::weak_ptr<PreferencesWindowViewDelegate> delegate) override;
     ShortcutRecorderButton& shortcutRecorderButton() override { return recorder_; }
@@ -57,7 +52,7 @@ class RemoteSettingsWindow final : public PreferencesWindowView {
     WindowContent content_;
     std::optional<WindowPlace> place_;
     bool isWanted_ = false;  ///< shown, or about to be
-    guint sendSource_ = 0;
+    LoopSource sending_;
     RemoteRecorderButton recorder_;
     Helper program_;
 };

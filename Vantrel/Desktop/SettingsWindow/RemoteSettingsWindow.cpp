@@ -1,4 +1,4 @@
-#include "Vantrel/Desktop/Settings/RemoteSettingsWindow.hpp"
+#include "Vantrel/Desktop/SettingsWindow/RemoteSettingsWindow.hpp"
 
 #include <algorithm>
 #include <utility>
@@ -8,7 +8,7 @@ namespace vantrel::desktop {
 namespace {
 
 /// For a person who closes the window and opens it again, it comes at once.
-constexpr unsigned lingeringTime = 60;  // seconds
+constexpr std::chrono::seconds lingeringTime{60};
 
 /// As much of a row's text as any window can show, without a character that is cut in two.
 std::string beginning(const std::string& text) {
@@ -24,12 +24,6 @@ RemoteSettingsWindow::RemoteSettingsWindow(Helper::Start start)
                  .focusWanted = [this] { program_.send(Message(settings_messages::focusRecorder)); }}),
       program_(std::move(start), {.received = [this](const Message& message) { obey(message); },
                                   .ended = [this](const std::string& otherVersion) { ended(otherVersion); }}) {}
-
-RemoteSettingsWindow::~RemoteSettingsWindow() {
-    if (sendSource_ != 0) {
-        g_source_remove(sendSource_);
-    }
-}
 
 void RemoteSettingsWindow::setDelegate(std::weak_ptr<PreferencesWindowViewDelegate> delegate) {
     delegate_ = std::move(delegate);
@@ -204,16 +198,9 @@ void RemoteSettingsWindow::tell(Action action) {
 
 // Once for all the changes of one turn of the loop.
 void RemoteSettingsWindow::sendContentSoon() {
-    if (sendSource_ != 0 || !program_.isRunning()) {
-        return;
+    if (!sending_.isSet() && program_.isRunning()) {
+        sending_ = LoopSource::after({}, [this] { sendContent(); });
     }
-    const auto send = [](gpointer data) -> gboolean {
-        auto& window = *static_cast<RemoteSettingsWindow*>(data);
-        window.sendSource_ = 0;
-        window.sendContent();
-        return G_SOURCE_REMOVE;
-    };
-    sendSource_ = g_idle_add_full(G_PRIORITY_DEFAULT, send, this, nullptr);
 }
 
 void RemoteSettingsWindow::sendContent() {

@@ -1,4 +1,4 @@
-#include "Vantrel/Desktop/Settings/SettingsProgram.hpp"
+#include "Vantrel/Desktop/SettingsWindow/SettingsProgram.hpp"
 
 #include <unistd.h>
 
@@ -7,7 +7,7 @@
 #include <memory>
 #include <utility>
 
-#include "Vantrel/Desktop/Settings/RemoteSettingsWindow.hpp"
+#include "Vantrel/Desktop/SettingsWindow/RemoteSettingsWindow.hpp"
 
 namespace vantrel::desktop {
 

@@ -1,4 +1,4 @@
-#include "Vantrel/Controller/SettingEnumerations.hpp"
+#include "Vantrel/Interface/SettingEnumerations.hpp"
 
 namespace vantrel {
 

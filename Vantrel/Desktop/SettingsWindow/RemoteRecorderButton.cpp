@@ -1,4 +1,4 @@
-#include "Vantrel/Desktop/Settings/RemoteRecorderButton.hpp"
+#include "Vantrel/Desktop/SettingsWindow/RemoteRecorderButton.hpp"
 
 #include <utility>
 

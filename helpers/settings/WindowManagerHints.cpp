@@ -1,4 +1,4 @@
-#include "helpers/settings/WindowManager.hpp"
+#include "helpers/settings/WindowManagerHints.hpp"
 
 #include <xcb/xcb.h>
 
@@ -54,7 +54,7 @@ void askWindowManager(xcb_connection_t* server, xcb_window_t window, std::string
 
 }  // namespace
 
-void WindowManager::waitUntilWithdrawn(QWidget& window) {
+void WindowManagerHints::waitUntilWithdrawn(QWidget& window) {
     xcb_connection_t* const server = serverConnection();
     if (server == nullptr || !window.testAttribute(Qt::WA_WState_Created)) {
         return;
@@ -69,7 +69,7 @@ void WindowManager::waitUntilWithdrawn(QWidget& window) {
     }
 }
 
-void WindowManager::skipTaskBar(QWidget& window) {
+void WindowManagerHints::skipTaskBar(QWidget& window) {
     xcb_connection_t* const server = serverConnection();
     if (server == nullptr) {
         return;
@@ -81,7 +81,7 @@ void WindowManager::skipTaskBar(QWidget& window) {
                         atom(server, "_NET_WM_STATE"), XCB_ATOM_ATOM, 32, states.size(), states.data());
 }
 
-void WindowManager::bringToFront(QWidget& window) {
+void WindowManagerHints::bringToFront(QWidget& window) {
     window.raise();
     window.activateWindow();
     xcb_connection_t* const server = serverConnection();

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "Vantrel/Controller/KeyboardShortcut.hpp"
-#include "Vantrel/Controller/SettingEnumerations.hpp"
+#include "Vantrel/Interface/KeyboardShortcut.hpp"
+#include "Vantrel/Interface/SettingEnumerations.hpp"
 
 namespace vantrel {
 

@@ -1,4 +1,4 @@
-#include "helpers/sound/EventSoundSettings.hpp"
+#include "helpers/sound/EventSoundPreference.hpp"
 
 #include <xcb/xcb.h>
 
@@ -18,8 +18,8 @@ using Connection = std::unique_ptr<xcb_connection_t, Disconnector>;
 
 }  // namespace
 
-EventSoundSettings eventSoundSettings(std::string_view xsettings) {
-    EventSoundSettings settings;
+EventSoundPreference eventSoundPreference(std::string_view xsettings) {
+    EventSoundPreference settings;
     x11::readXSettings(xsettings, [&settings](std::string_view name, const x11::XSettingValue& value) {
         const auto* const number = std::get_if<std::uint32_t>(&value);
         const auto* const text = std::get_if<std::string_view>(&value);
@@ -32,13 +32,13 @@ EventSoundSettings eventSoundSettings(std::string_view xsettings) {
     return settings;
 }
 
-EventSoundSettings currentEventSoundSettings() {
+EventSoundPreference currentEventSoundPreference() {
     int screen = 0;
     const Connection connection(xcb_connect(nullptr, &screen));
     if (xcb_connection_has_error(connection.get()) != 0) {
         return {};
     }
-    return eventSoundSettings(x11::publishedXSettings(connection.get(), screen));
+    return eventSoundPreference(x11::publishedXSettings(connection.get(), screen));
 }
 
 }  // namespace vantrel::desktop

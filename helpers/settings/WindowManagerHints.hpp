@@ -6,8 +6,8 @@ namespace vantrel::qt {
 
 /// What Qt does not ask of a window manager by itself (Extended Window Manager Hints). On other windowing systems than
 /// X nothing happens.
-struct WindowManager {
-    WindowManager() = delete;
+struct WindowManagerHints {
+    WindowManagerHints() = delete;
 
     /// Waits, for a moment at most, until the window manager has let go of a window that was just hidden: shown again
     /// before that, the window would stay lost between the two (ICCCM, "Changing Window State").

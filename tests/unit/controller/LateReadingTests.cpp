@@ -13,9 +13,9 @@ constexpr const char* storedPoints =
     R"([{"id":"00000000-0000-0000-0000-0000000000A1","name":"A","point":{"x":1,"y":2}},)"
     R"({"id":"00000000-0000-0000-0000-0000000000A2","name":"B","point":{"x":3,"y":4}}])";
 
-class LateSettingsTest : public ControllerTest {
+class LateReadingTest : public ControllerTest {
   protected:
-    LateSettingsTest() { launch(); }
+    LateReadingTest() { launch(); }
 
     /// Saves that many points, as fast as a person may.
     void savePoints(int count) {
@@ -52,16 +52,16 @@ class LateSettingsTest : public ControllerTest {
     }
 };
 
-using LateSettingsDeathTest = LateSettingsTest;
+using LateReadingDeathTest = LateReadingTest;
 
-TEST_F(LateSettingsTest, savedPoints_noneSavedSince_areTakenAsAtLaunch) {
+TEST_F(LateReadingTest, savedPoints_noneSavedSince_areTakenAsAtLaunch) {
     fakes.defaults.readLate({{"savedPoints", DefaultsData{storedPoints}}});
     EXPECT_EQ(names(), (std::vector<std::string>{"A", "B"}));
     EXPECT_EQ(fields.savedPointIndex(), 0);
     EXPECT_TRUE(calls({"setObjects"}).empty()) << "there is nothing to write";
 }
 
-TEST_F(LateSettingsTest, savedPoints_someSavedSince_comeFirstAndTheCycleGoesOnAtTheSamePoint) {
+TEST_F(LateReadingTest, savedPoints_someSavedSince_comeFirstAndTheCycleGoesOnAtTheSamePoint) {
     savePoints(3);
     controller->teleportSavedPoint();
     const std::string next = fields.savedPoints().at(0).name;
@@ -77,7 +77,7 @@ TEST_F(LateSettingsTest, savedPoints_someSavedSince_comeFirstAndTheCycleGoesOnAt
     EXPECT_EQ(fakes.statusBar.title, "Point 2");
 }
 
-TEST_F(LateSettingsTest, savedPoints_oneOfThemInBoth_isThereOnce) {
+TEST_F(LateReadingTest, savedPoints_oneOfThemInBoth_isThereOnce) {
     savePoints(1);
     const std::string own = storedData("savedPoints");
     savePoints(1);
@@ -86,7 +86,7 @@ TEST_F(LateSettingsTest, savedPoints_oneOfThemInBoth_isThereOnce) {
     EXPECT_EQ(fields.savedPointIndex(), 1);
 }
 
-TEST_F(LateSettingsTest, savedPoints_clearedSince_areClearedToo) {
+TEST_F(LateReadingTest, savedPoints_clearedSince_areClearedToo) {
     savePoints(1);
     controller->clearSavedPoints();
     fakes.defaults.readLate({{"savedPoints", DefaultsData{storedPoints}}});
@@ -94,7 +94,7 @@ TEST_F(LateSettingsTest, savedPoints_clearedSince_areClearedToo) {
     EXPECT_EQ(storedData("savedPoints"), "[]");
 }
 
-TEST_F(LateSettingsTest, savedPoints_clearedInTheWindowAndSavedSince_onlyTheLatterRemain) {
+TEST_F(LateReadingTest, savedPoints_clearedInTheWindowAndSavedSince_onlyTheLatterRemain) {
     controller->preferencesDidClearSavedPoints();
     savePoints(1);
     fakes.defaults.readLate({{"savedPoints", DefaultsData{storedPoints}}});
@@ -103,7 +103,7 @@ TEST_F(LateSettingsTest, savedPoints_clearedInTheWindowAndSavedSince_onlyTheLatt
     EXPECT_EQ(fields.savedPointIndex(), 0);
 }
 
-TEST_F(LateSettingsTest, savedPoints_cannotBeUnderstood_areSetAsideAndThoseOfThisRunStay) {
+TEST_F(LateReadingTest, savedPoints_cannotBeUnderstood_areSetAsideAndThoseOfThisRunStay) {
     for (const DefaultsValue& value : {DefaultsValue(DefaultsData{"[{"}), DefaultsValue("text"s)}) {
         const auto asideBefore = keysAside();
         savePoints(1);
@@ -122,7 +122,7 @@ TEST_F(LateSettingsTest, savedPoints_cannotBeUnderstood_areSetAsideAndThoseOfThi
     }
 }
 
-TEST_F(LateSettingsTest, savedPoints_ownWithoutJSONForm_storedOnesAreNotOverwritten) {
+TEST_F(LateReadingTest, savedPoints_ownWithoutJSONForm_storedOnesAreNotOverwritten) {
     savePoints(1);
     fields.savedPoints().at(0).point.x = std::numeric_limits<double>::quiet_NaN();
     fakes.defaults.readLate({{"savedPoints", DefaultsData{storedPoints}}});
@@ -130,13 +130,13 @@ TEST_F(LateSettingsTest, savedPoints_ownWithoutJSONForm_storedOnesAreNotOverwrit
     EXPECT_EQ(storedData("savedPoints"), storedPoints);
 }
 
-TEST_F(LateSettingsTest, rememberedPositions_nothingLearnt_areTakenAsAtLaunch) {
+TEST_F(LateReadingTest, rememberedPositions_nothingLearnt_areTakenAsAtLaunch) {
     fakes.defaults.readLate({{"rememberedPositions", DefaultsData{R"({"7":{"x":1,"y":2}})"}}});
     EXPECT_EQ(fields.rememberedPositions(), (RememberedPositions{{7, {1, 2}}}));
     EXPECT_TRUE(calls({"setObjects"}).empty());
 }
 
-TEST_F(LateSettingsTest, rememberedPositions_someLearnt_thoseWin) {
+TEST_F(LateReadingTest, rememberedPositions_someLearnt_thoseWin) {
     layOutTwoDisplays();
     fakes.pointer.location = {700, 500};
     controller->teleportDisplay(TeleportDirection::next);
@@ -149,7 +149,7 @@ TEST_F(LateSettingsTest, rememberedPositions_someLearnt_thoseWin) {
     EXPECT_EQ(fields.rememberedPositions(), joined) << storedData("rememberedPositions");
 }
 
-TEST_F(LateSettingsTest, rememberedPositions_cannotBeUnderstood_areSetAside) {
+TEST_F(LateReadingTest, rememberedPositions_cannotBeUnderstood_areSetAside) {
     fields.rememberedPositions() = {{1, {1, 2}}};
     fields.saveRememberedPositions();
     testing::internal::CaptureStderr();
@@ -160,13 +160,13 @@ TEST_F(LateSettingsTest, rememberedPositions_cannotBeUnderstood_areSetAside) {
     EXPECT_EQ(storedData(keysAside().front()), R"({"1":{"x":1}})");
 }
 
-TEST_F(LateSettingsDeathTest, rememberedPositions_twoSpellingsOfOneDisplay_stopTheProgram) {
+TEST_F(LateReadingDeathTest, rememberedPositions_twoSpellingsOfOneDisplay_stopTheProgram) {
     EXPECT_DEATH(
         fakes.defaults.readLate({{"rememberedPositions", DefaultsData{R"({"7":{"x":1,"y":1},"07":{"x":2,"y":2}})"}}}),
         "Duplicate values for key: '7'");
 }
 
-TEST_F(LateSettingsTest, singleValues_notChangedSince_comeIntoForce) {
+TEST_F(LateReadingTest, singleValues_notChangedSince_comeIntoForce) {
     fakes.defaults.readLate({{"mode", "manual"s}, {"animation", "none"s}, {"soundEnabled", std::int64_t{0}}});
     EXPECT_EQ(fields.mode(), VantrelMode::manual);
     EXPECT_EQ(fields.animationStyle(), AnimationStyle::none);
@@ -174,7 +174,7 @@ TEST_F(LateSettingsTest, singleValues_notChangedSince_comeIntoForce) {
     EXPECT_TRUE(calls({"setObjects"}).empty());
 }
 
-TEST_F(LateSettingsTest, singleValues_changedSince_stayAsChanged) {
+TEST_F(LateReadingTest, singleValues_changedSince_stayAsChanged) {
     controller->preferencesDidChangeMode(VantrelMode::automatic);
     controller->preferencesDidChangeSound(true);
     fakes.defaults.readLate({{"mode", "manual"s}, {"animation", "none"s}, {"soundEnabled", std::int64_t{0}}});
@@ -183,7 +183,7 @@ TEST_F(LateSettingsTest, singleValues_changedSince_stayAsChanged) {
     EXPECT_TRUE(fields.soundEnabled());
 }
 
-TEST_F(LateSettingsTest, shortcut_notChangedSince_isRegisteredAsAtLaunch) {
+TEST_F(LateReadingTest, shortcut_notChangedSince_isRegisteredAsAtLaunch) {
     fakes.defaults.readLate(
         {{"primaryHotKeyCode", std::int64_t{40}}, {"primaryHotKeyModifiers", std::int64_t{0x1900}}});
     EXPECT_EQ(calls({"UnregisterEventHotKey", "RegisterEventHotKey", "setObjects"}),
@@ -193,7 +193,7 @@ TEST_F(LateSettingsTest, shortcut_notChangedSince_isRegisteredAsAtLaunch) {
     EXPECT_EQ(fields.primaryShortcutStatusText(), "Ready. Use Ctrl + Option + Command + K.");
 }
 
-TEST_F(LateSettingsTest, shortcut_takenOrReserved_isToldAsAtLaunch) {
+TEST_F(LateReadingTest, shortcut_takenOrReserved_isToldAsAtLaunch) {
     fakes.hotKeys.refusals[{40, 0x1900}] = eventHotKeyExistsErr;
     fakes.defaults.readLate(
         {{"primaryHotKeyCode", std::int64_t{40}}, {"primaryHotKeyModifiers", std::int64_t{0x1900}}});
@@ -207,7 +207,7 @@ TEST_F(LateSettingsTest, shortcut_takenOrReserved_isToldAsAtLaunch) {
     EXPECT_EQ(fields.primaryShortcutStatusText(), "Hyper + 1 is reserved in Raycast. Choose a different Hyper key.");
 }
 
-TEST_F(LateSettingsTest, shortcut_changedSince_staysRegistered) {
+TEST_F(LateReadingTest, shortcut_changedSince_staysRegistered) {
     controller->applyPrimaryShortcut({37, 0x1900});
     fakes.journal.clear();
     fakes.defaults.readLate(
@@ -216,12 +216,12 @@ TEST_F(LateSettingsTest, shortcut_changedSince_staysRegistered) {
     EXPECT_TRUE(calls({"UnregisterEventHotKey", "RegisterEventHotKey"}).empty());
 }
 
-TEST_F(LateSettingsTest, shortcut_sameAsInForce_isNotRegisteredAnew) {
+TEST_F(LateReadingTest, shortcut_sameAsInForce_isNotRegisteredAnew) {
     fakes.defaults.readLate({{"primaryHotKeyCode", std::int64_t{2}}, {"primaryHotKeyModifiers", std::int64_t{0x1B00}}});
     EXPECT_TRUE(calls({"UnregisterEventHotKey", "RegisterEventHotKey"}).empty());
 }
 
-TEST_F(LateSettingsTest, menuAndWindow_follow) {
+TEST_F(LateReadingTest, menuAndWindow_follow) {
     controller->openSettings();
     fakes.journal.clear();
     fakes.defaults.readLate({{"mode", "manual"s},
@@ -235,14 +235,14 @@ TEST_F(LateSettingsTest, menuAndWindow_follow) {
     EXPECT_TRUE(calls({"setTitle"}).empty()) << "no message for what a person did not ask for";
 }
 
-TEST_F(LateSettingsTest, emptyStore_changesNothing) {
+TEST_F(LateReadingTest, emptyStore_changesNothing) {
     savePoints(1);
     fakes.defaults.readLate({});
     EXPECT_EQ(names(), std::vector<std::string>{"Point 1"});
     EXPECT_TRUE(calls({"setObjects"}).empty());
 }
 
-TEST_F(LateSettingsTest, controllerGone_nobodyTakesItIn) {
+TEST_F(LateReadingTest, controllerGone_nobodyTakesItIn) {
     EXPECT_TRUE(fakes.defaults.hasLateReadHandler());
     controller = nullptr;
     EXPECT_FALSE(fakes.defaults.hasLateReadHandler());
