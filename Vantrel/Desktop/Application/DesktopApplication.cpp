@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "Vantrel/Desktop/Application/BusFlowControl.hpp"
 #include "Vantrel/Platform/MainQueue.hpp"
 
 namespace vantrel::desktop {
@@ -41,7 +42,7 @@ void DesktopApplication::launch() {
 }
 
 void DesktopApplication::busConnected(GDBusConnection* bus) {
-    flowControl_ = std::make_unique<BusFlowControl>(bus);
+    controlBusFlow(bus);
     busConnected_(bus);
     busApplication_ = std::make_unique<BusApplication>(
         bus,

@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "Vantrel/Desktop/Application/BusApplication.hpp"
-#include "Vantrel/Desktop/Application/BusFlowControl.hpp"
 #include "Vantrel/Desktop/Application/SessionBus.hpp"
 #include "Vantrel/Desktop/Application/TerminationSignals.hpp"
 #include "Vantrel/Desktop/Loop/URLQueue.hpp"
@@ -61,7 +60,6 @@ class DesktopApplication final : public Application {
     TerminationSignals signals_;
     URLQueue urls_;
     SessionBus bus_;
-    std::unique_ptr<BusFlowControl> flowControl_;
     std::unique_ptr<BusApplication> busApplication_;
     bool hasEnded_ = false;
     int exitStatus_ = 0;
