@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "benchmarks/weight/ProcessMemory.hpp"
+#include "tests/desk/status/ItemProcess.hpp"
 #include "tests/desk/status/PanelItem.hpp"
 #include "tests/desk/status/TestPanel.hpp"
 #include "tests/desk/support/Desk.hpp"
@@ -89,6 +91,14 @@ class SettingsOpener {
         return waitUntilAtRest(agent_->processId(), time, std::chrono::minutes(2));
     }
 
+    /// Waits until the program that draws the window has gone, a minute after it was closed.
+    bool waitUntilItsProgramIsGone() {
+        return waitUntil([this] { return !helperOf(agent_->processId(), "vantrel-settings"); },
+                         std::chrono::minutes(2));
+    }
+
+    bench::ProcessMemory agentsMemory() { return bench::memoryOf(agent_->processId()); }
+
   private:
     Desk desk_{{.hasSessionBus = true, .hasWindowManager = true}};
     TestPanel panel_{desk_.bus().address()};
@@ -113,6 +123,11 @@ void print(const char* title, std::vector<double> times) {
                 times.front(), times.back(), times.size());
 }
 
+void print(const char* title, const bench::ProcessMemory& memory) {
+    std::printf("%-16s private dirty %.2f MB   proportional %.2f MB   resident %.2f MB\n", title, memory.privateDirty,
+                memory.proportional, memory.resident);
+}
+
 }  // namespace
 }  // namespace vantrel::desk
 
@@ -130,11 +145,16 @@ int main(int argumentCount, char** arguments) {
         print("first opening", times.first);
         print("later openings", times.later);
         SettingsOpener opener;
+        print("agent, before", opener.agentsMemory());
         opener.open();
         opener.close();
+        if (!opener.waitUntilItsProgramIsGone()) {
+            throw std::runtime_error("the program that draws the window stays");
+        }
         constexpr std::chrono::seconds resting(30);
-        std::printf("after closing    %s for %ld s\n",
-                    opener.rests(resting) ? "nothing wakes the agent" : "NOT at rest",
+        const bool rests = opener.rests(resting);
+        print("agent, after", opener.agentsMemory());
+        std::printf("after closing    %s for %ld s\n", rests ? "nothing wakes the agent" : "NOT at rest",
                     static_cast<long>(resting.count()));
     } catch (const std::exception& error) {
         std::fprintf(stderr, "vantrel-bench-settings: %s\n", error.what());
