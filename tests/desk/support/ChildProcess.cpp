@@ -1,6 +1,7 @@
 #include "tests/desk/support/ChildProcess.hpp"
 
 #include <fcntl.h>
+#include <grp.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -35,6 +36,13 @@ void redirect(const char* path, int flags, int descriptor) {
     }
 }
 
+void become(uid_t user) {
+    if (setgroups(0, nullptr) != 0 || setresgid(user, user, user) != 0 || setresuid(user, user, user) != 0) {
+        dprintf(STDERR_FILENO, "cannot become user %u: %s\n", user, std::strerror(errno));
+        _exit(127);
+    }
+}
+
 }  // namespace
 
 ChildProcess::ChildProcess(const ChildProcessOptions& options) {
@@ -49,14 +57,18 @@ ChildProcess::ChildProcess(const ChildProcessOptions& options) {
         throw std::runtime_error(std::string("fork: ") + std::strerror(errno));
     }
     if (processId_ == 0) {
-        // SIGTERM lets Xorg take its socket away, which SIGKILL would leave behind.
+        redirect("/dev/null", O_RDONLY, STDIN_FILENO);
+        redirect(options.standardOutput.c_str(), O_WRONLY | O_CREAT | O_APPEND, STDOUT_FILENO);
+        redirect(options.standardError.c_str(), O_WRONLY | O_CREAT | O_APPEND, STDERR_FILENO);
+        if (options.user) {
+            become(*options.user);
+        }
+        // After the change of the user, which forgets it. SIGTERM lets Xorg take its socket away, which SIGKILL would
+        // leave behind.
         prctl(PR_SET_PDEATHSIG, SIGTERM);
         if (getppid() != parent) {
             _exit(127);
         }
-        redirect("/dev/null", O_RDONLY, STDIN_FILENO);
-        redirect(options.standardOutput.c_str(), O_WRONLY | O_CREAT | O_APPEND, STDOUT_FILENO);
-        redirect(options.standardError.c_str(), O_WRONLY | O_CREAT | O_APPEND, STDERR_FILENO);
         if (options.keptDescriptor >= 0) {
             fcntl(options.keptDescriptor, F_SETFD, 0);
         }

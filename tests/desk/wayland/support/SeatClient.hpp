@@ -1,0 +1,121 @@
+#pragma once
+
+#include <wayland-client.h>
+#include <xkbcommon/xkbcommon.h>
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tests/desk/support/Keyboard.hpp"
+#include "tests/desk/support/Wait.hpp"
+
+struct zwlr_layer_shell_v1;
+struct zwlr_virtual_pointer_manager_v1;
+struct zwlr_virtual_pointer_v1;
+struct zwp_virtual_keyboard_manager_v1;
+struct zwp_virtual_keyboard_v1;
+struct wp_viewporter;
+struct zxdg_output_manager_v1;
+
+namespace vantrel::desk {
+
+/// A point of a compositor's layout, in points. On the tests' desks the main display stands at (0, 0), so these are the
+/// agent's numbers, too.
+struct LayoutPoint {
+    double x = 0;
+    double y = 0;
+
+    bool operator==(const LayoutPoint&) const = default;
+};
+
+inline std::ostream& operator<<(std::ostream& out, const LayoutPoint& point) {
+    return out << "layout(" << point.x << ", " << point.y << ")";
+}
+
+/// A person at a Wayland session: hands on a keyboard and a mouse, and eyes on the pointer, which are a window behind
+/// everything on each display. So it sees where the pointer is without asking anybody, except while something covers
+/// that window.
+class SeatClient {
+  public:
+    /// Connects; throws when there is no such compositor or it lacks what a test needs. `layouts` are the keyboard's,
+    /// such as "us" or "us,ru".
+    SeatClient(const std::filesystem::path& socket, const std::string& layouts);
+    ~SeatClient();
+    SeatClient(const SeatClient&) = delete;
+    SeatClient& operator=(const SeatClient&) = delete;
+
+    /// Presses the keys in order and lets go of them in reverse order.
+    void type(const Chord& chord);
+    /// Presses the keys in order and keeps them down until letGo().
+    void hold(const Chord& chord);
+    void letGo();
+    /// Makes the layout of that number, from 0 on, the active one.
+    void chooseLayout(unsigned number);
+
+    /// Moves the pointer as a hand does and waits until it is there; throws when it does not get there.
+    void moveTo(LayoutPoint point);
+    void pressButton();
+    void releaseButton();
+
+    /// Where the pointer was last seen; none when something covers it.
+    std::optional<LayoutPoint> pointer();
+    bool waitFor(LayoutPoint point, Duration deadline = generousDeadline);
+    bool staysAt(LayoutPoint point, Duration time = quietTime);
+
+    /// Waits until the compositor has carried out all that was asked.
+    void synchronise();
+
+    /// Waits for events, for so long at most.
+    void look(Duration time);
+
+  private:
+    struct Output;
+    struct Events;
+
+    void bind(std::uint32_t name, std::string_view interface, std::uint32_t version);
+    void watch(Output& output);
+    void key(std::string_view name, bool isDown);
+    void sendModifiers();
+
+    struct Disconnect {
+        void operator()(wl_display* display) const { wl_display_disconnect(display); }
+    };
+    struct FreeXkb {
+        void operator()(xkb_context* context) const { xkb_context_unref(context); }
+        void operator()(xkb_keymap* keymap) const { xkb_keymap_unref(keymap); }
+        void operator()(xkb_state* state) const { xkb_state_unref(state); }
+    };
+
+    // The objects of a connection end with it.
+    std::unique_ptr<wl_display, Disconnect> display_;
+    wl_registry* registry_ = nullptr;
+    wl_compositor* compositor_ = nullptr;
+    wl_shm* shm_ = nullptr;
+    wl_seat* seat_ = nullptr;
+    wl_pointer* pointerDevice_ = nullptr;
+    wl_buffer* nothing_ = nullptr;  ///< a transparent point
+    wp_viewporter* viewporter_ = nullptr;
+    zxdg_output_manager_v1* outputManager_ = nullptr;
+    zwlr_layer_shell_v1* layerShell_ = nullptr;
+    zwlr_virtual_pointer_manager_v1* pointerManager_ = nullptr;
+    zwlr_virtual_pointer_v1* mouse_ = nullptr;
+    zwp_virtual_keyboard_manager_v1* keyboardManager_ = nullptr;
+    zwp_virtual_keyboard_v1* keyboard_ = nullptr;
+    std::vector<std::unique_ptr<Output>> outputs_;
+
+    std::unique_ptr<xkb_context, FreeXkb> xkb_;
+    std::unique_ptr<xkb_keymap, FreeXkb> keymap_;
+    std::unique_ptr<xkb_state, FreeXkb> state_;
+    std::vector<std::string> held_;
+    std::uint32_t time_ = 0;
+
+    wl_surface* pointed_ = nullptr;  ///< the surface under the pointer
+    LayoutPoint onSurface_;
+};
+
+}  // namespace vantrel::desk
