@@ -12,7 +12,6 @@ namespace vantrel::desk {
 namespace {
 
 constexpr std::string_view magic = "i3-ipc";
-constexpr std::uint32_t runCommand = 0;
 
 void readExactly(int socket, char* buffer, std::size_t length) {
     std::size_t done = 0;

@@ -20,6 +20,7 @@ class SwayControl {
     /// The answer, as JSON, to a message of that type (sway-ipc(7)).
     std::string ask(std::uint32_t type, const std::string& payload = {});
 
+    static constexpr std::uint32_t runCommand = 0;
     static constexpr std::uint32_t getOutputs = 3;
 
   private:

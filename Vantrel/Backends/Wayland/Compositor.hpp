@@ -1,0 +1,44 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "Vantrel/Backends/Common/HotKeyBinder.hpp"
+#include "Vantrel/Backends/Wayland/OutputLayout.hpp"
+#include "Vantrel/Backends/Wayland/WaylandConnection.hpp"
+
+namespace vantrel::wayland {
+
+/// What one kind of compositor offers through a door of its own, beside the protocols that it shares with others.
+class Compositor {
+  public:
+    virtual ~Compositor() = default;
+
+    virtual backend::HotKeyBinder& hotKeys() = 0;
+
+    /// Moves the pointer to a point that is counted from the corner of the rectangle around all outputs. Does not wait.
+    /// False when it cannot: then a virtual pointer does it.
+    virtual bool warpPointer(LayoutPoint fromCorner) = 0;
+
+    /// Waits until earlier warps have taken effect. They go another way than Wayland's requests, which could overtake
+    /// them.
+    virtual void settleWarps(Clock::time_point deadline) = 0;
+
+    /// Called when the compositor has read its configuration again; devices lose what they belonged to.
+    virtual void setReloaded(std::function<void()> reloaded) = 0;
+
+    /// Whether of several surfaces that are mapped at once the last one is not told of the pointer above it.
+    [[nodiscard]] virtual bool forgetsLastSurface() const = 0;
+};
+
+/// Where to look for such a door.
+struct CompositorAddress {
+    Peer peer;
+    std::string seat;  ///< the name of the seat that is served
+};
+
+/// Finds the door of one kind of compositor; null when the session's compositor is of another kind.
+using CompositorFinder = std::function<std::unique_ptr<Compositor>(const CompositorAddress& address)>;
+
+}  // namespace vantrel::wayland

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "Vantrel/Backends/Common/MonitorLayout.hpp"
+
+namespace vantrel::wayland {
+
+/// A point of the compositor's layout, in points.
+struct LayoutPoint {
+    double x = 0;
+    double y = 0;
+
+    bool operator==(const LayoutPoint&) const = default;
+};
+
+/// An output as the compositor describes it, in the layout's coordinates.
+struct OutputDescription {
+    std::string name;  ///< its connector, such as "HDMI-A-1"
+    std::int32_t x = 0;
+    std::int32_t y = 0;
+    std::int32_t width = 0;  ///< in points; 0 until it is known
+    std::int32_t height = 0;
+    std::int32_t transform = 0;  ///< wl_output.transform
+    std::string edid;            ///< what backend::edidIdentity() made of its EDID; empty where there is none
+
+    bool operator==(const OutputDescription&) const = default;
+};
+
+/// The displays of these outputs. The main one is the output whose corner is the layout's origin; where there is none,
+/// the first by name.
+backend::DisplayLayout layoutOfOutputs(std::vector<OutputDescription> outputs);
+
+/// The corner of the rectangle around all outputs; the origin where there are none.
+LayoutPoint cornerOfOutputs(const std::vector<OutputDescription>& outputs);
+
+/// The output that holds the point, else the nearest one; its index. There is one at least.
+std::size_t outputAt(const std::vector<OutputDescription>& outputs, LayoutPoint point);
+
+}  // namespace vantrel::wayland

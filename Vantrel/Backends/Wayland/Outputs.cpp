@@ -1,0 +1,105 @@
+#include "Vantrel/Backends/Wayland/Outputs.hpp"
+
+#include <algorithm>
+#include <string_view>
+
+namespace vantrel::wayland {
+
+namespace {
+
+constexpr std::uint32_t versionWithNames = 4;  // of wl_output; before that xdg-output tells them
+
+}  // namespace
+
+struct Outputs::Tracked {
+    Outputs& outputs;
+    std::uint32_t global;
+    WaylandPointer<wl_output> handle;
+    WaylandPointer<zxdg_output_v1> geometry;
+    OutputDescription pending;  ///< what the events say, in force with the next `done`
+    OutputDescription current;
+};
+
+struct Outputs::Callbacks {
+    static Tracked& tracked(void* data) { return *static_cast<Tracked*>(data); }
+
+    static void geometry(void* data, wl_output* /*output*/, std::int32_t /*x*/, std::int32_t /*y*/,
+                         std::int32_t /*millimetresWide*/, std::int32_t /*millimetresHigh*/, std::int32_t /*subpixel*/,
+                         const char* /*make*/, const char* /*model*/, std::int32_t transform) {
+        tracked(data).pending.transform = transform;
+    }
+    static void done(void* data, wl_output* /*output*/) {
+        Tracked& output = tracked(data);
+        if (output.current != output.pending) {
+            output.current = output.pending;
+            ++output.outputs.generation_;
+        }
+    }
+    static void name(void* data, wl_output* /*output*/, const char* name) { tracked(data).pending.name = name; }
+
+    static void logicalPosition(void* data, zxdg_output_v1* /*output*/, std::int32_t x, std::int32_t y) {
+        tracked(data).pending.x = x;
+        tracked(data).pending.y = y;
+    }
+    static void logicalSize(void* data, zxdg_output_v1* /*output*/, std::int32_t width, std::int32_t height) {
+        tracked(data).pending.width = width;
+        tracked(data).pending.height = height;
+    }
+    /// Only before version 3, where the output's own `done` speaks for both.
+    static void logicalDone(void* data, zxdg_output_v1* /*output*/) { done(data, nullptr); }
+    static void logicalName(void* data, zxdg_output_v1* /*output*/, const char* name) {
+        tracked(data).pending.name = name;
+    }
+
+    template <typename... Arguments>
+    static void unused(void* /*data*/, Arguments... /*arguments*/) {}
+
+    static constexpr wl_output_listener output{
+        .geometry = geometry, .mode = unused, .done = done, .scale = unused, .name = name, .description = unused};
+    static constexpr zxdg_output_v1_listener logical{.logical_position = logicalPosition,
+                                                     .logical_size = logicalSize,
+                                                     .done = logicalDone,
+                                                     .name = logicalName,
+                                                     .description = unused};
+};
+
+Outputs::Outputs(Registry& registry, zxdg_output_manager_v1& manager) : registry_(registry), manager_(manager) {
+    registry.setListener([this](const Registry::Global& global) { add(global); },
+                         [this](std::uint32_t global) { remove(global); });
+}
+
+Outputs::~Outputs() {
+    registry_.setListener([](const Registry::Global& /*global*/) {}, [](std::uint32_t /*global*/) {});
+}
+
+void Outputs::add(const Registry::Global& global) {
+    if (global.interface != std::string_view(wl_output_interface.name)) {
+        return;
+    }
+    auto handle = registry_.bind<wl_output>(global, wl_output_interface, versionWithNames);
+    wl_output* const output = handle.get();
+    WaylandPointer<zxdg_output_v1> geometry(zxdg_output_manager_v1_get_xdg_output(&manager_, output));
+    zxdg_output_v1* const logical = geometry.get();
+    tracked_.push_back(
+        std::make_unique<Tracked>(Tracked{*this, global.name, std::move(handle), std::move(geometry), {}, {}}));
+    wl_output_add_listener(output, &Callbacks::output, tracked_.back().get());
+    zxdg_output_v1_add_listener(logical, &Callbacks::logical, tracked_.back().get());
+}
+
+void Outputs::remove(std::uint32_t global) {
+    if (std::erase_if(tracked_, [global](const auto& output) { return output->global == global; }) > 0) {
+        ++generation_;
+    }
+}
+
+std::vector<Output> Outputs::current() const {
+    std::vector<Output> outputs;
+    for (const auto& output : tracked_) {
+        if (output->current.width > 0 && output->current.height > 0) {
+            outputs.push_back({output->global, output->handle.get(), output->current});
+        }
+    }
+    return outputs;
+}
+
+}  // namespace vantrel::wayland

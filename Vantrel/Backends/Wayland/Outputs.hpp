@@ -1,0 +1,47 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "Vantrel/Backends/Wayland/OutputLayout.hpp"
+#include "Vantrel/Backends/Wayland/Registry.hpp"
+
+namespace vantrel::wayland {
+
+/// An output with its handle.
+struct Output {
+    std::uint32_t global = 0;
+    wl_output* handle = nullptr;
+    OutputDescription description;
+};
+
+/// The outputs of a compositor, kept by its events.
+class Outputs {
+  public:
+    /// The manager and the registry outlive this object.
+    Outputs(Registry& registry, zxdg_output_manager_v1& manager);
+    ~Outputs();
+    Outputs(const Outputs&) = delete;
+    Outputs& operator=(const Outputs&) = delete;
+
+    /// The outputs that are there, as far as they are known.
+    [[nodiscard]] std::vector<Output> current() const;
+
+    /// Grows with each change.
+    [[nodiscard]] unsigned generation() const { return generation_; }
+
+  private:
+    struct Tracked;
+    struct Callbacks;
+
+    void add(const Registry::Global& global);
+    void remove(std::uint32_t global);
+
+    Registry& registry_;
+    zxdg_output_manager_v1& manager_;
+    std::vector<std::unique_ptr<Tracked>> tracked_;
+    unsigned generation_ = 0;
+};
+
+}  // namespace vantrel::wayland

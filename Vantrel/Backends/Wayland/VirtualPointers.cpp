@@ -1,0 +1,55 @@
+#include "Vantrel/Backends/Wayland/VirtualPointers.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+#include "Vantrel/Backends/Wayland/OutputTransform.hpp"
+
+namespace vantrel::wayland {
+
+namespace {
+
+/// The steps of a device on a length in points: as fine as the protocol's own fractions.
+constexpr int stepsOfAPoint = 256;
+
+std::uint32_t stepsOf(double fraction, std::int32_t length) {
+    return static_cast<std::uint32_t>(std::lround(std::clamp(fraction, 0.0, 1.0) * length * stepsOfAPoint));
+}
+
+std::uint32_t milliseconds() {
+    const auto now = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now().time_since_epoch());
+    return static_cast<std::uint32_t>(now.count());
+}
+
+}  // namespace
+
+void VirtualPointers::warp(std::span<const Output> outputs, LayoutPoint point) {
+    std::erase_if(ofOutputs_, [outputs](const auto& device) {
+        return std::none_of(outputs.begin(), outputs.end(),
+                            [&](const Output& output) { return output.global == device.first; });
+    });
+    std::vector<OutputDescription> descriptions;
+    descriptions.reserve(outputs.size());
+    for (const Output& output : outputs) {
+        descriptions.push_back(output.description);
+    }
+    const Output& output = outputs[outputAt(descriptions, point)];
+    auto& device = ofOutputs_[output.global];
+    if (!device) {
+        device.reset(
+            zwlr_virtual_pointer_manager_v1_create_virtual_pointer_with_output(&manager_, seat_.get(), output.handle));
+    }
+    const OutputDescription& place = output.description;
+    const OutputFraction fraction =
+        onDeviceOf(place.transform, {.x = (point.x - place.x) / place.width, .y = (point.y - place.y) / place.height});
+    zwlr_virtual_pointer_v1_motion_absolute(device.get(), milliseconds(), stepsOf(fraction.x, place.width),
+                                            stepsOf(fraction.y, place.height), stepsOf(1, place.width),
+                                            stepsOf(1, place.height));
+    zwlr_virtual_pointer_v1_frame(device.get());
+}
+
+void VirtualPointers::provideDevice() {
+    spare_.reset(zwlr_virtual_pointer_manager_v1_create_virtual_pointer(&manager_, seat_.get()));
+}
+
+}  // namespace vantrel::wayland

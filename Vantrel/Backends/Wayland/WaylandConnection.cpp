@@ -1,0 +1,106 @@
+#include "Vantrel/Backends/Wayland/WaylandConnection.hpp"
+
+#include <poll.h>
+#include <sys/socket.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <ctime>
+#include <utility>
+
+namespace vantrel::wayland {
+
+namespace {
+
+/// Waits for the descriptor; false at the deadline.
+bool waitUntilReadable(int descriptor, Clock::time_point deadline) {
+    while (true) {
+        const auto left = std::max(deadline - Clock::now(), Clock::duration::zero());
+        const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(left);
+        const timespec timeout{.tv_sec = static_cast<std::time_t>(seconds.count()),
+                               .tv_nsec = static_cast<long>(std::chrono::nanoseconds(left - seconds).count())};
+        pollfd poll{.fd = descriptor, .events = POLLIN, .revents = 0};
+        const int ready = ppoll(&poll, 1, &timeout, nullptr);
+        if (ready >= 0 || errno != EINTR) {
+            return ready > 0;
+        }
+    }
+}
+
+}  // namespace
+
+std::unique_ptr<WaylandConnection> WaylandConnection::open(std::string& error) {
+    WaylandPointer<wl_display> display(wl_display_connect(nullptr));
+    if (!display) {
+        const char* const name = std::getenv("WAYLAND_DISPLAY");
+        error = std::string("cannot connect to the Wayland display ") + (name == nullptr ? "wayland-0" : name);
+        return nullptr;
+    }
+    // The constructor is private, so make_unique cannot reach it.
+    return std::unique_ptr<WaylandConnection>(new WaylandConnection(std::move(display)));
+}
+
+std::optional<Peer> WaylandConnection::peer() const {
+    ucred credentials{};
+    socklen_t length = sizeof credentials;
+    if (getsockopt(wl_display_get_fd(get()), SOL_SOCKET, SO_PEERCRED, &credentials, &length) != 0) {
+        return std::nullopt;
+    }
+    return Peer{credentials.pid, credentials.uid};
+}
+
+bool WaylandConnection::flush() {
+    return wl_display_flush(get()) >= 0 || errno != EAGAIN;
+}
+
+bool WaylandConnection::hasQueuedEvents() const {
+    // Only one thread reads, so nothing needs to be announced for longer than this question.
+    if (wl_display_prepare_read(get()) != 0) {
+        return true;
+    }
+    wl_display_cancel_read(get());
+    return false;
+}
+
+void WaylandConnection::dispatchQueued() {
+    if (wl_display_dispatch_pending(get()) < 0) {
+        isLost_ = true;
+    }
+}
+
+void WaylandConnection::drain() {
+    waitFor([] { return false; }, Clock::time_point{});
+}
+
+bool WaylandConnection::waitFor(const std::function<bool()>& condition, Clock::time_point deadline) {
+    dispatchQueued();
+    flush();
+    while (!condition() && !isLost()) {
+        if (!waitUntilReadable(wl_display_get_fd(get()), deadline)) {
+            return false;
+        }
+        while (wl_display_prepare_read(get()) != 0) {
+            dispatchQueued();
+        }
+        if (wl_display_read_events(get()) < 0) {
+            isLost_ = true;
+        }
+        dispatchQueued();
+        flush();
+    }
+    return condition();
+}
+
+bool WaylandConnection::synchronize(Clock::time_point deadline) {
+    bool isDone = false;
+    static constexpr wl_callback_listener listener{
+        .done = [](void* data, wl_callback* /*callback*/, std::uint32_t /*time*/) {
+            *static_cast<bool*>(data) = true;
+        }};
+    const WaylandPointer<wl_callback> callback(wl_display_sync(get()));
+    wl_callback_add_listener(callback.get(), &listener, &isDone);
+    return waitFor([&isDone] { return isDone; }, deadline);
+}
+
+}  // namespace vantrel::wayland

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "Vantrel/Backends/Wayland/WaylandHandles.hpp"
+
+namespace vantrel::wayland {
+
+using Clock = std::chrono::steady_clock;
+
+/// The process at the other end of a connection.
+struct Peer {
+    pid_t processId = 0;
+    uid_t user = 0;
+};
+
+/// One connection to a Wayland compositor. Events are given to the objects' listeners as soon as they are read, also
+/// while somebody waits: so a listener only notes what it is told, and calls nobody.
+class WaylandConnection {
+  public:
+    /// Connects to the display that WAYLAND_DISPLAY names; null with one clear line in `error` when that fails.
+    static std::unique_ptr<WaylandConnection> open(std::string& error);
+
+    [[nodiscard]] wl_display* get() const { return display_.get(); }
+
+    /// Whether the compositor has gone away, or ended the connection. Nothing arrives after that.
+    [[nodiscard]] bool isLost() const { return isLost_ || wl_display_get_error(get()) != 0; }
+
+    /// The compositor's process; none where the system does not tell.
+    [[nodiscard]] std::optional<Peer> peer() const;
+
+    /// Sends what was asked for; false when the socket takes no more at present.
+    bool flush();
+
+    /// Whether events were read whose listeners have not been told yet.
+    [[nodiscard]] bool hasQueuedEvents() const;
+
+    /// Reads what the socket holds, without waiting, and tells the listeners.
+    void drain();
+
+    /// Sends what was asked for and handles events until the condition holds. False at the deadline, or when the
+    /// compositor goes away.
+    bool waitFor(const std::function<bool()>& condition, Clock::time_point deadline);
+
+    /// Waits until the compositor has handled all that was asked up to now, with all events that come of it. False at
+    /// the deadline, or when it goes away.
+    bool synchronize(Clock::time_point deadline);
+
+  private:
+    explicit WaylandConnection(WaylandPointer<wl_display> display) : display_(std::move(display)) {}
+    void dispatchQueued();
+
+    WaylandPointer<wl_display> display_;
+    bool isLost_ = false;
+};
+
+}  // namespace vantrel::wayland

@@ -1,0 +1,63 @@
+#include "Vantrel/Backends/Wayland/WaylandScreen.hpp"
+
+#include <cmath>
+
+#include "Vantrel/Backends/Wayland/ConnectorEdid.hpp"
+
+namespace vantrel::wayland {
+
+namespace {
+
+/// What is left of the 30 ms for a jump stays for everything else.
+constexpr std::chrono::milliseconds readingTime{25};
+
+}  // namespace
+
+WaylandScreen::WaylandScreen(WaylandConnection& connection, const Outputs& outputs, OverlayReader& reader,
+                             VirtualPointers& pointers, Compositor* compositor)
+    : connection_(connection), tracked_(outputs), reader_(reader), pointers_(pointers), compositor_(compositor) {}
+
+void WaylandScreen::refreshLayout() {
+    connection_.drain();
+    if (!isLayoutStale()) {
+        return;
+    }
+    generation_ = tracked_.generation();
+    outputs_ = tracked_.current();
+    std::vector<OutputDescription> descriptions;
+    for (Output& output : outputs_) {
+        output.description.edid = edidIdentityOfConnector(output.description.name);
+        descriptions.push_back(output.description);
+    }
+    corner_ = cornerOfOutputs(descriptions);
+    layout_ = layoutOfOutputs(std::move(descriptions));
+}
+
+std::optional<CGPoint> WaylandScreen::pointer() {
+    if (freshPointer_) {
+        return freshPointer_;
+    }
+    const Clock::time_point deadline = Clock::now() + readingTime;
+    refreshLayout();
+    if (compositor_ != nullptr) {
+        compositor_->settleWarps(deadline);
+    }
+    if (const auto place = reader_.read(outputs_, deadline)) {
+        freshPointer_ = CGPoint{place->x - layout_.originX, place->y - layout_.originY};
+    }
+    return freshPointer_;
+}
+
+void WaylandScreen::warpPointer(CGPoint position) {
+    freshPointer_.reset();
+    if (!std::isfinite(position.x) || !std::isfinite(position.y) || outputs_.empty()) {
+        return;
+    }
+    const LayoutPoint place{position.x + layout_.originX, position.y + layout_.originY};
+    if (compositor_ == nullptr || !compositor_->warpPointer({place.x - corner_.x, place.y - corner_.y})) {
+        pointers_.warp(outputs_, place);
+        connection_.flush();
+    }
+}
+
+}  // namespace vantrel::wayland

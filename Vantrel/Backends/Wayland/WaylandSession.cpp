@@ -1,0 +1,210 @@
+#include "Vantrel/Backends/Wayland/WaylandSession.hpp"
+
+#include <array>
+#include <cstdlib>
+#include <utility>
+
+#include "Vantrel/Backends/Common/DeferredTask.hpp"
+#include "Vantrel/Backends/Common/HotKeyRegistry.hpp"
+#include "Vantrel/Backends/Wayland/OverlayReader.hpp"
+#include "Vantrel/Backends/Wayland/SessionSocket.hpp"
+#include "Vantrel/Backends/Wayland/UnboundHotKeys.hpp"
+#include "Vantrel/Backends/Wayland/WaylandCursor.hpp"
+#include "Vantrel/Backends/Wayland/WaylandDisplays.hpp"
+#include "Vantrel/Backends/Wayland/WaylandEventSource.hpp"
+
+namespace vantrel::wayland {
+
+namespace {
+
+/// For the answers at the start; a compositor that is busy with its own start may take a while.
+constexpr std::chrono::seconds startDeadline{5};
+
+struct Need {
+    const wl_interface& interface;
+    std::uint32_t version;
+};
+
+const std::array needs{Need{wl_compositor_interface, 4},
+                       Need{wl_shm_interface, 1},
+                       Need{wl_seat_interface, Seat::version},
+                       Need{wp_viewporter_interface, 1},
+                       Need{zxdg_output_manager_v1_interface, 2},
+                       Need{zwlr_layer_shell_v1_interface, 1},
+                       Need{zwlr_virtual_pointer_manager_v1_interface, 2}};
+
+/// What the compositor lacks, by name, for a person to look up; empty when it has all.
+std::string missingIn(const Registry& registry) {
+    std::string missing;
+    for (const auto& [interface, version] : needs) {
+        if (!registry.offers(interface, version)) {
+            missing += missing.empty() ? "" : ", ";
+            missing += interface.name;
+        }
+    }
+    return missing;
+}
+
+std::string environment(const char* variable) {
+    const char* const value = std::getenv(variable);
+    return value == nullptr ? "" : value;
+}
+
+/// The display's name as libwayland chooses it.
+std::string displayName() {
+    const std::string name = environment("WAYLAND_DISPLAY");
+    return name.empty() ? "wayland-0" : name;
+}
+
+}  // namespace
+
+struct WaylandSession::Globals {
+    explicit Globals(const Registry& registry)
+        : compositor(registry.bindFirst<wl_compositor>(wl_compositor_interface, 4)),
+          shm(registry.bindFirst<wl_shm>(wl_shm_interface, 1)),
+          viewporter(registry.bindFirst<wp_viewporter>(wp_viewporter_interface, 1)),
+          outputs(registry.bindFirst<zxdg_output_manager_v1>(zxdg_output_manager_v1_interface, 3)),
+          layerShell(registry.bindFirst<zwlr_layer_shell_v1>(zwlr_layer_shell_v1_interface, 4)),
+          pointers(registry.bindFirst<zwlr_virtual_pointer_manager_v1>(zwlr_virtual_pointer_manager_v1_interface, 2)) {}
+
+    WaylandPointer<wl_compositor> compositor;
+    WaylandPointer<wl_shm> shm;
+    WaylandPointer<wp_viewporter> viewporter;
+    WaylandPointer<zxdg_output_manager_v1> outputs;
+    WaylandPointer<zwlr_layer_shell_v1> layerShell;
+    WaylandPointer<zwlr_virtual_pointer_manager_v1> pointers;
+};
+
+/// What an agent works with. A start that only hands over its URLs has no use for it.
+struct WaylandSession::Abilities {
+    Abilities(WaylandConnection& connection, const Globals& globals, Seat& seat, const Outputs& outputs,
+              const std::vector<CompositorFinder>& finders)
+        : pointers(*globals.pointers, seat),
+          reader(connection, {*globals.compositor, *globals.shm, *globals.viewporter, *globals.layerShell}, seat,
+                 pointers),
+          compositor(find(connection, seat, finders)),
+          screen(connection, outputs, reader, pointers, compositor.get()) {
+        if (compositor) {
+            reader.setAnnouncesAnother(compositor->forgetsLastSurface());
+            compositor->setReloaded([this] { pointers.renew(); });
+        }
+        screen.refreshLayout();
+    }
+
+    static std::unique_ptr<Compositor> find(const WaylandConnection& connection, const Seat& seat,
+                                            const std::vector<CompositorFinder>& finders) {
+        const auto peer = connection.peer();
+        for (const CompositorFinder& finder : finders) {
+            if (auto compositor = peer ? finder({*peer, seat.name()}) : nullptr) {
+                return compositor;
+            }
+        }
+        return nullptr;
+    }
+
+    VirtualPointers pointers;
+    OverlayReader reader;
+    std::unique_ptr<Compositor> compositor;
+    WaylandScreen screen;
+    WaylandDisplays displays{screen};
+    WaylandCursor cursor{screen};
+    UnboundHotKeys unbound;
+    backend::HotKeyRegistry hotKeys{compositor ? compositor->hotKeys() : unbound};
+};
+
+struct WaylandSession::Parts {
+    Parts(std::unique_ptr<WaylandConnection> opened, std::unique_ptr<Registry> filled,
+          std::vector<CompositorFinder> known)
+        : connection(std::move(opened)), registry(std::move(filled)), finders(std::move(known)) {}
+
+    std::unique_ptr<WaylandConnection> connection;
+    std::unique_ptr<Registry> registry;
+    std::vector<CompositorFinder> finders;
+    Globals globals{*registry};
+    Seat seat{*registry};
+    Outputs outputs{*registry, *globals.outputs};
+    SessionSocket socket{environment("XDG_RUNTIME_DIR"), displayName()};
+    std::unique_ptr<Abilities> abilities;
+    /// Reads a changed layout while nobody waits for it, so that the next press finds it ready.
+    backend::DeferredTask layoutTask{[this] { abilities->screen.refreshLayout(); }};
+    std::unique_ptr<WaylandEventSource> source;
+};
+
+WaylandSession::WaylandSession(std::unique_ptr<Parts> parts) : parts_(std::move(parts)) {}
+WaylandSession::~WaylandSession() = default;
+
+std::unique_ptr<WaylandSession> WaylandSession::connect(const std::vector<CompositorFinder>& finders,
+                                                        std::string& error, bool& isThere) {
+    auto connection = WaylandConnection::open(error);
+    isThere = connection != nullptr;
+    if (!connection) {
+        return nullptr;
+    }
+    auto registry = std::make_unique<Registry>(*connection);
+    if (!connection->synchronize(Clock::now() + startDeadline)) {
+        error = "the Wayland compositor does not answer";
+        return nullptr;
+    }
+    if (const std::string missing = missingIn(*registry); !missing.empty()) {
+        error = "this Wayland compositor does not let programs read and move the pointer (it lacks " + missing + ")";
+        return nullptr;
+    }
+    return std::unique_ptr<WaylandSession>(
+        new WaylandSession(std::make_unique<Parts>(std::move(connection), std::move(registry), finders)));
+}
+
+WaylandSession::Abilities& WaylandSession::abilities() {
+    if (!parts_->abilities) {
+        // The outputs and the seat tell of themselves.
+        parts_->connection->synchronize(Clock::now() + startDeadline);
+        parts_->abilities = std::make_unique<Abilities>(*parts_->connection, parts_->globals, parts_->seat,
+                                                        parts_->outputs, parts_->finders);
+    }
+    return *parts_->abilities;
+}
+
+DisplayServices& WaylandSession::displays() {
+    return abilities().displays;
+}
+
+PointerReader& WaylandSession::pointerReader() {
+    return abilities().cursor;
+}
+
+PointerWarper& WaylandSession::pointerWarper() {
+    return abilities().cursor;
+}
+
+HotKeyServices& WaylandSession::hotKeys() {
+    return abilities().hotKeys;
+}
+
+bool WaylandSession::claim() {
+    return parts_->socket.claim();
+}
+
+bool WaylandSession::handOver(const std::vector<std::string>& urls) {
+    return parts_->socket.send(urls);
+}
+
+void WaylandSession::attach(Events events) {
+    WaylandScreen& screen = abilities().screen;
+    parts_->socket.serve(std::move(events.opened));
+    parts_->source = std::make_unique<WaylandEventSource>(
+        *parts_->connection,
+        WaylandEventSource::Events{
+            .turnBegan = [&screen] { screen.beginTurn(); },
+            .handled =
+                [this] {
+                    if (abilities().screen.isLayoutStale()) {
+                        parts_->layoutTask.schedule();
+                    }
+                },
+            .connectionLost = [ended = std::move(events.ended)] { ended("the Wayland compositor went away"); }});
+}
+
+std::unique_ptr<ItemPresenter> WaylandSession::makeItemPresenter(ItemPresenter::Events /*events*/) {
+    return nullptr;
+}
+
+}  // namespace vantrel::wayland

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Vantrel/Backends/Wayland/Compositor.hpp"
+#include "Vantrel/Platform/DisplaySession.hpp"
+
+namespace vantrel::wayland {
+
+/// A Wayland compositor: displays, pointer, the place of the one agent; and hot keys where one of the finders knows the
+/// compositor.
+class WaylandSession final : public DisplaySession {
+  public:
+    /// Connects to the display that WAYLAND_DISPLAY names. Null, with one clear line in `error`, when there is none;
+    /// `isThere` then says whether a compositor answered, which lacks what is needed.
+    static std::unique_ptr<WaylandSession> connect(const std::vector<CompositorFinder>& finders, std::string& error,
+                                                   bool& isThere);
+
+    ~WaylandSession() override;
+    WaylandSession(const WaylandSession&) = delete;
+    WaylandSession& operator=(const WaylandSession&) = delete;
+
+    DisplayServices& displays() override;
+    PointerReader& pointerReader() override;
+    PointerWarper& pointerWarper() override;
+    HotKeyServices& hotKeys() override;
+    bool claim() override;
+    bool handOver(const std::vector<std::string>& urls) override;
+    void attach(Events events) override;
+    /// Wayland has no tray of its own.
+    std::unique_ptr<ItemPresenter> makeItemPresenter(ItemPresenter::Events events) override;
+
+  private:
+    struct Globals;
+    struct Abilities;
+    struct Parts;
+    explicit WaylandSession(std::unique_ptr<Parts> parts);
+    Abilities& abilities();
+
+    std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace vantrel::wayland
