@@ -1,6 +1,12 @@
 #include "Vantrel/Agent/SessionChoice.hpp"
 
+#ifdef VANTREL_WAYLAND
+#include "Vantrel/Backends/Sway/SwayCompositor.hpp"
+#include "Vantrel/Backends/Wayland/WaylandSession.hpp"
+#endif
+#ifdef VANTREL_X11
 #include "Vantrel/Backends/X11/X11Session.hpp"
+#endif
 
 #include <cstdlib>
 
@@ -13,14 +19,41 @@ bool isSet(const char* variable) {
     return value != nullptr && *value != '\0';
 }
 
+/// `isThere` says whether a compositor answered at all.
+std::unique_ptr<DisplaySession> connectToWayland(std::string& error, bool& isThere) {
+#ifdef VANTREL_WAYLAND
+    return wayland::WaylandSession::connect({sway::SwayCompositor::find}, error, isThere);
+#else
+    isThere = false;
+    error = "this is a Wayland session, and this Vantrel was built without Wayland";
+    return nullptr;
+#endif
+}
+
+std::unique_ptr<DisplaySession> connectToX11(std::string& error) {
+#ifdef VANTREL_X11
+    return x11::X11Session::connect(error);
+#else
+    error = "this is an X11 session, and this Vantrel was built without X11";
+    return nullptr;
+#endif
+}
+
 }  // namespace
 
 std::unique_ptr<DisplaySession> chooseDisplaySession(std::string& error) {
-    if (!isSet("DISPLAY") && isSet("WAYLAND_DISPLAY")) {
-        error = "this is a Wayland session, whose pointer Vantrel cannot move; log in to an X11 session";
+    if (isSet("WAYLAND_DISPLAY") || isSet("WAYLAND_SOCKET")) {
+        bool isThere = false;
+        auto session = connectToWayland(error, isThere);
+        // The X server of a session whose compositor lacks something would take warps and move nothing.
+        if (session || isThere || !isSet("DISPLAY")) {
+            return session;
+        }
+    } else if (!isSet("DISPLAY")) {
+        error = "no display: neither WAYLAND_DISPLAY nor DISPLAY is set";
         return nullptr;
     }
-    return x11::X11Session::connect(error);
+    return connectToX11(error);
 }
 
 }  // namespace vantrel

@@ -7,8 +7,9 @@
 
 namespace vantrel {
 
-/// Connects to the display server that serves this session. Null, with one clear line in `error`, when there is none
-/// that moves the pointer. X11 is the only kind so far; a further one is chosen here.
+/// Connects to the display server that serves this session: the Wayland compositor that WAYLAND_DISPLAY names, and
+/// where that is not set or nobody listens there any more, the X server that DISPLAY names. Null, with one clear line
+/// in `error`, when there is none that lets its pointer be moved.
 std::unique_ptr<DisplaySession> chooseDisplaySession(std::string& error);
 
 }  // namespace vantrel

@@ -6,6 +6,7 @@
 
 #include "Vantrel/Backends/Common/HotKeyBinder.hpp"
 #include "Vantrel/Backends/Wayland/OutputLayout.hpp"
+#include "Vantrel/Backends/Wayland/SeatKeymap.hpp"
 #include "Vantrel/Backends/Wayland/WaylandConnection.hpp"
 
 namespace vantrel::wayland {
@@ -32,10 +33,12 @@ class Compositor {
     [[nodiscard]] virtual bool forgetsLastSurface() const = 0;
 };
 
-/// Where to look for such a door.
+/// Where to look for such a door, and what its user may ask of the session.
 struct CompositorAddress {
     Peer peer;
     std::string seat;  ///< the name of the seat that is served
+    /// readSeatKeymap() of that seat.
+    std::function<KeymapPointer(Clock::time_point deadline)> readKeymap;
 };
 
 /// Finds the door of one kind of compositor; null when the session's compositor is of another kind.

@@ -91,11 +91,17 @@ struct WaylandSession::Abilities {
         screen.refreshLayout();
     }
 
-    static std::unique_ptr<Compositor> find(const WaylandConnection& connection, const Seat& seat,
+    static std::unique_ptr<Compositor> find(WaylandConnection& connection, const Seat& seat,
                                             const std::vector<CompositorFinder>& finders) {
         const auto peer = connection.peer();
+        if (!peer) {
+            return nullptr;
+        }
+        const CompositorAddress address{*peer, seat.name(), [&connection, &seat](Clock::time_point deadline) {
+                                            return readSeatKeymap(connection, seat, deadline);
+                                        }};
         for (const CompositorFinder& finder : finders) {
-            if (auto compositor = peer ? finder({*peer, seat.name()}) : nullptr) {
+            if (auto compositor = finder(address)) {
                 return compositor;
             }
         }

@@ -68,12 +68,12 @@ TEST(Program, start_noDisplay_oneLineAndOne) {
         const char* line;
     };
     for (const auto& [display, waylandDisplay, line] :
-         {Case{nullptr, nullptr, "vantrel: no X display: DISPLAY is not set\n"},
-          Case{"", nullptr, "vantrel: no X display: DISPLAY is not set\n"},
+         {Case{nullptr, nullptr, "vantrel: no display: neither WAYLAND_DISPLAY nor DISPLAY is set\n"},
+          Case{"", nullptr, "vantrel: no display: neither WAYLAND_DISPLAY nor DISPLAY is set\n"},
           Case{":4711", nullptr, "vantrel: cannot connect to the X display :4711\n"},
           Case{"nonsense", nullptr, "vantrel: cannot connect to the X display nonsense\n"},
-          Case{nullptr, "wayland-0",
-               "vantrel: this is a Wayland session, whose pointer Vantrel cannot move; log in to an X11 session\n"}}) {
+          Case{nullptr, "wayland-4711", "vantrel: cannot connect to the Wayland display wayland-4711\n"},
+          Case{":4711", "wayland-4711", "vantrel: cannot connect to the X display :4711\n"}}) {
         Environment environment = withoutDisplay();
         if (display != nullptr) {
             environment.set("DISPLAY", display);

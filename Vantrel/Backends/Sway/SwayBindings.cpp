@@ -1,0 +1,80 @@
+#include "Vantrel/Backends/Sway/SwayBindings.hpp"
+
+#include <algorithm>
+#include <array>
+#include <span>
+
+#include "Vantrel/Backends/Common/KeyPlaces.hpp"
+
+namespace vantrel::sway {
+
+namespace {
+
+struct ModifierName {
+    std::uint32_t carbon;
+    std::uint32_t sway;
+    std::string_view name;
+};
+
+constexpr std::array modifierNames{
+    ModifierName{controlKey, controlModifier, "Ctrl"}, ModifierName{optionKey, altModifier, "Mod1"},
+    ModifierName{shiftKey, shiftModifier, "Shift"}, ModifierName{cmdKey, logoModifier, "Mod4"}};
+
+std::span<const xkb_keysym_t> keysymsOf(xkb_keymap* keymap, xkb_keycode_t keycode, xkb_layout_index_t layout,
+                                        xkb_level_index_t level) {
+    const xkb_keysym_t* keysyms = nullptr;
+    const int count = xkb_keymap_key_get_syms_by_level(keymap, keycode, layout, level, &keysyms);
+    return {keysyms, static_cast<std::size_t>(std::max(count, 0))};
+}
+
+}  // namespace
+
+std::uint32_t swayModifiers(std::uint32_t carbonModifiers) {
+    std::uint32_t modifiers = 0;
+    for (const ModifierName& modifier : modifierNames) {
+        modifiers |= (carbonModifiers & modifier.carbon) != 0 ? modifier.sway : 0;
+    }
+    return modifiers;
+}
+
+std::vector<xkb_keycode_t> keycodesAt(std::uint32_t virtualKeyCode, xkb_keymap* keymap) {
+    std::vector<xkb_keycode_t> keycodes;
+    for (const std::string_view name : backend::xkbNamesForVirtualKey(virtualKeyCode)) {
+        const xkb_keycode_t keycode = xkb_keymap_key_by_name(keymap, std::string(name).c_str());
+        if (keycode != XKB_KEYCODE_INVALID && std::find(keycodes.begin(), keycodes.end(), keycode) == keycodes.end()) {
+            keycodes.push_back(keycode);
+        }
+    }
+    return keycodes;
+}
+
+std::string combinationText(std::uint32_t modifiers, xkb_keycode_t keycode) {
+    std::string text;
+    for (const ModifierName& modifier : modifierNames) {
+        if ((modifiers & modifier.sway) != 0) {
+            text += modifier.name;
+            text += '+';
+        }
+    }
+    return text + std::to_string(keycode);
+}
+
+bool isMeantBy(const ConfiguredBinding& binding, std::uint32_t modifiers, xkb_keycode_t keycode, xkb_keymap* keymap) {
+    if (binding.keycode != 0) {
+        return binding.keycode == keycode && binding.modifiers == modifiers;
+    }
+    // A symbol of a higher level has used up the Shift that leads to it.
+    const std::uint32_t withoutShift = modifiers & ~shiftModifier;
+    for (xkb_layout_index_t layout = 0; layout < xkb_keymap_num_layouts_for_key(keymap, keycode); ++layout) {
+        for (xkb_level_index_t level = 0; level < xkb_keymap_num_levels_for_key(keymap, keycode, layout); ++level) {
+            const auto keysyms = keysymsOf(keymap, keycode, layout, level);
+            const bool fits = binding.modifiers == modifiers || (level > 0 && binding.modifiers == withoutShift);
+            if (fits && std::find(keysyms.begin(), keysyms.end(), binding.keysym) != keysyms.end()) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+}  // namespace vantrel::sway

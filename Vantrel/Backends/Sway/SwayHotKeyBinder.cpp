@@ -1,0 +1,209 @@
+#include "Vantrel/Backends/Sway/SwayHotKeyBinder.hpp"
+
+#include <algorithm>
+#include <utility>
+
+#include "Vantrel/Backends/Sway/SwayConfiguration.hpp"
+#include "Vantrel/Backends/Sway/SwayReplies.hpp"
+
+namespace vantrel::sway {
+
+namespace {
+
+constexpr std::chrono::milliseconds answerTime{30};
+constexpr std::chrono::seconds pauseBeforeListening{1};
+constexpr auto wantedEvents = R"(["binding","mode","workspace"])";
+
+/// What the binding runs. It says of which combination it is, so that what a killed agent has left behind means what it
+/// says.
+std::string commandOf(const backend::KeyCombination& combination) {
+    return "nop vantrel " + std::to_string(combination.keyCode) + " " + std::to_string(combination.modifiers);
+}
+
+std::string quoted(const std::string& text) {
+    std::string result = "\"";
+    for (const char character : text) {
+        if (character == '"' || character == '\\') {
+            result += '\\';
+        }
+        result += character;
+    }
+    return result + "\"";
+}
+
+}  // namespace
+
+SwayHotKeyBinder::SwayHotKeyBinder(SwayIpc& commands, const std::filesystem::path& socketFile, ReadKeymap readKeymap)
+    : commands_(commands),
+      events_(socketFile),
+      readKeymap_(std::move(readKeymap)),
+      listenAgain_([this] { listen(); }),
+      forgetKeymap_([this] { keymap_.reset(); }) {
+    listen();
+}
+
+SwayHotKeyBinder::~SwayHotKeyBinder() {
+    const Clock::time_point deadline = Clock::now() + answerTime;
+    for (const BoundKey& key : bound_) {
+        unbindInModes(key, deadline);
+    }
+}
+
+void SwayHotKeyBinder::listen() {
+    eventSource_.reset();
+    if (!events_.open() || !events_.tell(MessageType::subscribe, wantedEvents)) {
+        listenAgain_.schedule(pauseBeforeListening);
+        return;
+    }
+    eventSource_ = std::make_unique<backend::DescriptorSource>(events_.descriptor(), [this] { receive(); });
+}
+
+void SwayHotKeyBinder::receive() {
+    const std::vector<Message> messages = events_.take();
+    if (!events_.isOpen()) {
+        // Sway hangs up on who does not read for long. Its end is told by the display.
+        eventSource_.reset();
+        listenAgain_.schedule(pauseBeforeListening);
+    }
+    for (const Message& message : messages) {
+        obey(message);
+    }
+}
+
+void SwayHotKeyBinder::obey(const Message& event) {
+    switch (event.type) {
+        case MessageType::bindingEvent:
+            if (const auto command = pressedCommandIn(event.payload)) {
+                const auto key = std::find_if(bound_.begin(), bound_.end(), [&](const BoundKey& candidate) {
+                    return commandOf(candidate.combination) == *command;
+                });
+                if (key != bound_.end() && pressed_) {
+                    pressed_(key->combination);
+                }
+            }
+            break;
+        case MessageType::modeEvent:
+            restoreInMode(changeIn(event.payload));
+            break;
+        case MessageType::workspaceEvent:
+            if (changeIn(event.payload) == "reload") {
+                restoreAfterReload();
+            }
+            break;
+        default:
+            break;
+    }
+}
+
+bool SwayHotKeyBinder::learnKeymap(Clock::time_point deadline) {
+    if (!keymap_) {
+        keymap_ = readKeymap_(deadline);
+        forgetKeymap_.schedule();
+    }
+    return keymap_ != nullptr;
+}
+
+bool SwayHotKeyBinder::learn(Clock::time_point deadline) {
+    if (!modes_.empty()) {
+        return true;
+    }
+    const auto modes = commands_.ask(MessageType::getBindingModes, "", deadline);
+    const auto configuration = commands_.ask(MessageType::getConfig, "", deadline);
+    const auto version = commands_.ask(MessageType::getVersion, "", deadline);
+    if (!modes || !configuration || !version) {
+        return false;
+    }
+    configured_ = bindingsInConfiguration(configurationIn(*configuration), configurationFileIn(*version));
+    modes_ = modesIn(*modes);
+    return !modes_.empty();
+}
+
+bool SwayHotKeyBinder::isConfigured(const BoundKey& key) const {
+    return std::any_of(configured_.begin(), configured_.end(), [&](const ConfiguredBinding& binding) {
+        return std::any_of(key.keycodes.begin(), key.keycodes.end(), [&](xkb_keycode_t keycode) {
+            return isMeantBy(binding, key.modifiers, keycode, keymap_.get());
+        });
+    });
+}
+
+OSStatus SwayHotKeyBinder::bind(const backend::KeyCombination& combination) {
+    const Clock::time_point deadline = Clock::now() + answerTime;
+    if (!learnKeymap(deadline) || !learn(deadline)) {
+        return eventHotKeyInvalidErr;
+    }
+    BoundKey key{combination, swayModifiers(combination.modifiers), keycodesAt(combination.keyCode, keymap_.get())};
+    if (key.keycodes.empty()) {
+        return eventHotKeyInvalidErr;
+    }
+    if (isConfigured(key)) {
+        return eventHotKeyExistsErr;
+    }
+    if (!bindInModes(key, modes_, deadline)) {
+        unbindInModes(key, deadline);
+        return eventHotKeyInvalidErr;
+    }
+    bound_.push_back(std::move(key));
+    return 0;
+}
+
+bool SwayHotKeyBinder::bindInModes(const BoundKey& key, const std::vector<std::string>& modes,
+                                   Clock::time_point deadline) {
+    std::string commands;
+    for (const std::string& mode : modes) {
+        for (const xkb_keycode_t keycode : key.keycodes) {
+            commands += "mode " + quoted(mode) + " bindcode --no-repeat --no-warn " +
+                        combinationText(key.modifiers, keycode) + " " + commandOf(key.combination) + ";";
+        }
+    }
+    const auto reply = commands_.ask(MessageType::runCommand, commands, deadline);
+    return reply && allSucceeded(*reply);
+}
+
+void SwayHotKeyBinder::unbind(const backend::KeyCombination& combination) {
+    const auto key = std::find_if(bound_.begin(), bound_.end(),
+                                  [&](const BoundKey& candidate) { return candidate.combination == combination; });
+    if (key != bound_.end()) {
+        unbindInModes(*key, Clock::now() + answerTime);
+        bound_.erase(key);
+    }
+}
+
+void SwayHotKeyBinder::unbindInModes(const BoundKey& key, Clock::time_point deadline) {
+    std::string commands;
+    for (const std::string& mode : modes_) {
+        for (const xkb_keycode_t keycode : key.keycodes) {
+            commands += "mode " + quoted(mode) + " unbindcode " + combinationText(key.modifiers, keycode) + ";";
+        }
+    }
+    // The answer is waited for, because sway drops what it has not read of a connection that is closed.
+    commands_.ask(MessageType::runCommand, commands, deadline);
+}
+
+void SwayHotKeyBinder::restoreAfterReload() {
+    const Clock::time_point deadline = Clock::now() + answerTime;
+    modes_.clear();
+    if (learnKeymap(deadline) && learn(deadline)) {
+        for (const BoundKey& key : bound_) {
+            // The person may have just given the keys to something else.
+            if (!isConfigured(key)) {
+                bindInModes(key, modes_, deadline);
+            }
+        }
+    }
+    if (reloaded_) {
+        reloaded_();
+    }
+}
+
+void SwayHotKeyBinder::restoreInMode(const std::string& mode) {
+    if (modes_.empty() || std::find(modes_.begin(), modes_.end(), mode) != modes_.end()) {
+        return;
+    }
+    // A mode that was made while sway runs.
+    modes_.push_back(mode);
+    for (const BoundKey& key : bound_) {
+        bindInModes(key, {mode}, Clock::now() + answerTime);
+    }
+}
+
+}  // namespace vantrel::sway

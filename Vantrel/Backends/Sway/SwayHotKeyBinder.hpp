@@ -1,0 +1,70 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Vantrel/Backends/Common/DeferredTask.hpp"
+#include "Vantrel/Backends/Common/DescriptorSource.hpp"
+#include "Vantrel/Backends/Common/HotKeyBinder.hpp"
+#include "Vantrel/Backends/Sway/SwayBindings.hpp"
+#include "Vantrel/Backends/Sway/SwayIpc.hpp"
+#include "Vantrel/Backends/Wayland/SeatKeymap.hpp"
+
+namespace vantrel::sway {
+
+/// Hot keys by sway's own bindings: of places (bindcode), in every binding mode, to a command that does nothing but is
+/// told of. What the person's configuration binds is refused, because sway would let us take it and tell nobody. (What
+/// was bound while sway runs cannot be asked for.)
+class SwayHotKeyBinder final : public backend::HotKeyBinder {
+  public:
+    using ReadKeymap = std::function<wayland::KeymapPointer(Clock::time_point deadline)>;
+
+    /// The commands' connection outlives this object, which listens on a connection of its own to that socket.
+    SwayHotKeyBinder(SwayIpc& commands, const std::filesystem::path& socketFile, ReadKeymap readKeymap);
+    ~SwayHotKeyBinder() override;
+    SwayHotKeyBinder(const SwayHotKeyBinder&) = delete;
+    SwayHotKeyBinder& operator=(const SwayHotKeyBinder&) = delete;
+
+    void setPressed(Pressed pressed) override { pressed_ = std::move(pressed); }
+    OSStatus bind(const backend::KeyCombination& combination) override;
+    void unbind(const backend::KeyCombination& combination) override;
+
+    /// Called after sway has read its configuration again.
+    void setReloaded(std::function<void()> reloaded) { reloaded_ = std::move(reloaded); }
+
+  private:
+    struct BoundKey {
+        backend::KeyCombination combination;
+        std::uint32_t modifiers = 0;
+        std::vector<xkb_keycode_t> keycodes;
+    };
+
+    void listen();
+    void receive();
+    void obey(const Message& event);
+    bool learn(Clock::time_point deadline);
+    bool learnKeymap(Clock::time_point deadline);
+    [[nodiscard]] bool isConfigured(const BoundKey& key) const;
+    bool bindInModes(const BoundKey& key, const std::vector<std::string>& modes, Clock::time_point deadline);
+    void unbindInModes(const BoundKey& key, Clock::time_point deadline);
+    void restoreAfterReload();
+    void restoreInMode(const std::string& mode);
+
+    SwayIpc& commands_;
+    SwayIpc events_;
+    ReadKeymap readKeymap_;
+    std::unique_ptr<backend::DescriptorSource> eventSource_;
+    backend::DeferredTask listenAgain_;
+    std::vector<std::string> modes_;  ///< empty until they are asked for, as the configuration is
+    std::vector<ConfiguredBinding> configured_;
+    wayland::KeymapPointer keymap_;  ///< for the registrations of one moment
+    backend::DeferredTask forgetKeymap_;
+    std::vector<BoundKey> bound_;
+    Pressed pressed_;
+    std::function<void()> reloaded_;
+};
+
+}  // namespace vantrel::sway

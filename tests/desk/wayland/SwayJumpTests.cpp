@@ -1,0 +1,176 @@
+// The jumps from key press to pointer in a sway session.
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "tests/desk/wayland/support/SwayDesk.hpp"
+
+namespace vantrel::desk {
+namespace {
+
+constexpr LayoutPoint onMain{.x = 700, .y = 500};
+constexpr LayoutPoint centreOfSecond{.x = -512, .y = 484};
+
+struct Arrangement {
+    const char* name;
+    std::vector<SwayOutput> outputs;
+    LayoutPoint departure;  ///< on the main display
+    LayoutPoint centre;     ///< of the other one
+};
+
+class SwayJump : public testing::TestWithParam<Arrangement> {};
+
+TEST_P(SwayJump, hyperD_thereAndBack_isExact) {
+    SwayDesk desk({.outputs = GetParam().outputs, .configuration = {}, .files = {}});
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(GetParam().departure);
+    for (int round = 0; round < 5; ++round) {
+        ASSERT_TRUE(desk.jump(hyper(keys::d), GetParam().centre)) << desk.person().pointer().value_or(LayoutPoint{});
+        ASSERT_TRUE(desk.jump(controlOptionCommand(keys::leftArrow), GetParam().departure))
+            << desk.person().pointer().value_or(LayoutPoint{});
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Arrangements, SwayJump,
+    testing::Values(
+        Arrangement{"plain", SwayDesk::twoDisplays().outputs, onMain, centreOfSecond},
+        Arrangement{"scaleOneAndAQuarter",
+                    {{.mode = "1500x1000", .scale = "1.25"}, {.mode = "1500x1000", .x = 1200, .y = 0, .scale = "1.25"}},
+                    {700.5, 500.25},
+                    {1800, 400}},
+        Arrangement{"scaleOneAndAHalf",
+                    {{.mode = "1500x900", .scale = "1.5"}, {.mode = "1500x900", .x = 1000, .y = 0, .scale = "1.5"}},
+                    {700, 500},
+                    {1500, 300}},
+        Arrangement{"scaleTwo",
+                    {{.mode = "2000x1200", .scale = "2"}, {.mode = "1000x800", .x = 1000, .y = 0}},
+                    {700.5, 500.5},
+                    {1500, 400}},
+        Arrangement{"turned",
+                    {{.mode = "800x600"}, {.mode = "800x600", .x = 800, .y = 0, .transform = "90"}},
+                    {700, 500},
+                    {1100, 400}},
+        Arrangement{"negativeOrigin",
+                    {{.mode = "800x600"}, {.mode = "2048x1536", .x = -1024, .y = -100, .scale = "2"}},
+                    {700, 500},
+                    {-512, 284}}),
+    [](const auto& test) { return test.param.name; });
+
+TEST(SwaySession, departures_areStoredUnderEachDisplay) {
+    SwayDesk desk;
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    ASSERT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
+    ASSERT_TRUE(desk.jump(hyper(keys::d), onMain));
+    const auto stored = nlohmann::json::parse(desk.defaults().read("rememberedPositions").value_or(""), nullptr, false);
+    ASSERT_TRUE(stored.is_object());
+    std::vector<LayoutPoint> points;
+    for (const auto& point : stored) {
+        points.push_back({.x = point.at("x"), .y = point.at("y")});
+    }
+    EXPECT_EQ(points.size(), 2U) << stored;
+    EXPECT_NE(std::find(points.begin(), points.end(), onMain), points.end()) << stored;
+    EXPECT_NE(std::find(points.begin(), points.end(), centreOfSecond), points.end()) << stored;
+}
+
+TEST(SwaySession, savedPoint_comesBackThere) {
+    SwayDesk desk;
+    const auto agent = desk.startAgent();
+    desk.person().moveTo({.x = 300.5, .y = 200.25});
+    desk.person().type(hyper(keys::s));
+    ASSERT_TRUE(
+        waitUntil([&] { return desk.defaults().read("savedPoints").value_or("").find("300.5") != std::string::npos; }));
+    desk.person().moveTo({.x = -700, .y = 600});
+    EXPECT_TRUE(desk.jump(controlOptionCommand(keys::m), {.x = 300.5, .y = 200.25}));
+}
+
+TEST(SwaySession, wrongChords_doNothing) {
+    SwayDesk desk;
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    desk.person().type(controlOptionCommand(keys::d));
+    desk.person().type({keys::d});
+    desk.person().type({keys::control, keys::option, keys::shift, keys::command, keys::rightArrow});
+    EXPECT_TRUE(desk.person().staysAt(onMain));
+}
+
+TEST(SwaySession, heldKey_actsOnce) {
+    SwayDesk desk;
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    desk.person().hold(hyper(keys::d));
+    ASSERT_TRUE(desk.person().waitFor(centreOfSecond));
+    EXPECT_TRUE(desk.person().staysAt(centreOfSecond, std::chrono::milliseconds(1500)));
+    desk.person().letGo();
+    EXPECT_TRUE(desk.jump(hyper(keys::d), onMain)) << "the next press acts again";
+}
+
+class SwayLock : public testing::TestWithParam<std::string_view> {};
+
+TEST_P(SwayLock, lockOn_jumps) {
+    SwayDesk desk;
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    desk.person().type({GetParam()});
+    EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
+    EXPECT_TRUE(desk.jump(controlOptionCommand(keys::rightArrow), onMain));
+}
+
+INSTANTIATE_TEST_SUITE_P(Locks, SwayLock, testing::Values(keys::capsLock, keys::numLock));
+
+TEST(SwaySession, russianAlone_jumpsAndTheSmallerChordDoesNot) {
+    SwayDesk desk(SwayDesk::twoDisplays("input * xkb_layout ru\n"), "ru");
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    desk.person().type(controlOptionCommand(keys::d));
+    EXPECT_TRUE(desk.person().staysAt(onMain));
+    EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
+}
+
+TEST(SwaySession, russianAsTheActiveLayout_jumps) {
+    SwayDesk desk(SwayDesk::twoDisplays(), "us,ru");
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    desk.person().chooseLayout(1);
+    EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
+    desk.person().chooseLayout(0);
+    EXPECT_TRUE(desk.jump(hyper(keys::d), onMain));
+}
+
+TEST(SwaySession, glide_endsExactlyOnTheTarget) {
+    SwayDesk desk;
+    desk.defaults().writeText("animation", "glide");
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
+    EXPECT_TRUE(desk.person().staysAt(centreOfSecond));
+    EXPECT_TRUE(desk.jump(hyper(keys::d), onMain));
+}
+
+TEST(SwaySession, displayPluggedInAndMoved_theNextJumpKnows) {
+    SwayDesk desk;
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    desk.control().run("output HEADLESS-2 position 1512 0");
+    EXPECT_TRUE(desk.jump(hyper(keys::d), {.x = 2024, .y = 384}));
+    ASSERT_TRUE(desk.jump(hyper(keys::d), onMain));
+    desk.control().run("output HEADLESS-3 mode 800x600 position -800 0");
+    desk.control().run("create_output");
+    EXPECT_TRUE(desk.jump(controlOptionCommand(keys::leftArrow), {.x = -400, .y = 300}));
+}
+
+TEST(SwaySession, buttonHeld_movesNothingAndRemembersNothing) {
+    SwayDesk desk;
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    desk.person().pressButton();
+    desk.person().type(hyper(keys::d));
+    EXPECT_TRUE(desk.person().staysAt(onMain));
+    desk.person().releaseButton();
+    EXPECT_EQ(desk.defaults().read("rememberedPositions"), std::nullopt);
+    EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
+}
+
+}  // namespace
+}  // namespace vantrel::desk
