@@ -5,7 +5,7 @@ target_include_directories(VantrelOptions INTERFACE ${PROJECT_SOURCE_DIR})
 # opinion must not keep a person or a packager from a program that works.
 target_compile_options(VantrelOptions INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
-  -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual -Wextra-semi)
+  $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual -Wextra-semi>)
 
 # Hardening as Debian builds its packages, and control-flow protection where the processor has it.
 target_compile_options(VantrelOptions INTERFACE -fstack-protector-strong)
