@@ -34,11 +34,7 @@ std::string quoted(const std::string& text) {
 }  // namespace
 
 SwayHotKeyBinder::SwayHotKeyBinder(SwayIpc& commands, const std::filesystem::path& socketFile, ReadKeymap readKeymap)
-    : commands_(commands),
-      events_(socketFile),
-      readKeymap_(std::move(readKeymap)),
-      listenAgain_([this] { listen(); }),
-      forgetKeymap_([this] { keymap_.reset(); }) {
+    : commands_(commands), events_(socketFile), readKeymap_(std::move(readKeymap)) {
     listen();
 }
 
@@ -50,20 +46,18 @@ SwayHotKeyBinder::~SwayHotKeyBinder() {
 }
 
 void SwayHotKeyBinder::listen() {
-    eventSource_.reset();
     if (!events_.open() || !events_.tell(MessageType::subscribe, wantedEvents)) {
-        listenAgain_.schedule(pauseBeforeListening);
+        listening_ = LoopSource::after(pauseBeforeListening, [this] { listen(); });
         return;
     }
-    eventSource_ = std::make_unique<backend::DescriptorSource>(events_.descriptor(), [this] { receive(); });
+    listening_ = LoopSource::whenReadable(events_.descriptor(), [this] { receive(); }, {.priority = G_PRIORITY_HIGH});
 }
 
 void SwayHotKeyBinder::receive() {
     const std::vector<Message> messages = events_.take();
     if (!events_.isOpen()) {
         // Sway hangs up on who does not read for long. Its end is told by the display.
-        eventSource_.reset();
-        listenAgain_.schedule(pauseBeforeListening);
+        listening_ = LoopSource::after(pauseBeforeListening, [this] { listen(); });
     }
     for (const Message& message : messages) {
         obey(message);
@@ -98,7 +92,7 @@ void SwayHotKeyBinder::obey(const Message& event) {
 bool SwayHotKeyBinder::learnKeymap(Clock::time_point deadline) {
     if (!keymap_) {
         keymap_ = readKeymap_(deadline);
-        forgetKeymap_.schedule();
+        forgetKeymap_ = LoopSource::whenIdle([this] { keymap_.reset(); });
     }
     return keymap_ != nullptr;
 }

@@ -6,12 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "Vantrel/Backends/Common/DeferredTask.hpp"
-#include "Vantrel/Backends/Common/DescriptorSource.hpp"
 #include "Vantrel/Backends/Common/HotKeyBinder.hpp"
 #include "Vantrel/Backends/Sway/SwayBindings.hpp"
 #include "Vantrel/Backends/Sway/SwayIpc.hpp"
 #include "Vantrel/Backends/Wayland/SeatKeymap.hpp"
+#include "Vantrel/Handles/LoopSource.hpp"
 
 namespace vantrel::sway {
 
@@ -56,12 +55,11 @@ class SwayHotKeyBinder final : public backend::HotKeyBinder {
     SwayIpc& commands_;
     SwayIpc events_;
     ReadKeymap readKeymap_;
-    std::unique_ptr<backend::DescriptorSource> eventSource_;
-    backend::DeferredTask listenAgain_;
+    LoopSource listening_;            ///< for events, or for the time to try again
     std::vector<std::string> modes_;  ///< empty until they are asked for, as the configuration is
     std::vector<ConfiguredBinding> configured_;
     wayland::KeymapPointer keymap_;  ///< for the registrations of one moment
-    backend::DeferredTask forgetKeymap_;
+    LoopSource forgetKeymap_;
     std::vector<BoundKey> bound_;
     Pressed pressed_;
     std::function<void()> reloaded_;

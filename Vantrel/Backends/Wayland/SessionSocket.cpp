@@ -94,11 +94,12 @@ std::vector<std::string> splitAtNuls(std::string_view text) {
 /// Another start of the program, while it hands over.
 struct SessionSocket::Guest {
     Guest(FileDescriptor accepted, std::function<void()> readable)
-        : socket(std::move(accepted)), source(socket.get(), std::move(readable)) {}
+        : socket(std::move(accepted)),
+          source(LoopSource::whenReadable(socket.get(), std::move(readable), {.priority = G_PRIORITY_HIGH})) {}
 
     FileDescriptor socket;
     std::string text;
-    backend::DescriptorSource source;
+    LoopSource source;
 };
 
 SessionSocket::SessionSocket(const std::filesystem::path& runtimeDirectory, const std::filesystem::path& display) {
@@ -164,7 +165,8 @@ bool SessionSocket::send(const std::vector<std::string>& urls) const {
 void SessionSocket::serve(Opened opened) {
     opened_ = std::move(opened);
     if (listener_.isOpen()) {
-        listenerSource_ = std::make_unique<backend::DescriptorSource>(listener_.get(), [this] { accept(); });
+        listenerSource_ =
+            LoopSource::whenReadable(listener_.get(), [this] { accept(); }, {.priority = G_PRIORITY_HIGH});
     }
 }
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "Vantrel/Backends/Common/DescriptorSource.hpp"
 #include "Vantrel/Handles/FileDescriptor.hpp"
+#include "Vantrel/Handles/LoopSource.hpp"
 
 namespace vantrel::wayland {
 
@@ -47,7 +47,7 @@ class SessionSocket {
     std::filesystem::path socketFile_;
     FileDescriptor lock_;
     FileDescriptor listener_;
-    std::unique_ptr<backend::DescriptorSource> listenerSource_;
+    LoopSource listenerSource_;
     std::map<int, std::unique_ptr<Guest>> guests_;
     Opened opened_;
 };

@@ -1,11 +1,9 @@
 #pragma once
 
-#include <glib.h>
-
 #include <functional>
-#include <memory>
 
 #include "Vantrel/Backends/Wayland/WaylandConnection.hpp"
+#include "Vantrel/Handles/LoopSource.hpp"
 
 namespace vantrel::wayland {
 
@@ -21,18 +19,17 @@ class WaylandEventSource {
     };
 
     WaylandEventSource(WaylandConnection& connection, Events events);
-    ~WaylandEventSource();
+    ~WaylandEventSource() = default;
     WaylandEventSource(const WaylandEventSource&) = delete;
     WaylandEventSource& operator=(const WaylandEventSource&) = delete;
 
   private:
-    struct State;
-    struct Source;
-    static gboolean prepare(GSource* source, gint* timeout);
-    static gboolean check(GSource* source);
-    static gboolean dispatch(GSource* source, GSourceFunc callback, gpointer data);
+    bool isReady();
+    void serve();
 
-    Source* source_;
+    WaylandConnection& connection_;
+    Events events_;
+    LoopSource source_;
 };
 
 }  // namespace vantrel::wayland

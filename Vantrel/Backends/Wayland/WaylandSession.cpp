@@ -4,7 +4,6 @@
 #include <cstdlib>
 #include <utility>
 
-#include "Vantrel/Backends/Common/DeferredTask.hpp"
 #include "Vantrel/Backends/Common/HotKeyRegistry.hpp"
 #include "Vantrel/Backends/Wayland/OverlayReader.hpp"
 #include "Vantrel/Backends/Wayland/SessionSocket.hpp"
@@ -12,6 +11,7 @@
 #include "Vantrel/Backends/Wayland/WaylandCursor.hpp"
 #include "Vantrel/Backends/Wayland/WaylandDisplays.hpp"
 #include "Vantrel/Backends/Wayland/WaylandEventSource.hpp"
+#include "Vantrel/Handles/LoopSource.hpp"
 
 namespace vantrel::wayland {
 
@@ -132,7 +132,7 @@ struct WaylandSession::Parts {
     SessionSocket socket{environment("XDG_RUNTIME_DIR"), displayName()};
     std::unique_ptr<Abilities> abilities;
     /// Reads a changed layout while nobody waits for it, so that the next press finds it ready.
-    backend::DeferredTask layoutTask{[this] { abilities->screen.refreshLayout(); }};
+    LoopSource layoutTask;
     std::unique_ptr<WaylandEventSource> source;
 };
 
@@ -203,7 +203,8 @@ void WaylandSession::attach(Events events) {
             .handled =
                 [this] {
                     if (abilities().screen.isLayoutStale()) {
-                        parts_->layoutTask.schedule();
+                        parts_->layoutTask =
+                            LoopSource::whenIdle([this] { parts_->abilities->screen.refreshLayout(); });
                     }
                 },
             .connectionLost = [ended = std::move(events.ended)] { ended("the Wayland compositor went away"); }});

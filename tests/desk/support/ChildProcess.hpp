@@ -29,7 +29,7 @@ struct ChildProcessOptions {
     std::filesystem::path standardError = "/dev/null";
     int keptDescriptor = -1;  ///< a descriptor that the child inherits besides the standard ones, or -1
     /// For programs that must not run as root: the user (and the group of that number) that the child becomes.
-    std::optional<uid_t> user;
+    std::optional<uid_t> user = std::nullopt;
 };
 
 /// A child process, ended by its id when this object goes, and by the kernel when the test itself dies.
