@@ -13,6 +13,7 @@
 #include <optional>
 
 #include "Vantrel/Backends/X11/XSettings.hpp"
+#include "Vantrel/Handles/GLibHandles.hpp"
 #include "helpers/settings/ServerConnection.hpp"
 
 namespace vantrel::qt {
@@ -51,8 +52,8 @@ std::optional<std::string> gnomeSetting(const char* key) {
         return std::nullopt;
     }
     const std::unique_ptr<GSettings, Unreference> settings(g_settings_new_full(schema.get(), nullptr, nullptr));
-    const std::unique_ptr<gchar, decltype(&g_free)> text(g_settings_get_string(settings.get(), key), &g_free);
-    return text.get();
+    const GCharPointer text(g_settings_get_string(settings.get(), key));
+    return std::string(text.get());
 }
 
 ColorScheme gnomeScheme() {

@@ -17,7 +17,7 @@ namespace vantrel::desktop {
 namespace {
 
 /// Starts the program with the socket and returns its process id, or 0.
-pid_t spawn(std::string program, std::string argument, int socket) {
+pid_t spawn(const std::filesystem::path& program, const std::string& argument, int socket) {
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, socket, Channel::helperDescriptor);
@@ -34,7 +34,9 @@ pid_t spawn(std::string program, std::string argument, int socket) {
     posix_spawnattr_setsigdefault(&attributes, &restored);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
 
-    const std::array<char*, 3> arguments{program.data(), argument.empty() ? nullptr : argument.data(), nullptr};
+    std::string name = program.string();
+    std::string first = argument;
+    const std::array<char*, 3> arguments{name.data(), first.empty() ? nullptr : first.data(), nullptr};
     pid_t process = 0;
     const int error = posix_spawn(&process, program.c_str(), &actions, &attributes, arguments.data(), environ);
     posix_spawnattr_destroy(&attributes);
@@ -57,7 +59,7 @@ Channel startHelper(const std::filesystem::path& program, const std::string& arg
     }
     FileDescriptor ours(sockets[0]);
     const FileDescriptor theirs(sockets[1]);
-    const pid_t process = spawn(program.string(), argument, theirs.get());
+    const pid_t process = spawn(program, argument, theirs.get());
     if (process == 0) {
         return {};
     }
