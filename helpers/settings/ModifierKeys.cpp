@@ -20,22 +20,21 @@ using Context = std::unique_ptr<xkb_context, Unreference<xkb_context_unref>>;
 using KeymapPointer = std::unique_ptr<xkb_keymap, Unreference<xkb_keymap_unref>>;
 using State = std::unique_ptr<xkb_state, Unreference<xkb_state_unref>>;
 
-bool changesModifiers(xkb_keymap& keymap, xkb_keycode_t keycode, xkb_layout_index_t layout) {
+}  // namespace
+
+std::uint32_t modifiersOfKey(xkb_keymap& keymap, xkb_keycode_t keycode, xkb_layout_index_t layout) {
     const State state(xkb_state_new(&keymap));
     xkb_state_update_mask(state.get(), 0, 0, 0, 0, 0, layout);
-    constexpr auto modifiers =
-        static_cast<xkb_state_component>(XKB_STATE_MODS_DEPRESSED | XKB_STATE_MODS_LATCHED | XKB_STATE_MODS_LOCKED);
-    return (xkb_state_update_key(state.get(), keycode, XKB_KEY_DOWN) & modifiers) != 0;
+    xkb_state_update_key(state.get(), keycode, XKB_KEY_DOWN);
+    return xkb_state_serialize_mods(state.get(), XKB_STATE_MODS_EFFECTIVE);
 }
-
-}  // namespace
 
 x11::KeySet modifierKeysOf(xkb_keymap& keymap) {
     x11::KeySet keys;
     for (std::size_t keycode = xkb_keymap_min_keycode(&keymap); keycode < keys.size(); ++keycode) {
         const auto key = static_cast<xkb_keycode_t>(keycode);
         for (xkb_layout_index_t layout = 0; layout < xkb_keymap_num_layouts_for_key(&keymap, key); ++layout) {
-            if (changesModifiers(keymap, key, layout)) {
+            if (modifiersOfKey(keymap, key, layout) != 0) {
                 keys.set(keycode);
             }
         }

@@ -29,13 +29,16 @@ QStringList platformPluginFolders() {
 std::string pluginProblem(const std::string& windowingSystem) {
     // What follows a colon are options of the plugin.
     const QString name = QString::fromStdString(windowingSystem).section(':', 0, 0);
-    QString reason;
+    QString reason = "no such file";
     for (const QString& folder : platformPluginFolders()) {
-        QPluginLoader plugin(folder + "/libq" + name + ".so");
-        if (plugin.load()) {
-            return {};
+        // One windowing system may have several: libqwayland-generic.so, libqwayland-egl.so.
+        for (const QString& file : QDir(folder).entryList({"libq" + name + ".so", "libq" + name + "-*.so"})) {
+            QPluginLoader plugin(folder + "/" + file);
+            if (plugin.load()) {
+                return {};
+            }
+            reason = plugin.errorString();
         }
-        reason = plugin.errorString();
     }
     return "Qt's plugin for " + windowingSystem + " does not load: " + reason.toStdString();
 }

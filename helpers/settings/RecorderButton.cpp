@@ -37,13 +37,10 @@ void RecorderButton::setTitle(const std::string& title) {
 }
 
 std::unique_ptr<EventMonitor> RecorderButton::addLocalMonitorForEvents(std::uint32_t mask, EventHandler handler) {
-    if (!RecorderKeyTap::isPossible()) {
-        return nullptr;
-    }
     if (!keyTap_) {
-        keyTap_ = std::make_unique<RecorderKeyTap>(*window());
+        keyTap_ = RecorderKeyTap::make(*window());
     }
-    return keyTap_->record(mask, std::move(handler));
+    return keyTap_ ? keyTap_->record(mask, std::move(handler)) : nullptr;
 }
 
 void RecorderButton::updateFont() {

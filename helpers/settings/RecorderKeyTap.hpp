@@ -1,67 +1,54 @@
 #pragma once
 
-#include <xcb/xcb.h>
-
-#include <QAbstractNativeEventFilter>
 #include <QWidget>
 #include <cstdint>
 #include <memory>
-#include <optional>
 
 #include "Vantrel/Interface/ShortcutRecorderButton.hpp"
-#include "helpers/settings/RecorderKeys.hpp"
 
 namespace vantrel::qt {
 
-/// Takes the keyboard for a recorder on an X server: while its window is active the keyboard is grabbed, on Qt's own
-/// connection, so that no hot key and no window manager gets the chord first. The keyboard is let go when the window
-/// loses the focus and taken again when it returns. After the recording the chord's keys are kept until they are up:
-/// their repeats would press buttons, close the window or set off the hot key that was just recorded.
-class RecorderKeyTap final : public QAbstractNativeEventFilter {
+/// Takes the keyboard for a recorder while its window is active, so that no hot key and no desktop gets the chord
+/// first. The keyboard is let go when the window loses the focus and taken again when it returns. After the recording
+/// the chord's keys are kept until they are up: their repeats would press buttons, close the window or set off the hot
+/// key that was just recorded.
+class RecorderKeyTap {
   public:
-    /// `window` is a top-level window that outlives the tap.
-    explicit RecorderKeyTap(QWidget& window) : window_(window) {}
-    ~RecorderKeyTap() override;
+    /// The one for the windowing system that Qt runs on; null where there is none. `window` is a top-level window that
+    /// outlives the tap.
+    static std::unique_ptr<RecorderKeyTap> make(QWidget& window);
+
+    virtual ~RecorderKeyTap() = default;
     RecorderKeyTap(const RecorderKeyTap&) = delete;
     RecorderKeyTap& operator=(const RecorderKeyTap&) = delete;
 
-    /// Whether Qt runs on an X server.
-    static bool isPossible();
-
     /// Hands key events whose type is in the mask to the handler until the monitor is released.
-    std::unique_ptr<EventMonitor> record(std::uint32_t mask, ShortcutRecorderButton::EventHandler handler);
+    virtual std::unique_ptr<EventMonitor> record(std::uint32_t mask, ShortcutRecorderButton::EventHandler handler) = 0;
 
     /// Gives everything free at once.
-    void letGo();
+    virtual void letGo() = 0;
 
-    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+  protected:
+    RecorderKeyTap() = default;
+
+    /// The monitor of a new recording.
+    std::unique_ptr<EventMonitor> startRecording(std::uint32_t mask, ShortcutRecorderButton::EventHandler handler);
+    /// Ends the recording, whose monitor may live on. To be called by destructors.
+    void endRecording();
+    [[nodiscard]] bool isRecording() const { return monitor_ != nullptr; }
+
+    /// Hands the event to the handler; whether it is swallowed.
+    bool deliver(const KeyEvent& event);
+
+    /// The recording has ended.
+    virtual void stopRecording() = 0;
 
   private:
     class Monitor;
 
-    void stopRecording();
-    void startFiltering();
-    void stopFiltering();
-    void grab();
-    void ungrab();
-    void readKeyboard();
-    bool keyPressed(const xcb_key_press_event_t& event);
-    bool keyReleased(const xcb_key_release_event_t& event);
-    bool focusEntered(const xcb_focus_in_event_t& event);
-    bool focusLeft(const xcb_focus_out_event_t& event);
-    void noteKeymapChange(const xcb_generic_event_t& event);
-    bool deliver(const KeyEvent& event);
-    [[nodiscard]] bool isOwnFocusEvent(const xcb_focus_in_event_t& event) const;
-    [[nodiscard]] bool isActive() const { return monitor_ != nullptr || keys_.has_value(); }
-
-    QWidget& window_;
-    Monitor* monitor_ = nullptr;  ///< while recording
+    Monitor* monitor_ = nullptr;
     std::uint32_t mask_ = 0;
     ShortcutRecorderButton::EventHandler handler_;
-    std::optional<RecorderKeys> keys_;  ///< while recording or while the chord's keys are still down
-    std::uint8_t xkbFirstEvent_ = 0;
-    bool isGrabbed_ = false;
-    bool isFiltering_ = false;
 };
 
 }  // namespace vantrel::qt

@@ -220,6 +220,12 @@ void SettingsWindow::showWindow() {
 }
 
 void SettingsWindow::makeKeyAndOrderFront() {
+    // A Wayland compositor gives the keyboard to a window that comes, and to no other that merely asks. Whether it has
+    // the keyboard at this moment Qt may not know yet.
+    if (QGuiApplication::platformName() == "wayland" && hadKeyboard_) {
+        hide();
+        show();
+    }
     WindowManagerHints::bringToFront(*this);
 }
 
@@ -252,6 +258,11 @@ void SettingsWindow::showEvent(QShowEvent* event) {
     }
 }
 
+void SettingsWindow::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    hadKeyboard_ = false;
+}
+
 void SettingsWindow::moveEvent(QMoveEvent* event) {
     QWidget::moveEvent(event);
     // To another screen, or for the first time into the window manager's frame.
@@ -272,6 +283,9 @@ void SettingsWindow::changeEvent(QEvent* event) {
         return;
     }
     switch (event->type()) {
+        case QEvent::ActivationChange:
+            hadKeyboard_ = hadKeyboard_ || isActiveWindow();
+            break;
         case QEvent::PaletteChange:
             updateColors();
             break;

@@ -50,6 +50,7 @@ class SettingsWindow final : public QWidget, public PreferencesWindowView {
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -75,6 +76,7 @@ class SettingsWindow final : public QWidget, public PreferencesWindowView {
 
     std::weak_ptr<PreferencesWindowViewDelegate> delegate_;
     bool isBuilt_ = false;
+    bool hadKeyboard_ = false;  ///< since it was shown
     ScrollingContent content_;
     QLabel title_;
     TintedLabel subtitle_;

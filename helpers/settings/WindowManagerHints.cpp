@@ -2,6 +2,7 @@
 
 #include <xcb/xcb.h>
 
+
 #include <array>
 #include <chrono>
 #include <cstdint>

@@ -1,0 +1,107 @@
+#include "helpers/settings/WaylandKeyTap.hpp"
+
+#include <QApplication>
+#include <QEvent>
+#include <chrono>
+#include <string>
+#include <utility>
+
+#include "Vantrel/Backends/Wayland/SeatKeymap.hpp"
+#include "helpers/settings/WaylandKeyboard.hpp"
+
+namespace vantrel::qt {
+
+std::unique_ptr<RecorderKeyTap> WaylandKeyTap::make(QWidget& window) {
+    return QGuiApplication::platformName() == "wayland" ? std::make_unique<WaylandKeyTap>(window) : nullptr;
+}
+
+WaylandKeyTap::~WaylandKeyTap() {
+    endRecording();
+    WaylandKeyTap::letGo();
+}
+
+std::unique_ptr<EventMonitor> WaylandKeyTap::record(std::uint32_t mask, ShortcutRecorderButton::EventHandler handler) {
+    auto monitor = startRecording(mask, std::move(handler));
+    // Before the window's own widgets and shortcuts.
+    QCoreApplication::instance()->installEventFilter(this);
+    if (window_.isActiveWindow()) {
+        takeKeyboard();
+    }
+    return monitor;
+}
+
+void WaylandKeyTap::takeKeyboard() {
+    if (auto keyboard = readWaylandKeyboard()) {
+        // What is down already is not told; its repeats say so of themselves.
+        keys_.emplace(std::move(*keyboard), x11::KeySet());
+    }
+    inhibitor_.emplace(window_);
+}
+
+void WaylandKeyTap::stopRecording() {
+    if (!keys_ || !keys_->holdsRegularKey()) {
+        letGo();
+    }
+}
+
+void WaylandKeyTap::letGo() {
+    inhibitor_.reset();
+    keys_.reset();
+    if (!isRecording()) {
+        QCoreApplication::instance()->removeEventFilter(this);
+    }
+}
+
+bool WaylandKeyTap::eventFilter(QObject* /*watched*/, QEvent* event) {
+    switch (event->type()) {
+        case QEvent::KeyPress:
+        case QEvent::KeyRelease:
+            return keyChanged(*static_cast<QKeyEvent*>(event));
+        case QEvent::ShortcutOverride:
+            return keys_.has_value();
+        case QEvent::ApplicationStateChange:
+            if (!window_.isActiveWindow()) {
+                letGo();
+            } else if (isRecording() && !keys_) {
+                takeKeyboard();
+            }
+            return false;
+        default:
+            return false;
+    }
+}
+
+/// Whether the event is swallowed.
+bool WaylandKeyTap::keyChanged(const QKeyEvent& event) {
+    constexpr std::uint32_t keycodes = 256;
+    if (!keys_ || event.nativeScanCode() == 0 || event.nativeScanCode() >= keycodes) {
+        return false;
+    }
+    if (event.isAutoRepeat()) {
+        return true;
+    }
+    const auto keycode = static_cast<std::uint8_t>(event.nativeScanCode());
+    const auto state = static_cast<std::uint16_t>(event.nativeModifiers());
+    std::optional<KeyEvent> change;
+    if (event.type() == QEvent::KeyPress) {
+        if (!isRecording()) {
+            return keys_->isHeld(keycode);
+        }
+        change = keys_->press(keycode, state);
+    } else {
+        if (!keys_->isHeld(keycode)) {
+            // Pressed before the recording, as the key that pressed the button.
+            return false;
+        }
+        change = keys_->release(keycode, state);
+        if (!isRecording()) {
+            if (!keys_->holdsRegularKey()) {
+                letGo();
+            }
+            return true;
+        }
+    }
+    return !change || deliver(*change);
+}
+
+}  // namespace vantrel::qt
