@@ -89,6 +89,11 @@ std::vector<std::string> splitAtNuls(std::string_view text) {
     return parts;
 }
 
+/// Whether nothing is missing at the end.
+bool isWholeList(std::string_view text) {
+    return text == std::string_view("\0", 1) || text.ends_with(std::string_view("\0\0", 2));
+}
+
 }  // namespace
 
 /// Another start of the program, while it hands over.
@@ -157,6 +162,7 @@ bool SessionSocket::send(const std::vector<std::string>& urls) const {
         text += url;
         text += '\0';
     }
+    text += '\0';
     char answer = 0;
     return sendAll(socket.get(), text) && shutdown(socket.get(), SHUT_WR) == 0 &&
            recv(socket.get(), &answer, 1, 0) == 1 && answer == receipt;
@@ -193,7 +199,9 @@ void SessionSocket::receive(int guest) {
     }
     const auto finished = std::move(guests_.extract(found).mapped());
     // What broke off or does not fit gets no receipt.
-    if (count == 0 && ::send(guest, &receipt, 1, MSG_NOSIGNAL) == 1 && opened_) {
+    const bool isWhole = count == 0 && isWholeList(text);
+    if (isWhole && ::send(guest, &receipt, 1, MSG_NOSIGNAL) == 1 && opened_) {
+        text.pop_back();
         opened_(splitAtNuls(text));
     }
 }

@@ -13,8 +13,8 @@
 namespace vantrel::wayland {
 
 /// One agent a Wayland display: the agent holds a lock, which ends with its process in whatever way, and listens on a
-/// socket beside it. Another start of the program connects, sends its URLs, each ended by a NUL, says that this was all
-/// (SHUT_WR), and gets one byte as the receipt.
+/// socket beside it. Another start of the program connects, sends its URLs, each ended by a NUL, and after the last one
+/// another NUL, says that this was all (SHUT_WR), and gets one byte as the receipt.
 class SessionSocket {
   public:
     using Opened = std::function<void(std::vector<std::string>)>;

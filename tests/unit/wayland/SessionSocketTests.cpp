@@ -1,10 +1,13 @@
 #include <glib.h>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
+#include <cstring>
 #include <future>
 #include <optional>
 
@@ -116,6 +119,24 @@ TEST_F(SessionSocketTest, send_moreThanItTakes_getsNoReceipt) {
     EXPECT_FALSE(isOpened);
     EXPECT_TRUE(handOver(other, {"vantrel://next"}));
     EXPECT_TRUE(isOpened);
+}
+
+TEST_F(SessionSocketTest, send_brokenOff_isNotOpened) {
+    SessionSocket agent(directory.path(), "wayland-1");
+    ASSERT_TRUE(agent.claim());
+    int opened = 0;
+    agent.serve([&](const URLs&) { ++opened; });
+    for (const std::string& said : {std::string(), std::string("vantrel://ne"), std::string("vantrel://next\0", 15)}) {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        std::strncpy(address.sun_path, (directory.path() / "vantrel-wayland-1.sock").c_str(),
+                     sizeof address.sun_path - 1);
+        const FileDescriptor starter(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+        ASSERT_EQ(connect(starter.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+        ASSERT_EQ(write(starter.get(), said.data(), said.size()), static_cast<ssize_t>(said.size()));
+    }
+    EXPECT_TRUE(handOver(SessionSocket(directory.path(), "wayland-1"), {"vantrel://next"}));
+    EXPECT_EQ(opened, 1);
 }
 
 }  // namespace

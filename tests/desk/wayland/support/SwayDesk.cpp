@@ -1,6 +1,12 @@
 #include "tests/desk/wayland/support/SwayDesk.hpp"
 
+#include <sys/socket.h>
+#include <sys/un.h>
+
+#include <cstring>
 #include <stdexcept>
+
+#include "Vantrel/Handles/FileDescriptor.hpp"
 
 namespace vantrel::desk {
 
@@ -32,15 +38,22 @@ std::unique_ptr<AgentProcess> SwayDesk::startProgram(const std::vector<std::stri
 
 std::unique_ptr<AgentProcess> SwayDesk::startAgent() {
     auto agent = startProgram();
+    waitUntil([&] { return !agent->isRunning() || isServed(); });
     // Of a foreign scheme: the agent takes it, when it has launched, and does nothing about it.
-    const std::vector<std::string> question{"about:blank"};
-    const auto socketFile = sway_.runtimeDirectory() / ("vantrel-" + sway_.displayName() + ".sock");
-    waitUntil([&] { return !agent->isRunning() || std::filesystem::exists(socketFile); });
-    const auto answer = agent->isRunning() ? startProgram(question)->waitForExit() : std::nullopt;
+    const auto answer = agent->isRunning() ? startProgram({"about:blank"})->waitForExit() : std::nullopt;
     if (answer != ExitStatus{.code = 0, .signal = std::nullopt} || !agent->isRunning()) {
         throw std::runtime_error("the agent does not become ready: " + agent->standardError());
     }
     return agent;
+}
+
+bool SwayDesk::isServed() const {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    const auto socketFile = sway_.runtimeDirectory() / ("vantrel-" + sway_.displayName() + ".sock");
+    std::strncpy(address.sun_path, socketFile.c_str(), sizeof address.sun_path - 1);
+    const FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    return connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
 }
 
 bool SwayDesk::jump(const Chord& chord, LayoutPoint target) {

@@ -47,6 +47,9 @@ class SwayDesk {
     bool jump(const Chord& chord, LayoutPoint target);
 
   private:
+    /// Whether an agent listens; a dead one's socket may stand there, too.
+    [[nodiscard]] bool isServed() const;
+
     SwayProcess sway_;
     SwayControl control_;
     SeatClient person_;

@@ -1,0 +1,161 @@
+// Whose keys are whose in a sway session.
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "tests/desk/wayland/support/SwayDesk.hpp"
+
+namespace vantrel::desk {
+namespace {
+
+constexpr LayoutPoint onMain{.x = 700, .y = 500};
+constexpr LayoutPoint centreOfSecond{.x = -512, .y = 484};
+/// Where the person's own bindings send the pointer. Their command counts from the left edge of the second display.
+constexpr LayoutPoint persons{.x = 76, .y = 200};
+constexpr auto personsCommand = "seat seat0 cursor set 1100 200";
+
+struct Taken {
+    const char* name;
+    std::string configuration;
+    std::map<std::string, std::string> files;
+};
+
+class SwayTakenKey : public testing::TestWithParam<Taken> {};
+
+TEST_P(SwayTakenKey, hyperD_boundByThePerson_staysTheirs) {
+    SwayOptions options = SwayDesk::twoDisplays(GetParam().configuration);
+    options.files = GetParam().files;
+    SwayDesk desk(options);
+    auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    EXPECT_TRUE(desk.jump(hyper(keys::d), persons));
+    desk.person().moveTo(onMain);
+    EXPECT_TRUE(desk.jump(controlOptionCommand(keys::rightArrow), centreOfSecond)) << "the others are ours";
+    agent->terminate();
+    desk.person().moveTo(onMain);
+    EXPECT_TRUE(desk.jump(hyper(keys::d), persons)) << "and theirs it stays";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Configurations, SwayTakenKey,
+    testing::Values(
+        Taken{"symbol", std::string("bindsym Ctrl+Mod1+Shift+Mod4+d ") + personsCommand + "\n", {}},
+        Taken{"symbolByItsPlace", std::string("bindsym --to-code Ctrl+Mod1+Shift+Mod4+d ") + personsCommand + "\n", {}},
+        Taken{"place", std::string("bindcode Ctrl+Mod1+Shift+Mod4+40 ") + personsCommand + "\n", {}},
+        Taken{"included",
+              "set $hyper Ctrl+Alt+Shift+Mod4\ninclude ./my-*\n",
+              {{"my-keys", std::string("bindsym $hyper+d ") + personsCommand + "\n"}}},
+        Taken{"block", std::string("bindsym --no-repeat {\n  Ctrl+Mod1+Shift+Mod4+d ") + personsCommand + "\n}\n", {}}),
+    [](const auto& test) { return test.param.name; });
+
+TEST(SwayKeys, chordOfAnotherMode_isRefusedAndWorksThere) {
+    SwayDesk desk(
+        SwayDesk::twoDisplays(std::string("mode other bindsym Ctrl+Mod1+Shift+Mod4+d ") + personsCommand + "\n"));
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    desk.person().type(hyper(keys::d));
+    EXPECT_TRUE(desk.person().staysAt(onMain));
+    desk.control().run("mode other");
+    EXPECT_TRUE(desk.jump(hyper(keys::d), persons));
+}
+
+TEST(SwayKeys, otherModes_jumpThereToo) {
+    SwayDesk desk(
+        SwayDesk::twoDisplays("mode \"to go, now; soon\" bindsym Escape mode default\nmode resize {\n bindsym "
+                              "Escape mode default\n}\n"));
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    desk.control().run("mode resize");
+    EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
+    desk.control().run("mode \"to go, now; soon\"");
+    EXPECT_TRUE(desk.jump(hyper(keys::d), onMain));
+}
+
+TEST(SwayKeys, modeMadeWhileRunning_jumpsThereToo) {
+    SwayDesk desk;
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    desk.control().run("mode fresh bindsym Escape mode default");
+    desk.control().run("mode fresh");
+    // The mode is told to the agent while this press is under way: a later one finds it done.
+    EXPECT_TRUE(waitUntil([&] {
+        desk.person().moveTo(onMain);
+        desk.person().type(hyper(keys::d));
+        return desk.person().waitFor(centreOfSecond, std::chrono::milliseconds(200));
+    }));
+}
+
+TEST(SwayKeys, reload_hotKeysComeBack) {
+    SwayDesk desk;
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    for (int round = 0; round < 3; ++round) {
+        desk.control().run("reload");
+        EXPECT_TRUE(waitUntil([&] {
+            desk.person().moveTo(onMain);
+            desk.person().type(hyper(keys::d));
+            return desk.person().waitFor(centreOfSecond, std::chrono::milliseconds(200));
+        }));
+    }
+    EXPECT_EQ(agent->standardError(), "");
+}
+
+TEST(SwayKeys, reloadWithTheChordGivenAway_isThePersons) {
+    SwayDesk desk;
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    ASSERT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
+    std::ofstream(desk.sway().configurationFile(), std::ios::app)
+        << "bindsym Ctrl+Mod1+Shift+Mod4+d " << personsCommand << '\n';
+    desk.control().run("reload");
+    EXPECT_TRUE(waitUntil([&] {
+        desk.person().moveTo(onMain);
+        return desk.jump(controlOptionCommand(keys::rightArrow), centreOfSecond);
+    }));
+    desk.person().moveTo(onMain);
+    EXPECT_TRUE(desk.jump(hyper(keys::d), persons));
+}
+
+TEST(SwayKeys, end_isUnbound) {
+    SwayDesk desk;
+    auto agent = desk.startAgent();
+    EXPECT_EQ(agent->terminate(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+    // Unbinding what is not bound is an error.
+    EXPECT_THROW(desk.control().run("unbindcode Ctrl+Mod1+Shift+Mod4+40"), std::runtime_error);
+    EXPECT_THROW(desk.control().run("unbindcode Ctrl+Mod1+Mod4+114"), std::runtime_error);
+}
+
+TEST(SwayKeys, killed_theNextAgentHasThem) {
+    SwayDesk desk;
+    auto agent = desk.startAgent();
+    agent->kill();
+    desk.person().moveTo(onMain);
+    desk.person().type(hyper(keys::d));
+    EXPECT_TRUE(desk.person().staysAt(onMain));
+    agent = desk.startAgent();
+    EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
+    EXPECT_TRUE(desk.jump(hyper(keys::d), onMain)) << "once";
+}
+
+class SwaySocketVariable : public testing::TestWithParam<const char*> {};
+
+TEST_P(SwaySocketVariable, isNotThisSessions_hotKeysWork) {
+    SwayDesk desk;
+    SwayDesk outer;
+    if (GetParam() == std::string("missing")) {
+        desk.environment().unset("SWAYSOCK");
+    } else if (GetParam() == std::string("dead")) {
+        desk.environment().set("SWAYSOCK", "/nowhere/sway.sock");
+    } else {
+        desk.environment().set("SWAYSOCK", outer.sway().controlSocket().native());
+    }
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
+}
+
+INSTANTIATE_TEST_SUITE_P(Values, SwaySocketVariable, testing::Values("missing", "dead", "ofAnotherSession"),
+                         [](const auto& test) { return test.param; });
+
+}  // namespace
+}  // namespace vantrel::desk
