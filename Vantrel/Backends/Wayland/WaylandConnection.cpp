@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdarg>
 #include <cstdlib>
 #include <ctime>
 #include <utility>
@@ -31,6 +32,8 @@ bool waitUntilReadable(int descriptor, Clock::time_point deadline) {
 }  // namespace
 
 std::unique_ptr<WaylandConnection> WaylandConnection::open(std::string& error) {
+    // The library would write lines of its own on stderr.
+    wl_log_set_handler_client([](const char* /*format*/, va_list /*arguments*/) {});
     WaylandPointer<wl_display> display(wl_display_connect(nullptr));
     if (!display) {
         const char* const name = std::getenv("WAYLAND_DISPLAY");
@@ -48,6 +51,16 @@ std::optional<Peer> WaylandConnection::peer() const {
         return std::nullopt;
     }
     return Peer{credentials.pid, credentials.uid};
+}
+
+std::string WaylandConnection::endReason() const {
+    if (wl_display_get_error(get()) != EPROTO) {
+        return "the Wayland compositor went away";
+    }
+    const wl_interface* interface = nullptr;
+    const std::uint32_t code = wl_display_get_protocol_error(get(), &interface, nullptr);
+    return "the Wayland compositor ended the connection: error " + std::to_string(code) + " of " +
+           (interface == nullptr ? "an object that is gone" : interface->name);
 }
 
 bool WaylandConnection::flush() {

@@ -32,6 +32,9 @@ class WaylandConnection {
     /// Whether the compositor has gone away, or ended the connection. Nothing arrives after that.
     [[nodiscard]] bool isLost() const { return isLost_ || wl_display_get_error(get()) != 0; }
 
+    /// Why the connection is lost, as one line.
+    [[nodiscard]] std::string endReason() const;
+
     /// The compositor's process; none where the system does not tell.
     [[nodiscard]] std::optional<Peer> peer() const;
 

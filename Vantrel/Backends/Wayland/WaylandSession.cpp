@@ -207,7 +207,7 @@ void WaylandSession::attach(Events events) {
                             LoopSource::whenIdle([this] { parts_->abilities->screen.refreshLayout(); });
                     }
                 },
-            .connectionLost = [ended = std::move(events.ended)] { ended("the Wayland compositor went away"); }});
+            .connectionLost = [this, ended = std::move(events.ended)] { ended(parts_->connection->endReason()); }});
 }
 
 std::unique_ptr<ItemPresenter> WaylandSession::makeItemPresenter(ItemPresenter::Events /*events*/) {
