@@ -11,7 +11,10 @@ namespace vantrel::sway {
 namespace {
 
 constexpr std::chrono::milliseconds answerTime{30};
+/// At the start of the program, when nobody waits for the loop.
+constexpr std::chrono::seconds startTime{2};
 constexpr std::chrono::seconds pauseBeforeListening{1};
+constexpr std::chrono::milliseconds pauseBeforeRestoring{50};
 constexpr auto wantedEvents = R"(["binding","mode","workspace"])";
 
 /// What the binding runs. It says of which combination it is, so that what a killed agent has left behind means what it
@@ -36,6 +39,9 @@ std::string quoted(const std::string& text) {
 SwayHotKeyBinder::SwayHotKeyBinder(SwayIpc& commands, const std::filesystem::path& socketFile, ReadKeymap readKeymap)
     : commands_(commands), events_(socketFile), readKeymap_(std::move(readKeymap)) {
     listen();
+    const Clock::time_point deadline = Clock::now() + startTime;
+    learnKeymap(deadline);
+    learn(deadline);
 }
 
 SwayHotKeyBinder::~SwayHotKeyBinder() {
@@ -81,7 +87,14 @@ void SwayHotKeyBinder::obey(const Message& event) {
             break;
         case MessageType::workspaceEvent:
             if (changeIn(event.payload) == "reload") {
-                restoreAfterReload();
+                modes_.clear();
+                for (BoundKey& key : bound_) {
+                    key.isLost = true;
+                }
+                restore();
+                if (reloaded_) {
+                    reloaded_();
+                }
             }
             break;
         default:
@@ -173,19 +186,19 @@ void SwayHotKeyBinder::unbindInModes(const BoundKey& key, Clock::time_point dead
     commands_.ask(MessageType::runCommand, commands, deadline);
 }
 
-void SwayHotKeyBinder::restoreAfterReload() {
+void SwayHotKeyBinder::restore() {
     const Clock::time_point deadline = Clock::now() + answerTime;
-    modes_.clear();
-    if (learnKeymap(deadline) && learn(deadline)) {
-        for (const BoundKey& key : bound_) {
+    bool isDone = learnKeymap(deadline) && learn(deadline);
+    for (BoundKey& key : bound_) {
+        if (isDone && key.isLost) {
             // The person may have just given the keys to something else.
-            if (!isConfigured(key)) {
-                bindInModes(key, modes_, deadline);
-            }
+            isDone = isConfigured(key) || bindInModes(key, modes_, deadline);
+            key.isLost = !isDone;
         }
     }
-    if (reloaded_) {
-        reloaded_();
+    if (!isDone) {
+        // Sway is busy with what else a reload sets off.
+        restoreAgain_ = LoopSource::after(pauseBeforeRestoring, [this] { restore(); });
     }
 }
 

@@ -21,7 +21,8 @@ class SwayHotKeyBinder final : public backend::HotKeyBinder {
   public:
     using ReadKeymap = std::function<wayland::KeymapPointer(Clock::time_point deadline)>;
 
-    /// The commands' connection outlives this object, which listens on a connection of its own to that socket.
+    /// Asks sway for what registrations need, so that they are answered soon. The commands' connection outlives this
+    /// object, which listens on a connection of its own to that socket.
     SwayHotKeyBinder(SwayIpc& commands, const std::filesystem::path& socketFile, ReadKeymap readKeymap);
     ~SwayHotKeyBinder() override;
     SwayHotKeyBinder(const SwayHotKeyBinder&) = delete;
@@ -39,6 +40,7 @@ class SwayHotKeyBinder final : public backend::HotKeyBinder {
         backend::KeyCombination combination;
         std::uint32_t modifiers = 0;
         std::vector<xkb_keycode_t> keycodes;
+        bool isLost = false;  ///< since a reload of the configuration
     };
 
     void listen();
@@ -49,7 +51,7 @@ class SwayHotKeyBinder final : public backend::HotKeyBinder {
     [[nodiscard]] bool isConfigured(const BoundKey& key) const;
     bool bindInModes(const BoundKey& key, const std::vector<std::string>& modes, Clock::time_point deadline);
     void unbindInModes(const BoundKey& key, Clock::time_point deadline);
-    void restoreAfterReload();
+    void restore();
     void restoreInMode(const std::string& mode);
 
     SwayIpc& commands_;
@@ -61,6 +63,7 @@ class SwayHotKeyBinder final : public backend::HotKeyBinder {
     wayland::KeymapPointer keymap_;  ///< for the registrations of one moment
     LoopSource forgetKeymap_;
     std::vector<BoundKey> bound_;
+    LoopSource restoreAgain_;
     Pressed pressed_;
     std::function<void()> reloaded_;
 };

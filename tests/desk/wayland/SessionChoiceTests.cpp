@@ -55,8 +55,8 @@ TEST(SessionChoice, bothAreAlive_theCompositorIsServed) {
     SwayDesk desk;
     desk.environment().set("DISPLAY", xDesk.server().displayName());
     const auto agent = desk.startAgent();
-    desk.person().moveTo({.x = 700, .y = 500});
-    EXPECT_TRUE(desk.jump(hyper(keys::d), {.x = -512, .y = 484}));
+    desk.person().moveTo(SwayDesk::onMain);
+    EXPECT_TRUE(desk.jump(hyper(keys::d), SwayDesk::centreOfSecond));
 }
 
 TEST(SessionChoice, nothingIsAlive_oneLine) {

@@ -8,11 +8,11 @@
 namespace vantrel::desk {
 namespace {
 
-constexpr LayoutPoint onMain{.x = 700, .y = 500};
-constexpr LayoutPoint centreOfSecond{.x = -512, .y = 484};
+constexpr LayoutPoint onMain = SwayDesk::onMain;
+constexpr LayoutPoint centreOfSecond = SwayDesk::centreOfSecond;
 /// Where the person's own bindings send the pointer. Their command counts from the left edge of the second display.
-constexpr LayoutPoint persons{.x = 76, .y = 200};
-constexpr auto personsCommand = "seat seat0 cursor set 1100 200";
+constexpr LayoutPoint persons{.x = 100, .y = 150};
+constexpr auto personsCommand = "seat seat0 cursor set 500 150";
 
 struct Taken {
     const char* name;

@@ -8,8 +8,8 @@
 namespace vantrel::desk {
 namespace {
 
-constexpr LayoutPoint onMain{.x = 700, .y = 500};
-constexpr LayoutPoint centreOfSecond{.x = -512, .y = 484};
+constexpr LayoutPoint onMain = SwayDesk::onMain;
+constexpr LayoutPoint centreOfSecond = SwayDesk::centreOfSecond;
 
 struct Arrangement {
     const char* name;
@@ -36,25 +36,25 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Arrangement{"plain", SwayDesk::twoDisplays().outputs, onMain, centreOfSecond},
         Arrangement{"scaleOneAndAQuarter",
-                    {{.mode = "1500x1000", .scale = "1.25"}, {.mode = "1500x1000", .x = 1200, .y = 0, .scale = "1.25"}},
-                    {700.5, 500.25},
-                    {1800, 400}},
+                    {{.mode = "500x400", .scale = "1.25"}, {.mode = "500x400", .x = 400, .y = 0, .scale = "1.25"}},
+                    {300.5, 200.25},
+                    {600, 160}},
         Arrangement{"scaleOneAndAHalf",
-                    {{.mode = "1500x900", .scale = "1.5"}, {.mode = "1500x900", .x = 1000, .y = 0, .scale = "1.5"}},
-                    {700, 500},
-                    {1500, 300}},
+                    {{.mode = "600x450", .scale = "1.5"}, {.mode = "600x450", .x = 400, .y = 0, .scale = "1.5"}},
+                    {300, 200},
+                    {600, 150}},
         Arrangement{"scaleTwo",
-                    {{.mode = "2000x1200", .scale = "2"}, {.mode = "1000x800", .x = 1000, .y = 0}},
-                    {700.5, 500.5},
-                    {1500, 400}},
+                    {{.mode = "800x600", .scale = "2"}, {.mode = "400x300", .x = 400, .y = 0}},
+                    {300.5, 200.5},
+                    {600, 150}},
         Arrangement{"turned",
-                    {{.mode = "800x600"}, {.mode = "800x600", .x = 800, .y = 0, .transform = "90"}},
-                    {700, 500},
-                    {1100, 400}},
+                    {{.mode = "400x300"}, {.mode = "400x300", .x = 400, .y = 0, .transform = "90"}},
+                    {300, 200},
+                    {550, 200}},
         Arrangement{"negativeOrigin",
-                    {{.mode = "800x600"}, {.mode = "2048x1536", .x = -1024, .y = -100, .scale = "2"}},
-                    {700, 500},
-                    {-512, 284}}),
+                    {{.mode = "400x300"}, {.mode = "800x600", .x = -400, .y = -100, .scale = "2"}},
+                    {300, 200},
+                    {-200, 50}}),
     [](const auto& test) { return test.param.name; });
 
 TEST(SwaySession, departures_areStoredUnderEachDisplay) {
@@ -81,7 +81,7 @@ TEST(SwaySession, savedPoint_comesBackThere) {
     desk.person().type(hyper(keys::s));
     ASSERT_TRUE(
         waitUntil([&] { return desk.defaults().read("savedPoints").value_or("").find("300.5") != std::string::npos; }));
-    desk.person().moveTo({.x = -700, .y = 600});
+    desk.person().moveTo({.x = -100, .y = 300});
     EXPECT_TRUE(desk.jump(controlOptionCommand(keys::m), {.x = 300.5, .y = 200.25}));
 }
 
@@ -152,12 +152,14 @@ TEST(SwaySession, displayPluggedInAndMoved_theNextJumpKnows) {
     SwayDesk desk;
     const auto agent = desk.startAgent();
     desk.person().moveTo(onMain);
-    desk.control().run("output HEADLESS-2 position 1512 0");
-    EXPECT_TRUE(desk.jump(hyper(keys::d), {.x = 2024, .y = 384}));
+    desk.control().run("output HEADLESS-2 position 640 0");
+    EXPECT_TRUE(desk.jump(hyper(keys::d), {.x = 840, .y = 150}));
     ASSERT_TRUE(desk.jump(hyper(keys::d), onMain));
-    desk.control().run("output HEADLESS-3 mode 800x600 position -800 0");
+    desk.control().run("output HEADLESS-3 mode 320x240 position -320 0");
     desk.control().run("create_output");
-    EXPECT_TRUE(desk.jump(controlOptionCommand(keys::leftArrow), {.x = -400, .y = 300}));
+    // It comes to all programs at once.
+    ASSERT_TRUE(waitUntil([&] { return desk.person().displayCount() == 3; }));
+    EXPECT_TRUE(desk.jump(controlOptionCommand(keys::leftArrow), {.x = -160, .y = 120}));
 }
 
 TEST(SwaySession, buttonHeld_movesNothingAndRemembersNothing) {

@@ -10,8 +10,8 @@
 namespace vantrel::desk {
 namespace {
 
-constexpr LayoutPoint onMain{.x = 700, .y = 500};
-constexpr LayoutPoint centreOfSecond{.x = -512, .y = 484};
+constexpr LayoutPoint onMain = SwayDesk::onMain;
+constexpr LayoutPoint centreOfSecond = SwayDesk::centreOfSecond;
 constexpr ExitStatus success{.code = 0, .signal = std::nullopt};
 constexpr ExitStatus failure{.code = 1, .signal = std::nullopt};
 

@@ -329,6 +329,12 @@ std::optional<LayoutPoint> SeatClient::pointer() {
     return std::nullopt;
 }
 
+std::size_t SeatClient::displayCount() {
+    synchronise();
+    return static_cast<std::size_t>(
+        std::count_if(outputs_.begin(), outputs_.end(), [](const auto& output) { return output->width > 0; }));
+}
+
 bool SeatClient::waitFor(LayoutPoint point, Duration deadline) {
     const auto end = std::chrono::steady_clock::now() + deadline;
     while (pointer() != point) {

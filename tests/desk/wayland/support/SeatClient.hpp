@@ -67,6 +67,9 @@ class SeatClient {
     bool waitFor(LayoutPoint point, Duration deadline = generousDeadline);
     bool staysAt(LayoutPoint point, Duration time = quietTime);
 
+    /// The displays whose place and size have been told up to now.
+    std::size_t displayCount();
+
     /// Waits until the compositor has carried out all that was asked.
     void synchronise();
 

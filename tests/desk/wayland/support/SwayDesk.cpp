@@ -11,7 +11,7 @@
 namespace vantrel::desk {
 
 SwayOptions SwayDesk::twoDisplays(const std::string& configuration) {
-    return {.outputs = {{.mode = "1512x982"}, {.mode = "1024x768", .x = -1024, .y = 100}},
+    return {.outputs = {{.mode = "640x480"}, {.mode = "400x300", .x = -400, .y = 100}},
             .configuration = configuration,
             .files = {}};
 }

@@ -18,8 +18,12 @@ namespace vantrel::desk {
 /// are stored, because most tests ask where the pointer lands.
 class SwayDesk {
   public:
-    /// The main display 1512 x 982 at (0, 0), and to its left a second one, 1024 x 768 at (-1024, 100).
+    /// The main display 640 x 480 at (0, 0), and to its left a second one, 400 x 300 at (-400, 100). They are small
+    /// because sway paints them without a graphics card, and does nothing else meanwhile.
     static SwayOptions twoDisplays(const std::string& configuration = {});
+
+    static constexpr LayoutPoint onMain{.x = 300, .y = 200};
+    static constexpr LayoutPoint centreOfSecond{.x = -200, .y = 250};
 
     explicit SwayDesk(const SwayOptions& options = twoDisplays(), const std::string& keyboardLayouts = "us");
     ~SwayDesk() = default;

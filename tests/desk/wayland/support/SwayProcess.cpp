@@ -27,7 +27,7 @@ std::string configurationText(const SwayOptions& options) {
     return text.str();
 }
 
-/// The display's name, once its socket is there.
+/// The display's name.
 std::string findDisplay(const std::filesystem::path& directory) {
     for (const auto& entry : std::filesystem::directory_iterator(directory)) {
         const std::string name = entry.path().filename();
@@ -36,6 +36,15 @@ std::string findDisplay(const std::filesystem::path& directory) {
         }
     }
     return {};
+}
+
+bool answersAt(const std::filesystem::path& controlSocket) {
+    try {
+        SwayControl(controlSocket).ask(SwayControl::getOutputs);
+        return true;
+    } catch (const std::runtime_error&) {
+        return false;
+    }
 }
 
 }  // namespace
@@ -61,17 +70,14 @@ SwayProcess::SwayProcess(const SwayOptions& options) {
         }
     }
     process_ = std::make_unique<ChildProcess>(child);
-    waitUntil([&] {
-        displayName_ = findDisplay(directory_.path());
-        return (!displayName_.empty() && std::filesystem::exists(controlSocket())) || !process_->isRunning();
-    });
-    if (displayName_.empty()) {
+    // Not before it answers: a request to end that came earlier would be forgotten.
+    waitUntil([&] { return answersAt(controlSocket()) || !process_->isRunning(); });
+    displayName_ = findDisplay(directory_.path());
+    if (displayName_.empty() || !process_->isRunning()) {
         std::ostringstream log;
         log << std::ifstream(child.standardError).rdbuf();
         throw std::runtime_error("no private compositor (sway) could be started here:\n" + log.str());
     }
-    // A request to end that comes before it serves anybody is forgotten.
-    SwayControl(controlSocket()).ask(SwayControl::getOutputs);
 }
 
 std::filesystem::path SwayProcess::controlSocket() const {
