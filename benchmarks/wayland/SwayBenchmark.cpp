@@ -1,0 +1,101 @@
+// From the key press to the moved pointer in a private sway session: the agent and the floor, in turns.
+// Arguments: how many presses each (1000 unless told).
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "tests/desk/wayland/support/SwayDesk.hpp"
+
+namespace {
+
+using namespace vantrel::desk;
+using Clock = std::chrono::steady_clock;
+
+struct Times {
+    std::vector<double> microseconds;
+    int lost = 0;
+
+    [[nodiscard]] double percentile(double share) {
+        std::sort(microseconds.begin(), microseconds.end());
+        return microseconds.empty()
+                   ? 0
+                   : microseconds[static_cast<std::size_t>(share * static_cast<double>(microseconds.size() - 1))];
+    }
+};
+
+/// Presses the chord's last key, with the modifiers held before it, and adds the time until the pointer is seen there.
+void press(SwayDesk& desk, LayoutPoint target, Times& times) {
+    Chord modifiers = hyper(keys::d);
+    modifiers.pop_back();
+    desk.person().hold(modifiers);
+    desk.person().synchronise();
+    // The last jump is over for sway as well.
+    desk.person().look(std::chrono::milliseconds(3));
+    desk.person().synchronise();
+    const Clock::time_point begin = Clock::now();
+    const Clock::time_point end = begin + std::chrono::seconds(1);
+    desk.person().hold({keys::d});
+    while (desk.person().pointer() != target && Clock::now() < end) {
+    }
+    const std::chrono::duration<double, std::micro> time = Clock::now() - begin;
+    desk.person().letGo();
+    desk.person().synchronise();
+    if (desk.person().pointer() == target) {
+        times.microseconds.push_back(time.count());
+    } else {
+        ++times.lost;
+        desk.person().moveTo(target);
+    }
+}
+
+Times measure(SwayDesk& desk, int presses) {
+    constexpr int uncounted = 20;
+    Times times;
+    Times cold;
+    desk.person().moveTo(SwayDesk::onMain);
+    for (int number = 0; number < presses + uncounted; ++number) {
+        press(desk, number % 2 == 0 ? SwayDesk::centreOfSecond : SwayDesk::onMain, number < uncounted ? cold : times);
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));  // what the jump leaves to be painted
+    }
+    return times;
+}
+
+void report(const char* name, Times times) {
+    std::printf("%-8s presses %zu lost %d  p50 %.0f  p95 %.0f  p99 %.0f  max %.0f us\n", name,
+                times.microseconds.size() + static_cast<std::size_t>(times.lost), times.lost, times.percentile(0.5),
+                times.percentile(0.95), times.percentile(0.99), times.percentile(1));
+    std::fflush(stdout);
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    const int presses = count > 1 ? std::atoi(arguments[1]) : 1000;
+    constexpr int turns = 2;
+    for (int turn = 0; turn < turns; ++turn) {
+        {
+            SwayDesk desk;
+            const auto agent = desk.startAgent();
+            report("Vantrel", measure(desk, presses / turns));
+        }
+        {
+            SwayDesk desk;
+            ChildProcessOptions floor;
+            floor.arguments = {VANTREL_BENCH_SWAY_FLOOR, "-400", "0", "-200", "250"};
+            floor.environment = desk.environment();
+            const ChildProcess process(floor);
+            waitUntil([&] {
+                desk.person().moveTo(SwayDesk::onMain);
+                desk.person().type(hyper(keys::d));
+                return desk.person().waitFor(SwayDesk::centreOfSecond, std::chrono::milliseconds(200));
+            });
+            report("floor", measure(desk, presses / turns));
+        }
+    }
+    return 0;
+}
