@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Vantrel/Desktop/Helpers/HelperProgram.hpp"
+#include "Vantrel/Desktop/Store/StoreFiles.hpp"
 
 namespace vantrel {
 

@@ -4,6 +4,15 @@
 
 namespace vantrel::desktop {
 
+SQLiteDatabase openDatabase(const char* name, int flags, const char* vfs, int& status) {
+    sqlite3* handle = nullptr;
+    status = sqlite3_open_v2(name, &handle, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, vfs);
+    if (handle != nullptr) {
+        sqlite3_db_config(handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+    }
+    return SQLiteDatabase(handle);
+}
+
 int execute(sqlite3* database, const char* statements) {
     return sqlite3_exec(database, statements, nullptr, nullptr, nullptr);
 }
@@ -14,28 +23,15 @@ SQLiteStatement prepare(sqlite3* database, const char* text, int& status) {
     return SQLiteStatement(statement);
 }
 
-int run(sqlite3_stmt* statement) {
-    const int status = sqlite3_step(statement);
-    // For a failed step, reset repeats the same code.
-    sqlite3_reset(statement);
-    return status == SQLITE_DONE || status == SQLITE_ROW ? SQLITE_OK : status;
-}
-
 std::string queryText(sqlite3* database, const char* text, int& status) {
     const SQLiteStatement statement = prepare(database, text, status);
-    if (!statement) {
-        return {};
-    }
     std::string result;
-    status = sqlite3_step(statement.get());
-    if (status == SQLITE_ROW) {
+    if (statement && (status = sqlite3_step(statement.get())) == SQLITE_ROW) {
         if (const unsigned char* column = sqlite3_column_text(statement.get(), 0)) {
             result = reinterpret_cast<const char*>(column);
         }
-        status = SQLITE_OK;
-    } else if (status == SQLITE_DONE) {
-        status = SQLITE_OK;
     }
+    status = status == SQLITE_ROW || status == SQLITE_DONE ? SQLITE_OK : status;
     return result;
 }
 
@@ -50,9 +46,12 @@ bool meansLocked(int status) {
 }
 
 std::string failureText(sqlite3* database, int status) {
+    const int primaryCode = status & 0xff;
+    if (primaryCode == SQLITE_ERROR) {
+        return sqlite3_errmsg(database);
+    }
     std::string text = sqlite3_errstr(status);
     const int systemError = database != nullptr ? sqlite3_system_errno(database) : 0;
-    const int primaryCode = status & 0xff;
     if (systemError != 0 && (primaryCode == SQLITE_CANTOPEN || primaryCode == SQLITE_IOERR)) {
         text += " (" + std::generic_category().message(systemError) + ")";
     }

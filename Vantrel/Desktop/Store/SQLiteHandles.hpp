@@ -18,14 +18,15 @@ struct SQLiteFinalizer {
 using SQLiteDatabase = std::unique_ptr<sqlite3, SQLiteCloser>;
 using SQLiteStatement = std::unique_ptr<sqlite3_stmt, SQLiteFinalizer>;
 
+/// Opens a database for one thread, which leaves the log alone when it closes it. `vfs` names one of SQLite's file
+/// systems, null being the usual one. Null at worst, and then or otherwise SQLite's extended result code in `status`.
+SQLiteDatabase openDatabase(const char* name, int flags, const char* vfs, int& status);
+
 /// Runs statements that give no rows of interest. Returns SQLite's extended result code.
 int execute(sqlite3* database, const char* statements);
 
 /// Prepares a statement that is kept. Null with the result code in `status` when it does not compile.
 SQLiteStatement prepare(sqlite3* database, const char* text, int& status);
-
-/// Runs a kept statement that gives no rows, and makes it ready for the next run. Returns the extended result code.
-int run(sqlite3_stmt* statement);
 
 /// Runs a statement that gives one text (a pragma, say). Empty when it gives none; `status` is the result code.
 std::string queryText(sqlite3* database, const char* text, int& status);

@@ -1,18 +1,19 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 
+#include "Vantrel/Desktop/Store/KnownValues.hpp"
 #include "Vantrel/Desktop/Store/StoreCheckpointer.hpp"
 #include "Vantrel/Desktop/Store/StoreConnection.hpp"
-#include "Vantrel/Desktop/Store/StoreFiles.hpp"
 #include "Vantrel/Handles/LoopSource.hpp"
+#include "Vantrel/Platform/DefaultsConversions.hpp"
 #include "Vantrel/Platform/UserDefaults.hpp"
 
 namespace vantrel::desktop {
@@ -47,15 +48,24 @@ class SQLiteUserDefaults final : public UserDefaults {
     void finish();
 
     void setLateReadHandler(LateReadHandler handler) override { lateReadHandler_ = std::move(handler); }
-    [[nodiscard]] std::optional<DefaultsValue> objectForKey(std::string_view key) override;
-    [[nodiscard]] std::optional<std::string> stringForKey(std::string_view key) override;
-    [[nodiscard]] bool boolForKey(std::string_view key) override;
-    [[nodiscard]] std::int64_t integerForKey(std::string_view key) override;
-    [[nodiscard]] std::optional<std::string> dataForKey(std::string_view key) override;
+    [[nodiscard]] std::optional<DefaultsValue> objectForKey(std::string_view key) override {
+        const DefaultsValue* const value = values_.find(key);
+        return value != nullptr ? std::optional(*value) : std::nullopt;
+    }
+    [[nodiscard]] std::optional<std::string> stringForKey(std::string_view key) override {
+        return read(key, stringFromDefaultsValue);
+    }
+    [[nodiscard]] bool boolForKey(std::string_view key) override { return read(key, boolFromDefaultsValue); }
+    [[nodiscard]] std::int64_t integerForKey(std::string_view key) override {
+        return read(key, integerFromDefaultsValue);
+    }
+    [[nodiscard]] std::optional<std::string> dataForKey(std::string_view key) override {
+        return read(key, dataFromDefaultsValue);
+    }
     void setObjects(std::initializer_list<Entry> entries) override;
 
     /// Whether something waits to be stored.
-    [[nodiscard]] bool hasUnstoredValues() const;
+    [[nodiscard]] bool hasUnstoredValues() const { return values_.hasUnstored(); }
 
     /// Whether the log is being moved into the database at this moment.
     [[nodiscard]] bool isCheckpointing() const { return checkpointer_ && checkpointer_->isRunning(); }
@@ -74,33 +84,22 @@ class SQLiteUserDefaults final : public UserDefaults {
     void setRestHandler(std::function<void()> rested) { rested_ = std::move(rested); }
 
   private:
-    static constexpr const char* isLocked = "is locked by another program";
+    template <typename Type>
+    Type read(std::string_view key, Type (*conversion)(const DefaultsValue&)) const {
+        const DefaultsValue* const value = values_.find(key);
+        return value != nullptr ? conversion(*value) : Type();
+    }
 
-    /// A value as this run read it or last set it.
-    struct KnownValue {
-        DefaultsValue value;
-        bool isStored = false;
-        bool isInPlace = true;  ///< the file it was stored in was still the one under the name afterwards
-    };
-
-    // Opening and damage (SQLiteUserDefaultsOpening.cpp)
-    int openStore(std::chrono::milliseconds lockWait);
+    int open(std::chrono::milliseconds lockWait);
+    void close();
+    bool setAside(const char* damage);
     void takeIn(const Values& stored);
-    void closeStore();
-    bool setDamagedStoreAside(const char* finding);
-    void startAfresh();
-    void reportProblem(const std::string& problem);
-
-    // Writing (SQLiteUserDefaultsWriting.cpp)
-    void storeUnstoredValues(std::chrono::milliseconds lockWait);
+    void store(std::chrono::milliseconds lockWait);
     bool makeWritable(std::chrono::milliseconds lockWait);
     int writeUnstoredValues();
-    void handleFailedWrite(int status);
     void retryLater(int status);
-    void lookForTheFileSoon();
-    void storeAgainIfTheFileWasMoved();
-    void checkpointFinished(CheckpointOutcome outcome);
-    void endCheckpoint(CheckpointOutcome outcome);
+    void lookForFile();
+    void reportProblem(const std::string& problem);
 
     std::optional<std::filesystem::path> file_;  // as given
     std::filesystem::path realFile_;             // where symbolic links led at the last opening
@@ -109,7 +108,7 @@ class SQLiteUserDefaults final : public UserDefaults {
     LateReadHandler lateReadHandler_;
     bool isRead_ = false;      // false until there was something to read
     bool isTakingIn_ = false;  // what is set in the meantime is stored afterwards
-    std::map<std::string, KnownValue, std::less<>> knownValues_;
+    KnownValues values_;
     std::unique_ptr<StoreConnection> connection_;
     std::unique_ptr<StoreCheckpointer> checkpointer_;
     LoopSource retryTimer_;

@@ -1,73 +1,55 @@
 #include "Vantrel/Desktop/Store/StoreCheckpointer.hpp"
 
-#include <pthread.h>
-
 #include <utility>
 
 namespace vantrel::desktop {
-namespace {
 
-/// The C library keeps an ended thread's stack for the next one; a small one is enough and weighs less.
-constexpr std::size_t threadStackSize = 256UL * 1024UL;
-
-}  // namespace
-
-struct StoreCheckpointer::Thread {
-    std::filesystem::path path;
-    std::string vfs;
-    CheckpointOutcome outcome;
-    std::unique_ptr<GSource, GSourceDestroyer> ended;  // attached by the thread as its last act
-    pthread_t handle{};
-
-    static void* run(void* data) {
-        auto* self = static_cast<Thread*>(data);
-        self->outcome = checkpointStore(self->path, self->vfs.empty() ? nullptr : self->vfs.c_str());
-        g_source_attach(self->ended.get(), nullptr);
-        return nullptr;
+std::optional<int> checkpointStore(const std::filesystem::path& path, const char* vfs) {
+    int status = SQLITE_OK;
+    const SQLiteDatabase database = openDatabase(path.c_str(), SQLITE_OPEN_READWRITE, vfs, status);
+    int pagesMoved = 0;
+    if (status == SQLITE_OK) {
+        // A connection that has read nothing yet knows of no log.
+        status = execute(database.get(), "SELECT 1 FROM sqlite_schema");
     }
-};
-
-StoreCheckpointer::StoreCheckpointer(std::filesystem::path path, const char* vfs, CheckpointTimes times,
-                                     std::function<void(CheckpointOutcome)> finished)
-    : path_(std::move(path)),
-      vfs_(vfs == nullptr ? "" : vfs),
-      times_(times),
-      finished_(std::move(finished)),
-      nextLongLog_(times.longLog) {}
-
-StoreCheckpointer::~StoreCheckpointer() {
-    if (thread_) {
-        pthread_join(thread_->handle, nullptr);
+    if (status == SQLITE_OK) {
+        status = sqlite3_wal_checkpoint_v2(database.get(), "main", SQLITE_CHECKPOINT_PASSIVE, nullptr, &pagesMoved);
     }
+    return status == SQLITE_OK ? std::optional(pagesMoved) : std::nullopt;
 }
 
-void StoreCheckpointer::noteCommit(int logPages) {
+StoreCheckpointer::StoreCheckpointer(StoreConnection& connection, std::filesystem::path path, const char* vfs,
+                                     CheckpointTimes times, std::function<void()> finished)
+    : connection_(connection), path_(std::move(path)), vfs_(vfs), times_(times), finished_(std::move(finished)) {}
+
+StoreCheckpointer::~StoreCheckpointer() {
+    thread_.reset();
+    g_idle_remove_by_data(this);
+    connection_.letLogBeginAnew();
+}
+
+void StoreCheckpointer::noteCommit() {
     lastCommit_ = std::chrono::steady_clock::now();
-    if (logPages < times_.longLog) {
-        nextLongLog_ = times_.longLog;
+    const int pages = connection_.logPages();
+    if (pages < pagesToMove_) {
+        pagesToMove_ = 0;
     }
-    if (logPages >= nextLongLog_ && !thread_) {
-        // If the log cannot begin anew after this run, the next one waits until it has grown as much again.
-        nextLongLog_ = logPages + times_.longLog;
+    // If the log could not begin anew after the last run, the next one waits until it has grown as much again.
+    if (pages >= pagesToMove_ + times_.longLog) {
         start();
     }
     // One timer serves many commits: it is set again when it fires, not at each of them.
     if (!idleTimer_.isSet()) {
-        armIdleTimer(times_.idle);
+        idleTimer_ = LoopSource::after(times_.idle, [this] { idleTimerFired(); }, {.priority = G_PRIORITY_LOW});
     }
 }
 
-void StoreCheckpointer::armIdleTimer(std::chrono::milliseconds delay) {
-    idleTimer_ = LoopSource::after(delay, [this] { idleTimerFired(); }, {.priority = G_PRIORITY_LOW});
-}
-
 void StoreCheckpointer::idleTimerFired() {
-    const auto sinceCommit =
-        std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - lastCommit_);
-    if (sinceCommit < times_.idle) {
-        armIdleTimer(times_.idle - sinceCommit);
-    } else if (thread_) {
-        armIdleTimer(times_.idle);
+    const auto left = times_.idle - std::chrono::duration_cast<std::chrono::milliseconds>(
+                                        std::chrono::steady_clock::now() - lastCommit_);
+    if (left.count() > 0 || thread_) {
+        idleTimer_ = LoopSource::after(left.count() > 0 ? left : times_.idle, [this] { idleTimerFired(); },
+                                       {.priority = G_PRIORITY_LOW});
     } else {
         start();
     }
@@ -77,34 +59,35 @@ void StoreCheckpointer::start() {
     if (thread_) {
         return;
     }
-    auto thread = std::make_unique<Thread>();
-    thread->path = path_;
-    thread->vfs = vfs_;
-    thread->ended.reset(g_idle_source_new());
-    g_source_set_priority(thread->ended.get(), G_PRIORITY_DEFAULT);
-    const auto callback = [](gpointer self) -> gboolean {
-        static_cast<StoreCheckpointer*>(self)->threadEnded();
+    connection_.keepLogFromBeginningAnew();
+    pagesToMove_ = connection_.logPages();
+    static constexpr auto finished = [](gpointer self) -> gboolean {
+        static_cast<StoreCheckpointer*>(self)->finish();
         return G_SOURCE_REMOVE;
     };
-    g_source_set_callback(thread->ended.get(), callback, this, nullptr);
-
-    pthread_attr_t attributes;
-    pthread_attr_init(&attributes);
-    pthread_attr_setstacksize(&attributes, threadStackSize);
-    // Without a thread the log just grows until the next commit tries again.
-    if (pthread_create(&thread->handle, &attributes, &Thread::run, thread.get()) == 0) {
-        thread_ = std::move(thread);
+    const auto run = [](gpointer data) -> gpointer {
+        auto& self = *static_cast<StoreCheckpointer*>(data);
+        self.pagesMoved_ = checkpointStore(self.path_, self.vfs_);
+        g_idle_add_full(G_PRIORITY_DEFAULT, finished, data, nullptr);
+        return nullptr;
+    };
+    thread_.reset(g_thread_try_new("checkpoint", run, this, nullptr));
+    if (!thread_) {
+        // The log just grows until the next commit tries again.
+        connection_.letLogBeginAnew();
     }
-    pthread_attr_destroy(&attributes);
 }
 
-void StoreCheckpointer::threadEnded() {
-    pthread_join(thread_->handle, nullptr);
-    CheckpointOutcome outcome = std::move(thread_->outcome);
+void StoreCheckpointer::finish() {
     thread_.reset();
-    // A copy, and as the last step: the call may be the end of this object.
-    const auto finished = finished_;
-    finished(std::move(outcome));
+    connection_.letLogBeginAnew();
+    const int pages = connection_.logPages();
+    // With commits that never pause there is always one since the checkpoint began. Such a log is begun anew all the
+    // same before it fills the disk; only then does this thread wait for it, for the few pages that are left to move.
+    if (pagesMoved_ && *pagesMoved_ >= pagesToMove_ && (pages <= *pagesMoved_ || pages >= times_.longestLog)) {
+        connection_.beginLogAnew();
+    }
+    finished_();
 }
 
 }  // namespace vantrel::desktop

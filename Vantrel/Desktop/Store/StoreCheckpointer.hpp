@@ -4,12 +4,18 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
-#include "Vantrel/Desktop/Store/StoreCheckpoint.hpp"
+#include "Vantrel/Desktop/Store/StoreConnection.hpp"
 #include "Vantrel/Handles/LoopSource.hpp"
 
 namespace vantrel::desktop {
+
+/// Moves the log into the database over a connection of its own. Waits for the disk, and locks nobody out: others may
+/// read and commit all the while. For any thread but the one that runs the loop. Returns how many pages of the log are
+/// in the database then, and on the disk; none when it failed.
+std::optional<int> checkpointStore(const std::filesystem::path& path, const char* vfs);
 
 /// When the log is moved into the database.
 struct CheckpointTimes {
@@ -19,21 +25,21 @@ struct CheckpointTimes {
     int longestLog = 10'000;
 };
 
-/// Runs checkpoints in a short-lived thread of its own, so that no commit waits for the disk. Nothing is armed and no
-/// thread exists unless something was committed. Main thread only; uses the default main context.
+/// Has the log moved by a short-lived thread, so that no commit waits for the disk, and begins it anew. Nothing is
+/// armed and no thread exists unless something was committed. Main thread only; uses the default main context.
 class StoreCheckpointer {
   public:
-    /// `finished` is called on the main loop after each run.
-    StoreCheckpointer(std::filesystem::path path, const char* vfs, CheckpointTimes times,
-                      std::function<void(CheckpointOutcome)> finished);
+    /// `finished` is called on the main loop after each run. The connection outlives this object.
+    StoreCheckpointer(StoreConnection& connection, std::filesystem::path path, const char* vfs, CheckpointTimes times,
+                      std::function<void()> finished);
 
     /// Waits for the thread, if it runs.
     ~StoreCheckpointer();
     StoreCheckpointer(const StoreCheckpointer&) = delete;
     StoreCheckpointer& operator=(const StoreCheckpointer&) = delete;
 
-    /// Tells of a commit, after which the log has that many pages.
-    void noteCommit(int logPages);
+    /// Tells of a commit.
+    void noteCommit();
 
     [[nodiscard]] bool isRunning() const { return thread_ != nullptr; }
 
@@ -41,21 +47,24 @@ class StoreCheckpointer {
     [[nodiscard]] bool isAtRest() const { return !thread_ && !idleTimer_.isSet(); }
 
   private:
-    struct Thread;
+    struct ThreadJoiner {
+        void operator()(GThread* thread) const { g_thread_join(thread); }
+    };
 
-    void start();
-    void armIdleTimer(std::chrono::milliseconds delay);
     void idleTimerFired();
-    void threadEnded();
+    void start();
+    void finish();
 
+    StoreConnection& connection_;
     std::filesystem::path path_;
-    std::string vfs_;
+    const char* vfs_;
     CheckpointTimes times_;
-    std::function<void(CheckpointOutcome)> finished_;
+    std::function<void()> finished_;
     std::chrono::steady_clock::time_point lastCommit_;
-    int nextLongLog_;
     LoopSource idleTimer_;
-    std::unique_ptr<Thread> thread_;
+    int pagesToMove_ = 0;            ///< the log's length when the last run began
+    std::optional<int> pagesMoved_;  ///< the thread's until it has been joined
+    std::unique_ptr<GThread, ThreadJoiner> thread_;
 };
 
 }  // namespace vantrel::desktop

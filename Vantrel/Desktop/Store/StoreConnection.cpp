@@ -5,6 +5,10 @@
 namespace vantrel::desktop {
 namespace {
 
+// Named columns and an upsert instead of REPLACE: a later version's further columns keep what they hold.
+constexpr const char* upsertValue =
+    "INSERT INTO defaults(key, value) VALUES(?1, ?2) ON CONFLICT(key) DO UPDATE SET value = excluded.value";
+
 int bindValue(sqlite3_stmt* statement, int index, const DefaultsValue& value) {
     if (const auto* text = std::get_if<std::string>(&value)) {
         return sqlite3_bind_text64(statement, index, text->data(), text->size(), SQLITE_STATIC, SQLITE_UTF8);
@@ -24,52 +28,53 @@ int bindValue(sqlite3_stmt* statement, int index, const DefaultsValue& value) {
     return sqlite3_bind_blob64(statement, index, bytes.data(), bytes.size(), SQLITE_STATIC);
 }
 
-std::string columnBytes(const void* bytes, int size) {
-    return bytes == nullptr ? std::string()
-                            : std::string(static_cast<const char*>(bytes), static_cast<std::size_t>(size));
-}
-
-DefaultsValue columnValue(sqlite3_stmt* statement, int column) {
-    switch (sqlite3_column_type(statement, column)) {
-        case SQLITE_INTEGER:
-            return std::int64_t{sqlite3_column_int64(statement, column)};
-        case SQLITE_FLOAT:
-            return sqlite3_column_double(statement, column);
-        case SQLITE_BLOB: {
-            const void* blob = sqlite3_column_blob(statement, column);
-            return DefaultsData{columnBytes(blob, sqlite3_column_bytes(statement, column))};
-        }
-        default: {
-            const unsigned char* text = sqlite3_column_text(statement, column);
-            return columnBytes(text, sqlite3_column_bytes(statement, column));
-        }
-    }
-}
-
 }  // namespace
 
-StoreConnection::~StoreConnection() = default;
-
-void StoreConnection::moveLogWhenClosing() {
-    sqlite3_db_config(database_.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
+StoreConnection::StoreConnection(SQLiteDatabase database, bool isReadOnly, bool hasLog, int& status)
+    : database_(std::move(database)), isReadOnly_(isReadOnly), hasLog_(hasLog) {
+    if (!isReadOnly_) {
+        reading_ = prepare(database_.get(), "SELECT 1 FROM sqlite_schema", status);
+        upsert_ = prepare(database_.get(), upsertValue, status);
+    }
+    if (hasLog_) {
+        // Takes the place of automatic checkpoints, which would sync in the middle of a jump.
+        sqlite3_wal_hook(
+            database_.get(),
+            [](void* logPages, sqlite3*, const char*, int pages) {
+                *static_cast<int*>(logPages) = pages;
+                return SQLITE_OK;
+            },
+            &logPages_);
+    }
 }
 
-void StoreConnection::setLockWait(std::chrono::milliseconds lockWait) {
-    sqlite3_busy_timeout(database_.get(), static_cast<int>(lockWait.count()));
+int StoreConnection::store(std::span<const Entry> entries) {
+    const bool isOne = entries.size() == 1;
+    int status = isOne ? SQLITE_OK : execute(database_.get(), "BEGIN IMMEDIATE");
+    for (auto entry = entries.begin(); entry != entries.end() && status == SQLITE_OK; ++entry) {
+        status = write(*entry);
+    }
+    if (status == SQLITE_OK && !isOne) {
+        status = execute(database_.get(), "COMMIT");
+    }
+    if (status != SQLITE_OK && sqlite3_get_autocommit(database_.get()) == 0) {
+        execute(database_.get(), "ROLLBACK");
+    }
+    return status;
 }
 
-int StoreConnection::readAll(UserDefaults::Values& values) {
-    values.clear();
-    if (!hasTable_) {
-        return SQLITE_OK;
+int StoreConnection::write(const Entry& entry) {
+    const auto& [key, value] = entry;
+    sqlite3_stmt* statement = upsert_.get();
+    sqlite3_bind_text64(statement, 1, key.data(), key.size(), SQLITE_STATIC, SQLITE_UTF8);
+    int status = bindValue(statement, 2, *value);
+    if (status == SQLITE_OK) {
+        sqlite3_step(statement);
+        // Repeats the code of a failed step.
+        status = sqlite3_reset(statement);
     }
-    int status = SQLITE_OK;
-    const SQLiteStatement select = prepare(database_.get(), "SELECT key, value FROM defaults", status);
-    while (select && (status = sqlite3_step(select.get())) == SQLITE_ROW) {
-        values.emplace(columnBytes(sqlite3_column_text(select.get(), 0), sqlite3_column_bytes(select.get(), 0)),
-                       columnValue(select.get(), 1));
-    }
-    return status == SQLITE_DONE ? SQLITE_OK : status;
+    sqlite3_clear_bindings(statement);
+    return status;
 }
 
 void StoreConnection::beginLogAnew() {
@@ -84,30 +89,12 @@ void StoreConnection::beginLogAnew() {
     if (status == SQLITE_OK) {
         // A number that the application does not use is set to itself.
         const std::string version = queryText(database, "PRAGMA user_version", status);
-        if (status == SQLITE_OK) {
-            status = execute(database, ("PRAGMA user_version=" + version).c_str());
-        }
-        execute(database, status == SQLITE_OK ? "COMMIT" : "ROLLBACK");
+        execute(database, ("PRAGMA user_version=" + version + "; COMMIT").c_str());
     }
-    rollback();
+    if (sqlite3_get_autocommit(database) == 0) {
+        execute(database, "ROLLBACK");
+    }
     execute(database, "PRAGMA synchronous=NORMAL");
-}
-
-void StoreConnection::rollback() {
-    if (sqlite3_get_autocommit(database_.get()) == 0) {
-        run(rollback_.get());
-    }
-}
-
-int StoreConnection::write(std::string_view key, const DefaultsValue& value) {
-    sqlite3_stmt* statement = upsert_.get();
-    sqlite3_bind_text64(statement, 1, key.data(), key.size(), SQLITE_STATIC, SQLITE_UTF8);
-    int status = bindValue(statement, 2, value);
-    if (status == SQLITE_OK) {
-        status = run(statement);
-    }
-    sqlite3_clear_bindings(statement);
-    return status;
 }
 
 bool StoreConnection::wasMoved() const {

@@ -1,65 +1,53 @@
 #pragma once
 
 #include <chrono>
-#include <filesystem>
-#include <memory>
-#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "Vantrel/Desktop/Store/SQLiteHandles.hpp"
 #include "Vantrel/Platform/UserDefaults.hpp"
 
 namespace vantrel::desktop {
 
-/// An open database that holds, or may come to hold, the table of settings. Every operation returns SQLite's extended
-/// result code. Used by one thread.
+/// An open database with the table of settings. Operations return SQLite's extended result code. Used by one thread.
 class StoreConnection {
   public:
-    struct Attempt;
+    using Entry = std::pair<std::string_view, const DefaultsValue*>;
 
-    /// The outcome of opening: a connection and all that the table holds, or the code and the reason why there is none.
-    struct Opened {
-        std::unique_ptr<StoreConnection> connection;
-        UserDefaults::Values values;
-        int status = SQLITE_OK;
-        std::string reason;
-    };
-
-    /// Opens the file, which exists, in the best way that its file system allows: with a write-ahead log; else with a
-    /// rollback journal; else without locks; else for reading only what it holds. Waits so long for others that hold it
-    /// locked, here and later. `vfs` names one of SQLite's file systems, null being the usual one.
-    static Opened open(const std::filesystem::path& path, const char* vfs, std::chrono::milliseconds lockWait);
+    /// `hasLog` is whether commits go to a write-ahead log, which must be checkpointed; `status` what came of preparing
+    /// to write.
+    StoreConnection(SQLiteDatabase database, bool isReadOnly, bool hasLog, int& status);
 
     /// Closes without touching the log, unless moveLogWhenClosing() came before.
-    ~StoreConnection();
+    ~StoreConnection() = default;
     StoreConnection(const StoreConnection&) = delete;
     StoreConnection& operator=(const StoreConnection&) = delete;
 
     /// Lets the closing move the log into the database and remove it, which waits for the disk.
-    void moveLogWhenClosing();
+    void moveLogWhenClosing() { sqlite3_db_config(database_.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr); }
 
     /// How long to wait from now on for others that hold a lock.
-    void setLockWait(std::chrono::milliseconds lockWait);
+    void setLockWait(std::chrono::milliseconds wait) {
+        sqlite3_busy_timeout(database_.get(), static_cast<int>(wait.count()));
+    }
 
-    int begin() { return run(begin_.get()); }
-    int commit() { return run(commit_.get()); }
+    /// Stores all of the values or none.
+    int store(std::span<const Entry> entries);
+
+    /// Has commits go on at the log's end until letLogBeginAnew(). Otherwise the next one after a checkpoint would
+    /// begin the log at its beginning again, and wait for the disk. If another program commits meanwhile, ours find the
+    /// database locked.
+    void keepLogFromBeginningAnew() { sqlite3_step(reading_.get()); }
+    void letLogBeginAnew() { sqlite3_reset(reading_.get()); }
 
     /// Empties a log whose pages are all in the database, and begins it anew with a commit that changes nothing, so
     /// that the next commit does not wait for the disk; nor does this. Pages that are not in the database yet are moved
     /// first, and then this waits for the disk. Gives up when others hold locks.
     void beginLogAnew();
 
-    /// Undoes a transaction, if one is open.
-    void rollback();
-
-    /// Stores one value, as a transaction of its own outside of begin() and commit().
-    int write(std::string_view key, const DefaultsValue& value);
-
-    /// Whether values can only be read.
     [[nodiscard]] bool isReadOnly() const { return isReadOnly_; }
-
-    /// Whether commits go to a write-ahead log, which must be checkpointed.
     [[nodiscard]] bool hasLog() const { return hasLog_; }
 
     /// The log's length after the last commit, in pages.
@@ -71,20 +59,13 @@ class StoreConnection {
     [[nodiscard]] std::string reasonOf(int status) const { return failureText(database_.get(), status); }
 
   private:
-    StoreConnection() = default;
-    static Opened tryOpening(const std::filesystem::path& path, const Attempt& attempt);
-    int chooseJournal(const Attempt& attempt);
-    int prepareStatements();
-    int readAll(UserDefaults::Values& values);
+    int write(const Entry& entry);
 
     SQLiteDatabase database_;
-    SQLiteStatement begin_;
-    SQLiteStatement commit_;
-    SQLiteStatement rollback_;
     SQLiteStatement upsert_;
-    bool hasTable_ = false;  // false only in an empty database that is read only
-    bool isReadOnly_ = false;
-    bool hasLog_ = false;
+    SQLiteStatement reading_;
+    bool isReadOnly_;
+    bool hasLog_;
     int logPages_ = 0;
 };
 

@@ -1,6 +1,7 @@
 #include "Vantrel/Desktop/Store/StoreFiles.hpp"
 
 #include <fcntl.h>
+#include <glib.h>
 #include <linux/magic.h>
 #include <sys/stat.h>
 #include <sys/vfs.h>
@@ -11,9 +12,11 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
+#include <memory>
 #include <system_error>
-#include <utility>
+
+#include "Vantrel/Handles/FileDescriptor.hpp"
+#include "Vantrel/Handles/GLibHandles.hpp"
 
 namespace vantrel::desktop {
 namespace {
@@ -28,29 +31,13 @@ constexpr mode_t othersRights = S_IRWXG | S_IRWXO;
 /// damaged database where it was, to be found again, and never a log that a new database would delete.
 constexpr std::array<const char*, 4> storeSuffixes{"-wal", "-shm", "-journal", ""};
 
-std::string systemText(int error) {
-    return std::generic_category().message(error);
-}
-
 fs::path withSuffix(const fs::path& path, const char* suffix) {
-    fs::path result = path;
-    result += suffix;
-    return result;
+    return path.string() + suffix;
 }
 
-StoreFileProblem makeDirectories(const fs::path& directory) {
-    if (directory.empty() || ::access(directory.c_str(), F_OK) == 0) {
-        return {};
-    }
-    if (StoreFileProblem problem = makeDirectories(directory.parent_path()); !problem.empty()) {
-        return problem;
-    }
-    if (::mkdir(directory.c_str(), directoryMode) != 0) {
-        return errno == EEXIST ? StoreFileProblem() : directory.string() + ": " + systemText(errno);
-    }
-    // A umask may have taken rights of the owner.
-    ::chmod(directory.c_str(), directoryMode);
-    return {};
+bool isSomebodyElses(const fs::path& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 && status.st_uid != ::geteuid();
 }
 
 /// Takes the rights of others from our database, and gives what lies beside it the same rights: a log that was made
@@ -60,13 +47,10 @@ void setRights(const fs::path& path) {
     if (::stat(path.c_str(), &database) != 0 || database.st_uid != ::geteuid()) {
         return;
     }
-    const mode_t rights = database.st_mode & 07777U & ~othersRights;
     for (const char* suffix : storeSuffixes) {
         const fs::path part = withSuffix(path, suffix);
-        struct stat status {};
-        const bool isOurs = ::stat(part.c_str(), &status) == 0 && status.st_uid == ::geteuid();
-        if (isOurs && (status.st_mode & 07777U) != rights) {
-            ::chmod(part.c_str(), rights);
+        if (!isSomebodyElses(part)) {
+            ::chmod(part.c_str(), database.st_mode & 07777U & ~othersRights);
         }
     }
 }
@@ -76,49 +60,11 @@ off_t sizeOf(const fs::path& path) {
     return ::stat(path.c_str(), &status) == 0 ? status.st_size : 0;
 }
 
-/// Renames unless the new name is taken. Returns 0 or the system's error number.
-int renameWithoutReplacing(const fs::path& from, const fs::path& to) {
-    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) {
-        return 0;
-    }
-    if (errno != EINVAL && errno != ENOSYS) {
-        return errno;
-    }
-    // Not every file system knows that flag.
-    if (::access(to.c_str(), F_OK) == 0) {
-        return EEXIST;
-    }
-    return ::rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
-}
-
-std::string timeStamp() {
-    const std::time_t now = std::time(nullptr);
-    std::tm parts{};
-    ::gmtime_r(&now, &parts);
-    std::array<char, 32> buffer{};
-    const std::size_t length = std::strftime(buffer.data(), buffer.size(), "%Y%m%d-%H%M%S", &parts);
-    return {buffer.data(), length};
-}
-
-bool isSomebodyElses(const fs::path& path) {
-    struct stat status {};
-    return ::stat(path.c_str(), &status) == 0 && status.st_uid != ::geteuid();
-}
-
-/// A name under which nothing of an earlier store lies.
-std::optional<fs::path> unusedName(const fs::path& path) {
-    const fs::path stem = path.string() + ".damaged-" + timeStamp();
-    for (int attempt = 1; attempt <= 1000; ++attempt) {
-        const fs::path candidate = attempt == 1 ? stem : fs::path(stem.string() + "-" + std::to_string(attempt));
-        const bool isUnused = std::ranges::none_of(storeSuffixes, [&](const char* suffix) {
-            struct stat status {};
-            return ::lstat(withSuffix(candidate, suffix).c_str(), &status) == 0;
-        });
-        if (isUnused) {
-            return candidate;
-        }
-    }
-    return std::nullopt;
+/// A name that nothing has, for it tells the microsecond.
+fs::path newName(const fs::path& path) {
+    const std::unique_ptr<GDateTime, decltype(&g_date_time_unref)> now(g_date_time_new_now_utc(), &g_date_time_unref);
+    const GCharPointer stamp(g_date_time_format(now.get(), "%Y%m%d-%H%M%S-%f"));
+    return path.string() + ".damaged-" + stamp.get();
 }
 
 }  // namespace
@@ -129,44 +75,37 @@ std::optional<fs::path> defaultStorePath() {
         if (value == nullptr || value[0] != '/') {
             return std::nullopt;
         }
-        return fs::path(value) / folder / "vantrel" / "defaults.sqlite3";
+        return (fs::path(value) / folder / "vantrel" / "defaults.sqlite3").lexically_normal();
     };
-    if (auto path = below("XDG_CONFIG_HOME", "")) {
-        return path->lexically_normal();
-    }
-    return below("HOME", ".config");
+    const auto configured = below("XDG_CONFIG_HOME", "");
+    return configured ? configured : below("HOME", ".config");
 }
 
-StoreFileProblem prepareStoreFile(fs::path& path) {
-    if (StoreFileProblem problem = makeDirectories(path.parent_path()); !problem.empty()) {
-        return problem;
+std::string prepareStoreFile(fs::path& path) {
+    const fs::path directory = path.parent_path();
+    // Made here and without a mask, because SQLite would give a new file the rights that the mask leaves. Never through
+    // a symbolic link: where that points to nothing, its owner's disk is perhaps not there yet.
+    const mode_t mask = ::umask(0);
+    const bool hasDirectory = g_mkdir_with_parents(directory.c_str(), directoryMode) == 0;
+    const bool isMade =
+        hasDirectory && FileDescriptor(::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, fileMode)).isOpen();
+    const int error = errno;
+    ::umask(mask);
+    if (!hasDirectory) {
+        return directory.string() + ": " + std::generic_category().message(error);
     }
-    // Created here, because SQLite would give a new file the rights that the umask leaves. Never through a symbolic
-    // link: where that points to nothing, its owner's disk is perhaps not there yet.
-    const int descriptor = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, fileMode);
-    if (descriptor >= 0) {
-        // A umask may have taken rights of the owner.
-        ::fchmod(descriptor, fileMode);
-        ::close(descriptor);
-    } else if (errno != EEXIST) {
-        const int error = errno;
-        if (::access(path.c_str(), F_OK) != 0) {
-            return systemText(error);
-        }
+    if (!isMade && error != EEXIST && ::access(path.c_str(), F_OK) != 0) {
+        return std::generic_category().message(error);
     }
-    std::error_code error;
-    fs::path real = fs::canonical(path, error);
-    if (error) {
-        return "a symbolic link to nothing that can be reached: " + error.message();
+    std::error_code failure;
+    const fs::path real = fs::canonical(path, failure);
+    if (failure) {
+        return "a symbolic link to nothing that can be reached: " + failure.message();
     }
-    struct stat status {};
-    if (::stat(real.c_str(), &status) != 0) {
-        return systemText(errno);
+    if (!fs::is_regular_file(real, failure)) {
+        return failure ? failure.message() : "not a regular file";
     }
-    if (!S_ISREG(status.st_mode)) {
-        return "not a regular file";
-    }
-    path = std::move(real);
+    path = real;
     setRights(path);
     return {};
 }
@@ -184,28 +123,24 @@ bool hasJournalBeside(const fs::path& path) {
            ::access(withSuffix(path, "-journal").c_str(), F_OK) == 0;
 }
 
-bool hasOrphanedLog(const fs::path& path) {
-    // SQLite takes a single byte for nothing too: it writes one itself where a file system needs that for its locks.
-    return sizeOf(path) <= 1 && hasLogContent(path);
-}
-
-bool isCutOff(const fs::path& path) {
+const char* visibleDamage(const fs::path& path) {
     constexpr off_t smallestPage = 512;  // every page size is a multiple of it
     const off_t size = sizeOf(path);
-    return size > 1 && size % smallestPage != 0 && !hasLogContent(path) && sizeOf(withSuffix(path, "-journal")) == 0;
+    // SQLite takes a single byte for nothing: it writes one itself where a file system needs that for its locks.
+    if (size <= 1) {
+        return hasLogContent(path) ? "was empty beside a log" : nullptr;
+    }
+    const bool isCutOff = size % smallestPage != 0 && !hasLogContent(path) && sizeOf(withSuffix(path, "-journal")) == 0;
+    return isCutOff ? "was cut off" : nullptr;
 }
 
 std::optional<fs::path> setStoreAside(const fs::path& path) {
     if (isClosedToWriting(path) && isSomebodyElses(path)) {
         return std::nullopt;
     }
-    std::optional<fs::path> aside = unusedName(path);
-    if (!aside) {
-        return std::nullopt;
-    }
+    const fs::path aside = newName(path);
     for (const char* suffix : storeSuffixes) {
-        const int error = renameWithoutReplacing(withSuffix(path, suffix), withSuffix(*aside, suffix));
-        if (error != 0 && error != ENOENT) {
+        if (::rename(withSuffix(path, suffix).c_str(), withSuffix(aside, suffix).c_str()) != 0 && errno != ENOENT) {
             return std::nullopt;
         }
     }
@@ -218,25 +153,18 @@ bool isOnNetwork(const fs::path& path) {
                                                               SMB2_SUPER_MAGIC, V9FS_MAGIC,      AFS_SUPER_MAGIC,
                                                               CODA_SUPER_MAGIC, CEPH_SUPER_MAGIC};
     struct statfs status {};
-    if (::statfs(path.c_str(), &status) != 0) {
-        return false;
-    }
+    const bool isKnown = ::statfs(path.c_str(), &status) == 0;
     const auto kind = static_cast<unsigned long>(status.f_type) & 0xffffffffUL;
-    return std::ranges::find(networkFileSystems, kind) != networkFileSystems.end();
+    return isKnown && std::ranges::find(networkFileSystems, kind) != networkFileSystems.end();
 }
 
 bool canLock(const fs::path& path) {
-    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0) {
-        return true;
-    }
+    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     struct flock lock {};
     lock.l_type = F_RDLCK;
     lock.l_whence = SEEK_SET;
     lock.l_len = 1;
-    const bool isRefused = ::fcntl(descriptor, F_SETLK, &lock) != 0 && errno != EACCES && errno != EAGAIN;
-    ::close(descriptor);
-    return !isRefused;
+    return !file.isOpen() || ::fcntl(file.get(), F_SETLK, &lock) == 0 || errno == EACCES || errno == EAGAIN;
 }
 
 }  // namespace vantrel::desktop
