@@ -1,5 +1,6 @@
 #include <cmath>
 
+#include "tests/fakes/FakeTimer.hpp"
 #include "tests/unit/controller/ControllerTest.hpp"
 #include "tests/unit/loop/AllocationCount.hpp"
 
@@ -31,12 +32,7 @@ class GlideAnimationTest : public ControllerTest {
 TEST_F(GlideAnimationTest, glide_start_readsThePointerAndStartsTheTimer) {
     controller->glidePointer({1900, 850});
     EXPECT_EQ(fakes.journal, (fake::Journal{"CGEventCreate", "scheduledTimer(0.008888888888888889, repeating)"}));
-    ASSERT_TRUE(fields.cursorAnimation().has_value());
-    EXPECT_EQ(fields.cursorAnimation()->start, VantrelPoint(100, -50));
-    EXPECT_EQ(fields.cursorAnimation()->target, VantrelPoint(1900, 850));
-    EXPECT_EQ(fields.cursorAnimation()->steps, 18);
-    EXPECT_EQ(fields.cursorAnimation()->step, 0);
-    EXPECT_NE(fields.animationTimer(), nullptr);
+    EXPECT_EQ(fakes.mainQueue.runningTimers(), 1U);
 }
 
 TEST_F(GlideAnimationTest, glide_whole_followsTheCurveAtEachTick) {
@@ -76,13 +72,19 @@ TEST_F(GlideAnimationTest, glide_end_stopsTheTimerAndSounds) {
     EXPECT_EQ(fakes.journal,
               (fake::Journal{"CGWarpMouseCursorPosition(1900, 850)", "CGAssociateMouseAndMouseCursorPosition(true)",
                              "invalidate", "play(Pop)"}));
-    EXPECT_EQ(fields.animationTimer(), nullptr);
-    EXPECT_FALSE(fields.cursorAnimation().has_value());
     EXPECT_EQ(fakes.mainQueue.runningTimers(), 0U);
 }
 
+TEST_F(GlideAnimationTest, glide_afterAnotherHasEnded_hasNoTimerToStop) {
+    controller->glidePointer({1900, 850});
+    fakes.mainQueue.advance(whole);
+    fakes.journal.clear();
+    controller->glidePointer({100, -50});
+    EXPECT_EQ(fakes.journal, (fake::Journal{"CGEventCreate", "scheduledTimer(0.008888888888888889, repeating)"}));
+}
+
 TEST_F(GlideAnimationTest, glide_soundOff_isSilent) {
-    fields.soundEnabled() = false;
+    controller->preferencesDidChangeSound(false);
     controller->glidePointer({1900, 850});
     fakes.mainQueue.advance(whole);
     EXPECT_EQ(fakes.pointer.location, (CGPoint{1900, 850}));
@@ -120,11 +122,10 @@ TEST_F(GlideAnimationTest, glide_pointerUnreadable_movesAtOnce) {
     controller->glidePointer({1900, 850});
     EXPECT_EQ(fakes.journal, (fake::Journal{"CGEventCreate", "CGWarpMouseCursorPosition(1900, 850)",
                                             "CGAssociateMouseAndMouseCursorPosition(true)", "play(Pop)"}));
-    EXPECT_EQ(fields.animationTimer(), nullptr);
 }
 
 TEST_F(GlideAnimationTest, glide_pointerUnreadableAndSoundOff_isSilent) {
-    fields.soundEnabled() = false;
+    controller->preferencesDidChangeSound(false);
     fakes.pointer.isReadable = false;
     controller->glidePointer({1900, 850});
     EXPECT_EQ(fakes.pointer.location, (CGPoint{1900, 850}));
@@ -147,23 +148,27 @@ TEST_F(GlideAnimationTest, glide_busyLoop_doesOneStepForEachFiring) {
     fakes.mainQueue.stall(4.5 * tick);
     fakes.mainQueue.advance(Seconds(0));
     EXPECT_EQ(fakes.pointer.warps.size(), 3U);
-    EXPECT_EQ(fields.cursorAnimation()->step, 3);
+    expectPointerNear(place({100, -50}, {1900, 850}, 3));
     fakes.mainQueue.advance(Seconds(1));
     EXPECT_EQ(fakes.pointer.warps.size(), 18U);
     EXPECT_EQ(fakes.pointer.location, (CGPoint{1900, 850}));
 }
 
-/// Warps nothing and notes nothing, so that all that asks for memory is the controller.
+/// Warps nothing and only counts, so that all that asks for memory is the controller.
 class SilentWarper final : public PointerWarper {
   public:
-    void CGWarpMouseCursorPosition(CGPoint /*position*/) override {}
+    void CGWarpMouseCursorPosition(CGPoint /*position*/) override { warps += 1; }
     void CGAssociateMouseAndMouseCursorPosition(bool /*connected*/) override {}
+
+    int warps = 0;
 };
 
 class SilentTimer final : public Timer {
   public:
-    void invalidate() override {}
-    [[nodiscard]] bool isValid() const override { return true; }
+    void invalidate() override { isInvalidated = true; }
+    [[nodiscard]] bool isValid() const override { return !isInvalidated; }
+
+    bool isInvalidated = false;
 };
 
 TEST_F(GlideAnimationTest, tick_eachOfTheEighteen_allocatesNothing) {
@@ -175,32 +180,24 @@ TEST_F(GlideAnimationTest, tick_eachOfTheEighteen_allocatesNothing) {
                                      all.mainQueue, all.runLoop, all.standardUserDefaults, all.systemStatusBar,
                                      all.sounds, all.uuids, all.urls, all.preferencesWindowViews},
                             vantrelHotKeySignature, AppDelegate::hotKeyPressed);
-    const AppDelegateInspector inside{*gliding};
-    inside.soundEnabled() = false;
+    gliding->preferencesDidChangeSound(false);
     gliding->glidePointer({1900, 850});
     const std::size_t before = desktop::allocationCount();
     for (int ticks = 1; ticks <= 18; ++ticks) {
         gliding->animationTick(timer);
     }
     EXPECT_EQ(desktop::allocationCount(), before);
-    EXPECT_FALSE(inside.cursorAnimation().has_value()) << "all eighteen were done";
+    EXPECT_EQ(warper.warps, 18);
+    EXPECT_TRUE(timer.isInvalidated) << "all eighteen were done";
 }
 
-TEST_F(GlideAnimationTest, tick_withoutAGlide_stopsItsTimerQuietly) {
+TEST_F(GlideAnimationTest, tick_afterTheGlide_stopsItsTimerQuietly) {
     controller->glidePointer({1900, 850});
-    fields.cursorAnimation() = std::nullopt;
-    fakes.journal.clear();
     fakes.mainQueue.advance(whole);
+    fakes.journal.clear();
+    fake::FakeTimer late(fakes.journal, {}, tick, true, nullptr);
+    controller->animationTick(late);
     EXPECT_EQ(fakes.journal, fake::Journal{"invalidate"});
-    EXPECT_EQ(fields.animationTimer(), nullptr);
-}
-
-TEST_F(GlideAnimationTest, tick_stepsAlreadyDone_landsOnTheTarget) {
-    controller->glidePointer({1900, 850});
-    fields.cursorAnimation()->step = 40;
-    fakes.mainQueue.advance(tick);
-    EXPECT_EQ(fakes.pointer.location, (CGPoint{1900, 850}));
-    EXPECT_EQ(fakes.mainQueue.runningTimers(), 0U);
 }
 
 TEST_F(GlideAnimationTest, destroy_glideInProgress_stopsTheTimer) {
