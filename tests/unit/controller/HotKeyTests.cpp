@@ -11,14 +11,17 @@ class HotKeyTest : public ControllerTest {
     /// A launched controller whose every action leaves a trace: three displays in a row, the pointer on the middle one,
     /// a saved point, no animation, no sound.
     void prepareActions() {
+        fakes.defaults.values = {
+            {"animation", "none"},
+            {"soundEnabled", false},
+            {"savedPoints",
+             DefaultsData{
+                 R"([{"id":"00000000-0000-0000-0000-0000000000A1","name":"Corner","point":{"x":11,"y":12}}])"}}};
         launch();
         fakes.displays.layout = {{1, CGRect{{-1000, 0}, {1000, 800}}},
                                  {2, CGRect{{0, 0}, {1000, 800}}},
                                  {3, CGRect{{1000, 0}, {1000, 800}}}};
         fakes.pointer.location = {100, 100};
-        fields.savedPoints() = {SavedPoint{UUID(), "Corner", {11, 12}, std::nullopt}};
-        fields.animationStyle() = AnimationStyle::none;
-        fields.soundEnabled() = false;
     }
 };
 
@@ -34,29 +37,27 @@ TEST_F(HotKeyTest, launch_handlerRefused_flashesAndRegistersAllTheSame) {
                              "RegisterEventHotKey(2, 6912, id 1)", "RegisterEventHotKey(124, 6400, id 2)",
                              "RegisterEventHotKey(123, 6400, id 3)", "RegisterEventHotKey(46, 6400, id 4)",
                              "RegisterEventHotKey(1, 6912, id 5)", "setMenu"}));
-    EXPECT_TRUE(fields.primaryShortcutIsRegistered());
-    EXPECT_EQ(fields.primaryShortcutStatusText(), "Ready. With Raycast Hyper Key, use Caps Lock + D.");
+    EXPECT_EQ(shortcutLine(), "Shortcut: Hyper + D");
+    EXPECT_EQ(openSettings().shortcutStatus, "Ready. With Raycast Hyper Key, use Caps Lock + D.");
 }
 
 TEST_F(HotKeyTest, launch_storedShortcutReserved_registersTheFixedKeysOnly) {
     fakes.defaults.values = {{"primaryHotKeyCode", std::int64_t{20}}, {"primaryHotKeyModifiers", std::int64_t{6912}}};
     launch();
-    EXPECT_EQ(fields.primaryShortcutStatusText(), "Hyper + 3 is reserved in Raycast. Choose a different Hyper key.");
-    EXPECT_FALSE(fields.primaryShortcutIsRegistered());
-    EXPECT_EQ(fields.primaryHotKeyRef(), nullptr);
-    EXPECT_EQ(fields.secondaryHotKeyCount(), 4U);
+    EXPECT_EQ(shortcutLine(), "Shortcut unavailable: Hyper + 3");
     EXPECT_EQ(fakes.statusBar.title, "Vantrel");
+    EXPECT_EQ(openSettings().shortcutStatus, "Hyper + 3 is reserved in Raycast. Choose a different Hyper key.");
+    EXPECT_EQ(releasedAtTheEnd(), "id 2, id 3, id 4, id 5");
 }
 
 TEST_F(HotKeyTest, launch_shortcutRefused_tellsTheStatusAndDoesNotFlash) {
     for (const OSStatus status : {eventHotKeyExistsErr, 0, 5}) {
         fakes.hotKeys.refusals = {{{2, hyper}, status}};
-        controller->applicationDidFinishLaunching();
-        EXPECT_EQ(fields.primaryShortcutStatusText(),
-                  "Hyper + D is unavailable right now. macOS returned " + std::to_string(status) + ".");
-        EXPECT_FALSE(fields.primaryShortcutIsRegistered());
-        EXPECT_EQ(fields.primaryHotKeyRef(), nullptr);
+        relaunch();
+        EXPECT_EQ(shortcutLine(), "Shortcut unavailable: Hyper + D");
         EXPECT_EQ(fakes.statusBar.title, "Vantrel");
+        EXPECT_EQ(openSettings().shortcutStatus,
+                  "Hyper + D is unavailable right now. macOS returned " + std::to_string(status) + ".");
     }
 }
 
@@ -71,31 +72,30 @@ TEST_F(HotKeyTest, launch_whileRegistered_releasesTheOldRegistrationFirst) {
 
 TEST_F(HotKeyTest, launch_whileRegisteredAndNowReserved_isNoLongerRegistered) {
     launch();
-    fields.primaryShortcut() = {18, hyper};
+    fakes.defaults.values = {{"primaryHotKeyCode", std::int64_t{18}}, {"primaryHotKeyModifiers", std::int64_t{6912}}};
     controller->applicationDidFinishLaunching();
     EXPECT_EQ(calls({"UnregisterEventHotKey"}), fake::Journal{"UnregisterEventHotKey(id 1)"});
-    EXPECT_FALSE(fields.primaryShortcutIsRegistered());
-    EXPECT_EQ(fields.primaryHotKeyRef(), nullptr);
-    EXPECT_EQ(fields.primaryShortcutStatusText(), "Hyper + 1 is reserved in Raycast. Choose a different Hyper key.");
+    EXPECT_EQ(shortcutLine(), "Shortcut unavailable: Hyper + 1");
+    EXPECT_EQ(openSettings().shortcutStatus, "Hyper + 1 is reserved in Raycast. Choose a different Hyper key.");
+    EXPECT_EQ(releasedAtTheEnd(), "id 2, id 3, id 4, id 5");
 }
 
 TEST_F(HotKeyTest, launch_refusedWithAReference_isNotRegistered) {
     fakes.hotKeys.refusals = {{{2, hyper}, eventHotKeyExistsErr}, {{124, controlOptionCommand}, eventHotKeyExistsErr}};
     fakes.hotKeys.refusesWithReference = true;
     launch();
-    EXPECT_FALSE(fields.primaryShortcutIsRegistered());
-    EXPECT_EQ(fields.primaryHotKeyRef(), nullptr);
-    EXPECT_EQ(fields.secondaryHotKeyCount(), 3U);
+    EXPECT_EQ(shortcutLine(), "Shortcut unavailable: Hyper + D");
+    EXPECT_EQ(releasedAtTheEnd(), "id 3, id 4, id 5");
 }
 
 TEST_F(HotKeyTest, launch_fixedKeyRefused_isAbsentWithoutAWord) {
     fakes.hotKeys.refusals = {{{123, controlOptionCommand}, eventHotKeyExistsErr}, {{46, controlOptionCommand}, 0}};
     launch();
-    EXPECT_EQ(fields.secondaryHotKeyCount(), 2U);
     EXPECT_TRUE(fakes.hotKeys.isRegistered({124, controlOptionCommand}));
     EXPECT_TRUE(fakes.hotKeys.isRegistered({1, hyper}));
     EXPECT_EQ(fakes.statusBar.title, "Vantrel");
-    EXPECT_EQ(fields.primaryShortcutStatusText(), "Ready. With Raycast Hyper Key, use Caps Lock + D.");
+    EXPECT_EQ(openSettings().shortcutStatus, "Ready. With Raycast Hyper Key, use Caps Lock + D.");
+    EXPECT_EQ(releasedAtTheEnd(), "id 1, id 2, id 5");
 }
 
 TEST_F(HotKeyTest, press_anyHotKey_actsOnALaterTurn) {
@@ -116,14 +116,13 @@ TEST_F(HotKeyTest, press_eachCombination_doesItsAction) {
     prepareActions();
     for (const auto& [combination, target] : cases) {
         fakes.pointer.location = {100, 100};
-        fields.rememberedPositions().clear();
         ASSERT_TRUE(fakes.hotKeys.press(combination));
         fakes.mainQueue.turn();
         EXPECT_EQ(fakes.pointer.location, target) << combination.first;
     }
     ASSERT_TRUE(fakes.hotKeys.press({1, hyper}));
     fakes.mainQueue.turn();
-    EXPECT_EQ(fields.savedPoints().size(), 2U);
+    EXPECT_EQ(savedPointsLine(), "Saved Points: 2 points");
 }
 
 TEST_F(HotKeyTest, press_combinationOfOtherModifiers_isNobodys) {
@@ -135,7 +134,7 @@ TEST_F(HotKeyTest, press_combinationOfOtherModifiers_isNobodys) {
 
 TEST_F(HotKeyTest, press_primaryInManualMode_goesToTheSavedPoint) {
     prepareActions();
-    fields.mode() = VantrelMode::manual;
+    controller->preferencesDidChangeMode(VantrelMode::manual);
     ASSERT_TRUE(fakes.hotKeys.press({2, hyper}));
     fakes.mainQueue.turn();
     EXPECT_EQ(fakes.pointer.location, savedPlace);
@@ -148,7 +147,7 @@ TEST_F(HotKeyTest, press_unknownId_doesNothing) {
         fakes.mainQueue.turn();
     }
     EXPECT_TRUE(fakes.pointer.warps.empty());
-    EXPECT_EQ(fields.savedPoints().size(), 1U);
+    EXPECT_TRUE(calls({"setObjects", "setMenu"}).empty());
     EXPECT_EQ(fakes.statusBar.title, "Vantrel");
 }
 
