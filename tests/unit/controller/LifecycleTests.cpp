@@ -8,22 +8,23 @@ class LifecycleTest : public ControllerTest {};
 TEST_F(LifecycleTest, create_nothingElse_makesAnUntitledItemAndBuiltInValues) {
     EXPECT_EQ(fakes.journal, fake::Journal{"statusItem(-1)"});
     EXPECT_EQ(fakes.statusBar.title, "");
-    EXPECT_EQ(fields.mode(), VantrelMode::automatic);
-    EXPECT_EQ(fields.animationStyle(), AnimationStyle::glide);
-    EXPECT_TRUE(fields.soundEnabled());
-    EXPECT_EQ(fields.primaryShortcut(), (KeyboardShortcut{2, 6912}));
-    EXPECT_FALSE(fields.primaryShortcutIsRegistered());
-    EXPECT_EQ(fields.primaryShortcutStatusText(), "Shortcut not registered yet.");
-    EXPECT_TRUE(fields.savedPoints().empty());
-    EXPECT_EQ(fields.savedPointIndex(), 0);
-    EXPECT_TRUE(fields.rememberedPositions().empty());
-    EXPECT_EQ(fields.primaryHotKeyRef(), nullptr);
-    EXPECT_EQ(fields.secondaryHotKeyCount(), 0U);
-    EXPECT_EQ(fields.eventHandlerRef(), nullptr);
-    EXPECT_EQ(fields.animationTimer(), nullptr);
-    EXPECT_FALSE(fields.cursorAnimation().has_value());
-    EXPECT_EQ(fields.statusResetItem(), nullptr);
-    EXPECT_FALSE(fields.hasPreferencesWindow());
+    EXPECT_TRUE(fakes.hotKeys.registrations().empty());
+    EXPECT_FALSE(fakes.hotKeys.hasHandler());
+    EXPECT_EQ(fakes.mainQueue.runningTimers(), 0U);
+    EXPECT_EQ(fakes.mainQueue.pendingItems(), 0U);
+    EXPECT_EQ(fakes.preferencesWindowViews.view, nullptr);
+
+    controller->rebuildMenu();
+    EXPECT_EQ(shortcutLine(), "Shortcut unavailable: Hyper + D");
+    EXPECT_EQ(modeLine(), "Mode: Automatic: displays");
+    EXPECT_EQ(savedPointsLine(), "Saved Points: none");
+    auto& window = openSettings();
+    EXPECT_EQ(window.shortcutStatus, "Shortcut not registered yet.");
+    EXPECT_EQ(window.popUp(PreferencesPopUp::animation).selectedIndex, 1) << "glide";
+    EXPECT_TRUE(window.soundChecked);
+    layOutTwoDisplays();
+    controller->teleportNextDisplay();
+    EXPECT_EQ(storedPositions().size(), 1U) << "nothing but the display that was left";
 }
 
 TEST_F(LifecycleTest, launch_freshInstall_doesEverythingInOrder) {
@@ -37,8 +38,8 @@ TEST_F(LifecycleTest, launch_freshInstall_doesEverythingInOrder) {
                              "RegisterEventHotKey(124, 6400, id 2)", "RegisterEventHotKey(123, 6400, id 3)",
                              "RegisterEventHotKey(46, 6400, id 4)", "RegisterEventHotKey(1, 6912, id 5)", "setMenu"}));
     EXPECT_EQ(fakes.statusBar.title, "Vantrel");
-    EXPECT_TRUE(fields.primaryShortcutIsRegistered());
-    EXPECT_EQ(fields.primaryShortcutStatusText(), "Ready. With Raycast Hyper Key, use Caps Lock + D.");
+    EXPECT_EQ(shortcutLine(), "Shortcut: Hyper + D");
+    EXPECT_EQ(openSettings().shortcutStatus, "Ready. With Raycast Hyper Key, use Caps Lock + D.");
     for (const auto& registration : fakes.hotKeys.registrations()) {
         EXPECT_EQ(registration.hotKeyID.signature, 0x564E544CU);  // "VNTL"
     }
@@ -59,10 +60,9 @@ TEST_F(LifecycleTest, terminate_afterLaunch_releasesInOrder) {
                                             "UnregisterEventHotKey(id 5)", "RemoveEventHandler"}));
     EXPECT_TRUE(fakes.hotKeys.registrations().empty());
     EXPECT_FALSE(fakes.hotKeys.hasHandler());
-    EXPECT_FALSE(fields.primaryShortcutIsRegistered());
-    EXPECT_EQ(fields.primaryHotKeyRef(), nullptr);
-    EXPECT_EQ(fields.secondaryHotKeyCount(), 0U);
-    EXPECT_NE(fields.eventHandlerRef(), nullptr);  // not cleared: nothing runs after it
+    controller->rebuildMenu();
+    EXPECT_EQ(shortcutLine(), "Shortcut unavailable: Hyper + D");
+    EXPECT_TRUE(releasedAtTheEnd().empty()) << "no hot key is released twice";
 }
 
 TEST_F(LifecycleTest, terminate_beforeLaunch_callsNothing) {
@@ -81,7 +81,6 @@ TEST_F(LifecycleTest, terminate_glideInProgress_stopsTheTimerFirstAndLeavesThePo
     ASSERT_FALSE(fakes.journal.empty());
     EXPECT_EQ(fakes.journal.front(), "invalidate");
     EXPECT_EQ(fakes.mainQueue.runningTimers(), 0U);
-    EXPECT_NE(fields.animationTimer(), nullptr);
     fakes.mainQueue.advance(Seconds(1));
     EXPECT_EQ(fakes.pointer.location, place);
 }
@@ -113,14 +112,13 @@ TEST_F(LifecycleTest, reopen_itemNotSeen_popsTheMenuUp) {
     fakes.statusBar.isVisible = false;
     controller->applicationDidReopen();
     EXPECT_EQ(fakes.journal, fake::Journal{"popUpMenu"});
-    EXPECT_FALSE(fields.hasPreferencesWindow());
+    EXPECT_EQ(fakes.preferencesWindowViews.view, nullptr);
 }
 
 TEST_F(LifecycleTest, reopen_itemSeen_opensTheSettingsWindow) {
     launch();
     controller->applicationDidReopen();
     EXPECT_TRUE(calls({"popUpMenu"}).empty());
-    EXPECT_TRUE(fields.hasPreferencesWindow());
     EXPECT_EQ(calls({"window.showWindow"}).size(), 1U);
 }
 
