@@ -25,19 +25,13 @@ class LateReadingTest : public ControllerTest {
         fakes.journal.clear();
     }
 
-    static std::vector<std::string> namesOf(const std::vector<SavedPoint>& points) {
-        std::vector<std::string> result;
-        for (const SavedPoint& point : points) {
-            result.push_back(point.name);
-        }
-        return result;
-    }
-
-    [[nodiscard]] std::vector<std::string> names() const { return namesOf(fields.savedPoints()); }
-
     /// The names of the points in the store, read as a launch reads them.
     [[nodiscard]] std::vector<std::string> storedNames() {
-        return namesOf(JSONDecoder().decodeSavedPoints(storedData("savedPoints")).value());
+        std::vector<std::string> names;
+        for (const SavedPoint& point : storedSavedPoints()) {
+            names.push_back(point.name);
+        }
+        return names;
     }
 
     /// The keys under which something was set aside.
@@ -56,25 +50,16 @@ using LateReadingDeathTest = LateReadingTest;
 
 TEST_F(LateReadingTest, savedPoints_noneSavedSince_areTakenAsAtLaunch) {
     fakes.defaults.readLate({{"savedPoints", DefaultsData{storedPoints}}});
-    EXPECT_EQ(names(), (std::vector<std::string>{"A", "B"}));
-    EXPECT_EQ(fields.savedPointIndex(), 0);
     EXPECT_TRUE(calls({"setObjects"}).empty()) << "there is nothing to write";
+    EXPECT_EQ(jumpToSavedPoints(3), (std::vector<std::string>{"A", "B", "A"}));
 }
 
 TEST_F(LateReadingTest, savedPoints_someSavedSince_comeFirstAndTheCycleGoesOnAtTheSamePoint) {
     savePoints(3);
-    controller->teleportSavedPoint();
-    const std::string next = fields.savedPoints().at(0).name;
-    ASSERT_EQ(fields.savedPointIndex(), 0);
-    controller->teleportSavedPoint();
-    ASSERT_EQ(fields.savedPointIndex(), 1);
+    ASSERT_EQ(jumpToSavedPoints(2), (std::vector<std::string>{"Point 3", "Point 1"}));
     fakes.defaults.readLate({{"savedPoints", DefaultsData{storedPoints}}});
-    const std::vector<std::string> joined{"A", "B", "Point 1", "Point 2", "Point 3"};
-    EXPECT_EQ(names(), joined);
-    EXPECT_EQ(storedNames(), joined);
-    EXPECT_EQ(fields.savedPointIndex(), 3);
-    controller->teleportSavedPoint();
-    EXPECT_EQ(fakes.statusBar.title, "Point 2");
+    EXPECT_EQ(storedNames(), (std::vector<std::string>{"A", "B", "Point 1", "Point 2", "Point 3"}));
+    EXPECT_EQ(jumpToSavedPoints(6), (std::vector<std::string>{"Point 2", "Point 3", "A", "B", "Point 1", "Point 2"}));
 }
 
 TEST_F(LateReadingTest, savedPoints_oneOfThemInBoth_isThereOnce) {
@@ -82,37 +67,37 @@ TEST_F(LateReadingTest, savedPoints_oneOfThemInBoth_isThereOnce) {
     const std::string own = storedData("savedPoints");
     savePoints(1);
     fakes.defaults.readLate({{"savedPoints", DefaultsData{own}}});
-    EXPECT_EQ(names(), (std::vector<std::string>{"Point 1", "Point 2"}));
-    EXPECT_EQ(fields.savedPointIndex(), 1);
+    EXPECT_EQ(jumpToSavedPoints(3), (std::vector<std::string>{"Point 2", "Point 1", "Point 2"}));
 }
 
 TEST_F(LateReadingTest, savedPoints_clearedSince_areClearedToo) {
     savePoints(1);
     controller->clearSavedPoints();
     fakes.defaults.readLate({{"savedPoints", DefaultsData{storedPoints}}});
-    EXPECT_TRUE(names().empty());
     EXPECT_EQ(storedData("savedPoints"), "[]");
+    EXPECT_EQ(jumpToSavedPoints(1), std::vector<std::string>{"No points"});
 }
 
 TEST_F(LateReadingTest, savedPoints_clearedInTheWindowAndSavedSince_onlyTheLatterRemain) {
     controller->preferencesDidClearSavedPoints();
     savePoints(1);
     fakes.defaults.readLate({{"savedPoints", DefaultsData{storedPoints}}});
-    EXPECT_EQ(names(), std::vector<std::string>{"Point 1"});
     EXPECT_EQ(storedNames(), std::vector<std::string>{"Point 1"});
-    EXPECT_EQ(fields.savedPointIndex(), 0);
+    EXPECT_EQ(jumpToSavedPoints(2), (std::vector<std::string>{"Point 1", "Point 1"}));
 }
 
 TEST_F(LateReadingTest, savedPoints_cannotBeUnderstood_areSetAsideAndThoseOfThisRunStay) {
     for (const DefaultsValue& value : {DefaultsValue(DefaultsData{"[{"}), DefaultsValue("text"s)}) {
         const auto asideBefore = keysAside();
         savePoints(1);
-        const auto before = names();
+        const auto stored = storedNames();
+        const auto line = savedPointsLine();
         testing::internal::CaptureStderr();
         fakes.defaults.readLate({{"savedPoints", value}});
         const std::string told = testing::internal::GetCapturedStderr();
-        EXPECT_EQ(names(), before);
-        EXPECT_EQ(storedNames(), before);
+        EXPECT_EQ(storedNames(), stored);
+        EXPECT_EQ(savedPointsLine(), line);
+        EXPECT_EQ(jumpToSavedPoints(1), std::vector<std::string>{stored.back()});
         const auto aside = keysAside();
         ASSERT_EQ(aside.size(), asideBefore.size() + 1);
         EXPECT_TRUE(aside.back().starts_with("savedPoints.unreadable-"));
@@ -123,17 +108,20 @@ TEST_F(LateReadingTest, savedPoints_cannotBeUnderstood_areSetAsideAndThoseOfThis
 }
 
 TEST_F(LateReadingTest, savedPoints_ownWithoutJSONForm_storedOnesAreNotOverwritten) {
+    fakes.pointer.location.x = std::numeric_limits<double>::quiet_NaN();
     savePoints(1);
-    fields.savedPoints().at(0).point.x = std::numeric_limits<double>::quiet_NaN();
     fakes.defaults.readLate({{"savedPoints", DefaultsData{storedPoints}}});
-    EXPECT_EQ(names(), (std::vector<std::string>{"A", "B", "Point 1"}));
     EXPECT_EQ(storedData("savedPoints"), storedPoints);
+    EXPECT_EQ(jumpToSavedPoints(4), (std::vector<std::string>{"Point 1", "A", "B", "Point 1"}));
 }
 
 TEST_F(LateReadingTest, rememberedPositions_nothingLearnt_areTakenAsAtLaunch) {
     fakes.defaults.readLate({{"rememberedPositions", DefaultsData{R"({"7":{"x":1,"y":2}})"}}});
-    EXPECT_EQ(fields.rememberedPositions(), (RememberedPositions{{7, {1, 2}}}));
     EXPECT_TRUE(calls({"setObjects"}).empty());
+    layOutTwoDisplays();
+    fakes.pointer.location = {700, 500};
+    controller->teleportDisplay(TeleportDirection::next);
+    EXPECT_EQ(storedPositions(), (Positions{{"1", {700, 500}}, {"7", {1, 2}}}));
 }
 
 TEST_F(LateReadingTest, rememberedPositions_someLearnt_thoseWin) {
@@ -142,16 +130,22 @@ TEST_F(LateReadingTest, rememberedPositions_someLearnt_thoseWin) {
     controller->teleportDisplay(TeleportDirection::next);
     fakes.defaults.readLate(
         {{"rememberedPositions", DefaultsData{R"({"1":{"x":1,"y":2},"2":{"x":-700,"y":300},"7":{"x":5,"y":6}})"}}});
-    const RememberedPositions joined{{1, {700, 500}}, {2, {-700, 300}}, {7, {5, 6}}};
-    EXPECT_EQ(fields.rememberedPositions(), joined);
-    fields.rememberedPositions().clear();
-    controller->applicationDidFinishLaunching();
-    EXPECT_EQ(fields.rememberedPositions(), joined) << storedData("rememberedPositions");
+    const Positions joined{{"1", {700, 500}}, {"2", {-700, 300}}, {"7", {5, 6}}};
+    EXPECT_EQ(storedPositions(), joined);
+    controller->preferencesDidChangeAnimation(AnimationStyle::none);
+    controller->teleportDisplay(TeleportDirection::next);
+    EXPECT_EQ(fakes.pointer.location, (CGPoint{-700, 300}));
+    EXPECT_EQ(storedPositions(), joined);
+    fakes.pointer.location = {700, 500};
+    relaunch();
+    controller->teleportDisplay(TeleportDirection::next);
+    EXPECT_EQ(fakes.pointer.location, (CGPoint{-700, 300})) << storedData("rememberedPositions");
 }
 
 TEST_F(LateReadingTest, rememberedPositions_cannotBeUnderstood_areSetAside) {
-    fields.rememberedPositions() = {{1, {1, 2}}};
-    fields.saveRememberedPositions();
+    layOutTwoDisplays();
+    fakes.pointer.location = {1, 2};
+    controller->teleportDisplay(TeleportDirection::next);
     testing::internal::CaptureStderr();
     fakes.defaults.readLate({{"rememberedPositions", DefaultsData{R"({"1":{"x":1}})"}}});
     testing::internal::GetCapturedStderr();
@@ -168,19 +162,21 @@ TEST_F(LateReadingDeathTest, rememberedPositions_twoSpellingsOfOneDisplay_stopTh
 
 TEST_F(LateReadingTest, singleValues_notChangedSince_comeIntoForce) {
     fakes.defaults.readLate({{"mode", "manual"s}, {"animation", "none"s}, {"soundEnabled", std::int64_t{0}}});
-    EXPECT_EQ(fields.mode(), VantrelMode::manual);
-    EXPECT_EQ(fields.animationStyle(), AnimationStyle::none);
-    EXPECT_FALSE(fields.soundEnabled());
     EXPECT_TRUE(calls({"setObjects"}).empty());
+    auto& window = openSettings();
+    EXPECT_EQ(window.popUp(PreferencesPopUp::mode).selectedIndex, 1) << "manual";
+    EXPECT_EQ(window.popUp(PreferencesPopUp::animation).selectedIndex, 0) << "none";
+    EXPECT_FALSE(window.soundChecked);
 }
 
 TEST_F(LateReadingTest, singleValues_changedSince_stayAsChanged) {
     controller->preferencesDidChangeMode(VantrelMode::automatic);
     controller->preferencesDidChangeSound(true);
     fakes.defaults.readLate({{"mode", "manual"s}, {"animation", "none"s}, {"soundEnabled", std::int64_t{0}}});
-    EXPECT_EQ(fields.mode(), VantrelMode::automatic);
-    EXPECT_EQ(fields.animationStyle(), AnimationStyle::none);
-    EXPECT_TRUE(fields.soundEnabled());
+    auto& window = openSettings();
+    EXPECT_EQ(window.popUp(PreferencesPopUp::mode).selectedIndex, 0) << "automatic";
+    EXPECT_EQ(window.popUp(PreferencesPopUp::animation).selectedIndex, 0) << "none";
+    EXPECT_TRUE(window.soundChecked);
 }
 
 TEST_F(LateReadingTest, shortcut_notChangedSince_isRegisteredAsAtLaunch) {
@@ -188,23 +184,22 @@ TEST_F(LateReadingTest, shortcut_notChangedSince_isRegisteredAsAtLaunch) {
         {{"primaryHotKeyCode", std::int64_t{40}}, {"primaryHotKeyModifiers", std::int64_t{0x1900}}});
     EXPECT_EQ(calls({"UnregisterEventHotKey", "RegisterEventHotKey", "setObjects"}),
               (fake::Journal{"UnregisterEventHotKey(id 1)", "RegisterEventHotKey(40, 6400, id 1)"}));
-    EXPECT_EQ(fields.primaryShortcut(), (KeyboardShortcut{40, 0x1900}));
-    EXPECT_TRUE(fields.primaryShortcutIsRegistered());
-    EXPECT_EQ(fields.primaryShortcutStatusText(), "Ready. Use Ctrl + Option + Command + K.");
+    EXPECT_EQ(shortcutLine(), "Shortcut: Ctrl + Option + Command + K");
+    EXPECT_EQ(openSettings().shortcutStatus, "Ready. Use Ctrl + Option + Command + K.");
 }
 
 TEST_F(LateReadingTest, shortcut_takenOrReserved_isToldAsAtLaunch) {
     fakes.hotKeys.refusals[{40, 0x1900}] = eventHotKeyExistsErr;
     fakes.defaults.readLate(
         {{"primaryHotKeyCode", std::int64_t{40}}, {"primaryHotKeyModifiers", std::int64_t{0x1900}}});
-    EXPECT_FALSE(fields.primaryShortcutIsRegistered());
-    EXPECT_EQ(fields.primaryShortcutStatusText(),
+    EXPECT_EQ(shortcutLine(), "Shortcut unavailable: Ctrl + Option + Command + K");
+    EXPECT_EQ(openSettings().shortcutStatus,
               "Ctrl + Option + Command + K is unavailable right now. macOS returned -9878.");
     fakes.defaults.values.clear();
     fakes.defaults.readLate(
         {{"primaryHotKeyCode", std::int64_t{18}}, {"primaryHotKeyModifiers", std::int64_t{0x1B00}}});
-    EXPECT_FALSE(fields.primaryShortcutIsRegistered());
-    EXPECT_EQ(fields.primaryShortcutStatusText(), "Hyper + 1 is reserved in Raycast. Choose a different Hyper key.");
+    EXPECT_EQ(shortcutLine(), "Shortcut unavailable: Hyper + 1");
+    EXPECT_EQ(openSettings().shortcutStatus, "Hyper + 1 is reserved in Raycast. Choose a different Hyper key.");
 }
 
 TEST_F(LateReadingTest, shortcut_changedSince_staysRegistered) {
@@ -212,7 +207,7 @@ TEST_F(LateReadingTest, shortcut_changedSince_staysRegistered) {
     fakes.journal.clear();
     fakes.defaults.readLate(
         {{"primaryHotKeyCode", std::int64_t{40}}, {"primaryHotKeyModifiers", std::int64_t{0x1900}}});
-    EXPECT_EQ(fields.primaryShortcut(), (KeyboardShortcut{37, 0x1900}));
+    EXPECT_EQ(shortcutLine(), "Shortcut: Ctrl + Option + Command + L");
     EXPECT_TRUE(calls({"UnregisterEventHotKey", "RegisterEventHotKey"}).empty());
 }
 
@@ -238,8 +233,8 @@ TEST_F(LateReadingTest, menuAndWindow_follow) {
 TEST_F(LateReadingTest, emptyStore_changesNothing) {
     savePoints(1);
     fakes.defaults.readLate({});
-    EXPECT_EQ(names(), std::vector<std::string>{"Point 1"});
     EXPECT_TRUE(calls({"setObjects"}).empty());
+    EXPECT_EQ(jumpToSavedPoints(2), (std::vector<std::string>{"Point 1", "Point 1"}));
 }
 
 TEST_F(LateReadingTest, controllerGone_nobodyTakesItIn) {
