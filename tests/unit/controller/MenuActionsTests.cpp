@@ -16,36 +16,45 @@ MenuItem senderOf(std::variant<std::monostate, std::string, std::int64_t> repres
 TEST_F(StatusMenuActionsTest, rebuildMenu_state_isReadAfresh) {
     launch();
     ASSERT_EQ(fakes.statusBar.menu.size(), 16U);
-    EXPECT_EQ(fakes.statusBar.menu[11].title, "Shortcut: Hyper + D");
-    EXPECT_EQ(fakes.statusBar.menu[12].title, "Mode: Automatic: displays");
-    EXPECT_EQ(fakes.statusBar.menu[13].title, "Saved Points: none");
-    fields.mode() = VantrelMode::manual;
-    fields.primaryShortcut() = {124, 0x1900};
-    fields.savedPoints().resize(12);
-    EXPECT_EQ(fakes.statusBar.menu[12].title, "Mode: Automatic: displays") << "no menu is patched in place";
-    controller->rebuildMenu();
-    EXPECT_EQ(fakes.statusBar.menu[11].title, "Shortcut: Ctrl + Option + Command + Right Arrow");
-    EXPECT_EQ(fakes.statusBar.menu[12].title, "Mode: Manual: saved points");
-    EXPECT_EQ(fakes.statusBar.menu[13].title, "Saved Points: 12 points");
+    EXPECT_EQ(shortcutLine(), "Shortcut: Hyper + D");
+    EXPECT_EQ(modeLine(), "Mode: Automatic: displays");
+    EXPECT_EQ(savedPointsLine(), "Saved Points: none");
+    bool isStored = false;
+    fakes.defaults.whenStoring = [&] {
+        isStored = true;
+        EXPECT_EQ(modeLine(), "Mode: Automatic: displays") << "no menu is patched in place";
+        controller->rebuildMenu();
+        EXPECT_EQ(modeLine(), "Mode: Manual: saved points");
+    };
+    controller->preferencesDidChangeMode(VantrelMode::manual);
+    EXPECT_TRUE(isStored);
+    fakes.defaults.whenStoring = nullptr;
+    controller->applyPrimaryShortcut({40, 0x1900});
+    for (int point = 0; point < 12; ++point) {
+        controller->saveCurrentPoint();
+    }
+    EXPECT_EQ(shortcutLine(), "Shortcut: Ctrl + Option + Command + K");
+    EXPECT_EQ(modeLine(), "Mode: Manual: saved points");
+    EXPECT_EQ(savedPointsLine(), "Saved Points: 12 points");
     EXPECT_TRUE(fakes.statusBar.row("Clear Saved Points")->isEnabled);
 }
 
 TEST_F(StatusMenuActionsTest, rebuildMenu_primaryRefusedAtLaunch_saysUnavailable) {
     fakes.hotKeys.refusals[{2, 0x1B00}] = eventHotKeyExistsErr;
     launch();
-    EXPECT_EQ(fakes.statusBar.menu[11].title, "Shortcut unavailable: Hyper + D");
+    EXPECT_EQ(shortcutLine(), "Shortcut unavailable: Hyper + D");
 }
 
 TEST_F(StatusMenuActionsTest, rows_chosen_reachTheController) {
+    store("animation", "none");
     launch();
     layOutTwoDisplays();
-    fields.animationStyle() = AnimationStyle::none;
     fakes.statusBar.row("Save Current Point")->action();
-    EXPECT_EQ(fields.savedPoints().size(), 1U);
+    EXPECT_EQ(savedPointsLine(), "Saved Points: 1 point");
     fakes.statusBar.row("Clear Saved Points")->action();
-    EXPECT_TRUE(fields.savedPoints().empty());
+    EXPECT_EQ(savedPointsLine(), "Saved Points: none");
     fakes.statusBar.row("Settings...")->action();
-    EXPECT_TRUE(fields.hasPreferencesWindow());
+    EXPECT_EQ(calls({"window.showWindow"}).size(), 1U);
     fakes.journal.clear();
     fakes.statusBar.row("Teleport Saved Point")->action();
     EXPECT_EQ(calls({"setTitle"}), Journal{"setTitle(No points)"});
@@ -78,12 +87,11 @@ TEST_F(StatusMenuActionsTest, selectMode_rawValue_setsStoresRebuildsAndRefreshes
     controller->openSettings();
     fakes.journal.clear();
     controller->selectMode(senderOf(std::string("manual")));
-    EXPECT_EQ(fields.mode(), VantrelMode::manual);
     EXPECT_EQ(calls({"setObjects", "setMenu", "window.selectItem"}),
               (Journal{"setObjects(mode=manual)", "setMenu", "window.selectItem(mode, 1)",
                        "window.selectItem(animation, 1)"}));
     controller->selectMode(senderOf(std::string("automatic")));
-    EXPECT_EQ(fields.mode(), VantrelMode::automatic);
+    EXPECT_EQ(modeLine(), "Mode: Automatic: displays");
 }
 
 TEST_F(StatusMenuActionsTest, selectAnimation_rawValue_setsStoresRebuildsAndRefreshesInOrder) {
@@ -91,12 +99,11 @@ TEST_F(StatusMenuActionsTest, selectAnimation_rawValue_setsStoresRebuildsAndRefr
     controller->openSettings();
     fakes.journal.clear();
     controller->selectAnimation(senderOf(std::string("none")));
-    EXPECT_EQ(fields.animationStyle(), AnimationStyle::none);
     EXPECT_EQ(calls({"setObjects", "setMenu", "window.selectItem"}),
               (Journal{"setObjects(animation=none)", "setMenu", "window.selectItem(mode, 0)",
                        "window.selectItem(animation, 0)"}));
     controller->selectAnimation(senderOf(std::string("glide")));
-    EXPECT_EQ(fields.animationStyle(), AnimationStyle::glide);
+    EXPECT_EQ(fakes.preferencesWindowViews.view->popUp(PreferencesPopUp::animation).selectedIndex, 1);
 }
 
 TEST_F(StatusMenuActionsTest, select_unknownObject_isIgnoredInSilence) {
@@ -112,8 +119,9 @@ TEST_F(StatusMenuActionsTest, select_unknownObject_isIgnoredInSilence) {
     controller->selectMode(senderOf(std::string("none")));
     controller->selectAnimation(senderOf(std::string("manual")));
     EXPECT_EQ(fakes.journal, Journal{});
-    EXPECT_EQ(fields.mode(), VantrelMode::automatic);
-    EXPECT_EQ(fields.animationStyle(), AnimationStyle::glide);
+    auto& window = openSettings();
+    EXPECT_EQ(window.popUp(PreferencesPopUp::mode).selectedIndex, 0) << "automatic";
+    EXPECT_EQ(window.popUp(PreferencesPopUp::animation).selectedIndex, 1) << "glide";
 }
 
 TEST_F(StatusMenuActionsTest, toggleSound_twice_returnsToTheStart) {
@@ -121,11 +129,10 @@ TEST_F(StatusMenuActionsTest, toggleSound_twice_returnsToTheStart) {
     controller->openSettings();
     fakes.journal.clear();
     controller->toggleSound();
-    EXPECT_FALSE(fields.soundEnabled());
     EXPECT_EQ(calls({"setObjects", "setMenu", "window.setSoundChecked"}),
               (Journal{"setObjects(soundEnabled=0)", "setMenu", "window.setSoundChecked(false)"}));
     controller->toggleSound();
-    EXPECT_TRUE(fields.soundEnabled());
+    EXPECT_TRUE(fakes.preferencesWindowViews.view->soundChecked);
     EXPECT_TRUE(std::get<bool>(fakes.defaults.values.at("soundEnabled")));
 }
 
@@ -160,10 +167,9 @@ TEST_F(StatusMenuActionsTest, openSettings_nothingToDrawWith_saysSoAndTriesAgain
     controller->openSettings();
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "vantrel: the settings window is not installed\n");
     EXPECT_EQ(fakes.journal, (Journal{"window.make", "setTitle(Install it)", "asyncAfter(1.2)"}));
-    EXPECT_FALSE(fields.hasPreferencesWindow());
     fakes.preferencesWindowViews.isInstalled = true;
     controller->openSettings();
-    EXPECT_TRUE(fields.hasPreferencesWindow());
+    EXPECT_EQ(calls({"window.showWindow"}).size(), 1U);
 }
 
 struct Operation {
