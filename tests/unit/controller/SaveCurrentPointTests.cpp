@@ -10,6 +10,7 @@ namespace {
 class SaveCurrentPointTest : public ControllerTest {
   protected:
     void SetUp() override {
+        store("animation", "none");
         launch();
         layOutTwoDisplays();
         controller->openSettings();
@@ -28,14 +29,10 @@ TEST_F(SaveCurrentPointTest, save_withSound_doesEverythingInOrder) {
                              "setObjects(savedPoints=" + json + ")", "setMenu",
                              "window.setShortcutStatus(Ready. With Raycast Hyper Key, use Caps Lock + D., secondary)",
                              "play(Pop)", "setTitle(Saved)"}));
-    ASSERT_EQ(fields.savedPoints().size(), 1U);
-    EXPECT_EQ(fields.savedPoints()[0].point, VantrelPoint(-1020.5, 102));
-    EXPECT_EQ(fields.savedPoints()[0].displayID, 2U);
-    EXPECT_EQ(fields.savedPointIndex(), 0);
 }
 
 TEST_F(SaveCurrentPointTest, save_withoutSound_isSilent) {
-    fields.soundEnabled() = false;
+    controller->preferencesDidChangeSound(false);
     controller->saveCurrentPoint();
     EXPECT_TRUE(calls({"play"}).empty());
     EXPECT_EQ(fakes.statusBar.title, "Saved");
@@ -44,33 +41,30 @@ TEST_F(SaveCurrentPointTest, save_withoutSound_isSilent) {
 TEST_F(SaveCurrentPointTest, save_afterTwoPoints_namesTheThirdAndMakesItNext) {
     controller->saveCurrentPoint();
     controller->saveCurrentPoint();
-    fields.savedPointIndex() = 0;
+    ASSERT_EQ(jumpToSavedPoints(1), std::vector<std::string>{"Point 2"});
     fakes.pointer.location = {5, 6};
     controller->saveCurrentPoint();
-    ASSERT_EQ(fields.savedPoints().size(), 3U);
-    EXPECT_EQ(fields.savedPoints()[2].name, "Point 3");
-    EXPECT_EQ(fields.savedPoints()[2].displayID, 1U);
-    EXPECT_EQ(fields.savedPointIndex(), 2);
-    EXPECT_NE(fields.savedPoints()[0].id, fields.savedPoints()[1].id);
-    fields.animationStyle() = AnimationStyle::none;
-    controller->teleportSavedPoint();
+    const std::vector<SavedPoint> points = storedSavedPoints();
+    ASSERT_EQ(points.size(), 3U);
+    EXPECT_EQ(points[2].name, "Point 3");
+    EXPECT_EQ(points[2].displayID, 1U);
+    EXPECT_NE(points[0].id, points[1].id);
+    fakes.pointer.location = {7, 8};
+    EXPECT_EQ(jumpToSavedPoints(1), std::vector<std::string>{"Point 3"});
     EXPECT_EQ(fakes.pointer.location, (CGPoint{5, 6}));
 }
 
 TEST_F(SaveCurrentPointTest, save_always_setsTheNextPointBeforeItStores) {
     controller->saveCurrentPoint();
-    fields.savedPointIndex() = 0;
-    std::int64_t indexWhileStoring = -1;
-    fakes.defaults.whenStoring = [&] { indexWhileStoring = fields.savedPointIndex(); };
+    std::vector<std::string> shownWhileStoring;
+    fakes.defaults.whenStoring = [&] { shownWhileStoring = jumpToSavedPoints(1); };
     controller->saveCurrentPoint();
-    EXPECT_EQ(indexWhileStoring, 1);
+    EXPECT_EQ(shownWhileStoring, std::vector<std::string>{"Point 2"});
 }
 
 TEST_F(SaveCurrentPointTest, save_withoutLayout_savesWithoutADisplay) {
     fakes.displays.layout.clear();
     controller->saveCurrentPoint();
-    ASSERT_EQ(fields.savedPoints().size(), 1U);
-    EXPECT_EQ(fields.savedPoints()[0].displayID, std::nullopt);
     EXPECT_EQ(storedData("savedPoints"),
               R"([{"id":"00000000-0000-0000-0000-000000000001","name":"Point 1","point":{"x":-1020.5,"y":102}}])");
 }
@@ -78,67 +72,83 @@ TEST_F(SaveCurrentPointTest, save_withoutLayout_savesWithoutADisplay) {
 TEST_F(SaveCurrentPointTest, save_pointerOnNoDisplay_takesTheNearest) {
     fakes.pointer.location = {5000, 5000};
     controller->saveCurrentPoint();
-    ASSERT_EQ(fields.savedPoints().size(), 1U);
-    EXPECT_EQ(fields.savedPoints()[0].displayID, 1U);
-    EXPECT_EQ(fields.savedPoints()[0].point, VantrelPoint(5000, 5000));
+    const std::vector<SavedPoint> points = storedSavedPoints();
+    ASSERT_EQ(points.size(), 1U);
+    EXPECT_EQ(points[0].displayID, 1U);
+    EXPECT_EQ(points[0].point, VantrelPoint(5000, 5000));
 }
 
 TEST_F(SaveCurrentPointTest, save_pointerOnTwoOverlappingDisplays_takesTheLeftmost) {
     fakes.displays.layout = {{1, CGRect{{0, 0}, {1512, 982}}}, {2, CGRect{{-200, 0}, {1024, 768}}}};
     fakes.pointer.location = {100, 100};
     controller->saveCurrentPoint();
-    ASSERT_EQ(fields.savedPoints().size(), 1U);
-    EXPECT_EQ(fields.savedPoints()[0].displayID, 2U);
+    const std::vector<SavedPoint> points = storedSavedPoints();
+    ASSERT_EQ(points.size(), 1U);
+    EXPECT_EQ(points[0].displayID, 2U);
 }
 
 TEST_F(SaveCurrentPointTest, save_pointerUnreadable_saysSoAndChangesNothing) {
     fakes.pointer.isReadable = false;
     controller->saveCurrentPoint();
     EXPECT_EQ(fakes.statusBar.title, "No cursor");
-    EXPECT_TRUE(fields.savedPoints().empty());
     EXPECT_TRUE(calls({"CGGetActiveDisplayList", "setObjects", "setMenu", "play"}).empty());
+    EXPECT_EQ(jumpToSavedPoints(1), std::vector<std::string>{"No points"});
 }
 
 TEST_F(SaveCurrentPointTest, save_positionWithoutJSONForm_keepsThePointInMemory) {
     fakes.pointer.location = {std::numeric_limits<double>::infinity(), 0};
     controller->saveCurrentPoint();
-    EXPECT_EQ(fields.savedPoints().size(), 1U);
+    EXPECT_EQ(savedPointsLine(), "Saved Points: 1 point");
     EXPECT_TRUE(calls({"setObjects"}).empty());
     EXPECT_EQ(fakes.statusBar.title, "Saved");
+    EXPECT_EQ(jumpToSavedPoints(1), std::vector<std::string>{"Point 1"});
 }
 
 TEST_F(SaveCurrentPointTest, clear_somePoints_forgetsThemInOrder) {
     controller->saveCurrentPoint();
     controller->saveCurrentPoint();
-    fields.rememberedPositions() = {{1, {2, 3}}};
     fakes.journal.clear();
     controller->clearSavedPoints();
     EXPECT_EQ(calls({"setObjects", "setMenu", "window.setSavedPointsSummary", "setTitle", "play"}),
               (fake::Journal{"setObjects(savedPoints=[])", "setMenu",
                              "window.setSavedPointsSummary(No saved cursor points.)", "setTitle(Cleared)"}));
-    EXPECT_TRUE(fields.savedPoints().empty());
-    EXPECT_EQ(fields.savedPointIndex(), 0);
-    EXPECT_EQ(fields.rememberedPositions().size(), 1U);
+    EXPECT_EQ(jumpToSavedPoints(1), std::vector<std::string>{"No points"});
+}
+
+TEST_F(SaveCurrentPointTest, clear_rememberedPositions_stay) {
+    fakes.pointer.location = {-300, 400};
+    controller->teleportNextDisplay();
+    ASSERT_EQ(fakes.pointer.location, (CGPoint{756, 491}));
+    controller->saveCurrentPoint();
+    controller->clearSavedPoints();
+    EXPECT_EQ(storedData("rememberedPositions"), R"({"2":{"x":-300,"y":400}})");
+    controller->teleportNextDisplay();
+    EXPECT_EQ(fakes.pointer.location, (CGPoint{-300, 400}));
 }
 
 TEST_F(SaveCurrentPointTest, clear_fromMenuOrWindow_goesBackToTheFirstPointBeforeItStores) {
     for (const auto& clear : {std::function<void()>([this] { controller->clearSavedPoints(); }),
                               std::function<void()>([this] { controller->preferencesDidClearSavedPoints(); })}) {
-        fields.savedPoints().resize(3);
-        fields.savedPointIndex() = 2;
-        std::int64_t indexWhileStoring = -1;
-        fakes.defaults.whenStoring = [&] { indexWhileStoring = fields.savedPointIndex(); };
+        controller->saveCurrentPoint();
+        controller->saveCurrentPoint();
+        const std::string points = storedData("savedPoints");
+        std::vector<std::string> shownWhileStoring;
+        // Where the cycle stands shows only when there are points again.
+        fakes.defaults.whenStoring = [&] {
+            store("savedPoints", DefaultsData{points});
+            controller->applicationDidFinishLaunching();
+            shownWhileStoring = jumpToSavedPoints(1);
+        };
         clear();
-        EXPECT_EQ(indexWhileStoring, 0);
+        fakes.defaults.whenStoring = nullptr;
+        EXPECT_EQ(shownWhileStoring, std::vector<std::string>{"Point 1"});
     }
 }
 
 TEST_F(SaveCurrentPointTest, clear_noPoints_storesTheEmptyListAllTheSame) {
-    fields.savedPointIndex() = 4;
     controller->clearSavedPoints();
     EXPECT_EQ(calls({"setObjects", "setMenu", "setTitle"}),
               (fake::Journal{"setObjects(savedPoints=[])", "setMenu", "setTitle(Cleared)"}));
-    EXPECT_EQ(fields.savedPointIndex(), 0);
 }
 
 }  // namespace
