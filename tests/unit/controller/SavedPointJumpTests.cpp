@@ -6,21 +6,38 @@ namespace {
 class SavedPointJumpTest : public ControllerTest {
   protected:
     void SetUp() override {
-        launch();
         layOutTwoDisplays();
-        fields.animationStyle() = AnimationStyle::none;
-        fields.savedPoints() = {SavedPoint{UUID(), "Desk", {10, 20}, 1}, SavedPoint{UUID(), "Chat", {-300, 400}, 2},
-                                SavedPoint{UUID(), "Far", {9000, -9000}, std::nullopt}};
+        store("animation", "none");
+        storePoints({desk, chat, far});
+        launch();
     }
+
+    void storePoints(std::initializer_list<const char*> points) {
+        std::string json;
+        for (const char* const point : points) {
+            json += (json.empty() ? "" : ",") + std::string(point);
+        }
+        store("savedPoints", DefaultsData{"[" + json + "]"});
+    }
+
+    static constexpr const char* desk =
+        R"({"id":"00000000-0000-0000-0000-0000000000A1","name":"Desk","point":{"x":10,"y":20},"displayID":1})";
+    static constexpr const char* chat =
+        R"({"id":"00000000-0000-0000-0000-0000000000A2","name":"Chat","point":{"x":-300,"y":400},"displayID":2})";
+    static constexpr const char* far =
+        R"({"id":"00000000-0000-0000-0000-0000000000A3","name":"Far","point":{"x":9000,"y":-9000}})";
 };
 
-TEST_F(SavedPointJumpTest, jump_noPoints_saysSo) {
-    fields.savedPoints().clear();
-    fields.savedPointIndex() = 5;
+TEST_F(SavedPointJumpTest, jump_noPoints_saysSoAndKeepsItsPlaceInTheCycle) {
+    ASSERT_EQ(jumpToSavedPoints(2).back(), "Chat");
+    storePoints({});
+    launch();
     controller->teleportSavedPoint();
     EXPECT_EQ(fakes.statusBar.title, "No points");
     EXPECT_TRUE(calls({"CGWarpMouseCursorPosition", "play"}).empty());
-    EXPECT_EQ(fields.savedPointIndex(), 5);
+    storePoints({desk, chat, far});
+    launch();
+    EXPECT_EQ(jumpToSavedPoints(1), std::vector<std::string>{"Far"});
 }
 
 TEST_F(SavedPointJumpTest, jump_withSound_movesThenShowsTheName) {
@@ -31,41 +48,41 @@ TEST_F(SavedPointJumpTest, jump_withSound_movesThenShowsTheName) {
 }
 
 TEST_F(SavedPointJumpTest, jump_repeated_goesThroughAllAndAround) {
-    const std::vector<std::pair<CGPoint, std::int64_t>> expected{
-        {{10, 20}, 1}, {{-300, 400}, 2}, {{9000, -9000}, 0}, {{10, 20}, 1}};
-    for (const auto& [place, index] : expected) {
-        controller->teleportSavedPoint();
-        EXPECT_EQ(fakes.pointer.location, place);
-        EXPECT_EQ(fields.savedPointIndex(), index);
-    }
+    EXPECT_EQ(jumpToSavedPoints(4), (std::vector<std::string>{"Desk", "Chat", "Far", "Desk"}));
+    EXPECT_EQ(fakes.pointer.warps, (std::vector<CGPoint>{{10, 20}, {-300, 400}, {9000, -9000}, {10, 20}}));
 }
 
-TEST_F(SavedPointJumpTest, jump_indexPastTheEnd_startsAgain) {
-    for (const std::int64_t index : {3, 7}) {
-        fields.savedPointIndex() = index;
-        controller->teleportSavedPoint();
-        EXPECT_EQ(fakes.pointer.location, (CGPoint{10, 20}));
-        EXPECT_EQ(fields.savedPointIndex(), 1);
-    }
+TEST_F(SavedPointJumpTest, jump_nextPointNoLongerThere_startsAgain) {
+    ASSERT_EQ(jumpToSavedPoints(2).back(), "Chat");
+    storePoints({desk, chat});
+    launch();
+    EXPECT_EQ(jumpToSavedPoints(2), (std::vector<std::string>{"Desk", "Chat"}));
+
+    storePoints({desk, chat, far});
+    launch();
+    ASSERT_EQ(jumpToSavedPoints(2).back(), "Chat");
+    storePoints({desk});
+    launch();
+    EXPECT_EQ(jumpToSavedPoints(1), std::vector<std::string>{"Desk"});
 }
 
 TEST_F(SavedPointJumpTest, jump_onePoint_staysOnIt) {
-    fields.savedPoints().resize(1);
-    controller->teleportSavedPoint();
-    controller->teleportSavedPoint();
-    EXPECT_EQ(fakes.pointer.warps.size(), 2U);
-    EXPECT_EQ(fields.savedPointIndex(), 0);
+    storePoints({desk});
+    relaunch();
+    EXPECT_EQ(jumpToSavedPoints(2), (std::vector<std::string>{"Desk", "Desk"}));
+    EXPECT_EQ(fakes.pointer.warps, (std::vector<CGPoint>{{10, 20}, {10, 20}}));
 }
 
-TEST_F(SavedPointJumpTest, jump_always_asksForNoLayoutAndStoresNothing) {
-    fields.savedPointIndex() = 2;
+TEST_F(SavedPointJumpTest, jump_always_asksForNoLayoutAndStoresAndRemembersNothing) {
+    fakes.pointer.location = {-300, 400};
     controller->teleportSavedPoint();
     EXPECT_TRUE(calls({"CGGetActiveDisplayList", "setObjects", "setMenu"}).empty());
-    EXPECT_TRUE(fields.rememberedPositions().empty());
+    controller->teleportNextDisplay();
+    EXPECT_EQ(storedData("rememberedPositions"), R"({"1":{"x":10,"y":20}})");
 }
 
 TEST_F(SavedPointJumpTest, jump_glide_startsItAndShowsTheName) {
-    fields.animationStyle() = AnimationStyle::glide;
+    controller->preferencesDidChangeAnimation(AnimationStyle::glide);
     controller->teleportSavedPoint();
     EXPECT_EQ(calls({"scheduledTimer", "setTitle", "play"}),
               (fake::Journal{"scheduledTimer(0.008888888888888889, repeating)", "setTitle(Desk)"}));
