@@ -26,8 +26,14 @@ using namespace std::string_literals;
 
 class SettingsLoadTest : public ControllerTest {
   protected:
-    void store(std::string_view key, DefaultsValue value) {
-        fakes.defaults.values.insert_or_assign(std::string(key), std::move(value));
+    /// The positions that the launch took in. A jump stores them all beside that of the display which it leaves.
+    Positions loadedPositions() {
+        constexpr CGDirectDisplayID ours = 4242;
+        fakes.displays.layout = {{ours, CGRect{{0, 0}, {1000, 800}}}};
+        controller->teleportNextDisplay();
+        Positions positions = storedPositions();
+        EXPECT_EQ(positions.erase(std::to_string(ours)), 1U);
+        return positions;
     }
 };
 
@@ -41,30 +47,30 @@ TEST_F(SettingsLoadTest, launch_modeStored_takesExactRawStringsOnly) {
         {"glide"s, VantrelMode::automatic},   {std::int64_t{1}, VantrelMode::automatic},
         {true, VantrelMode::automatic},       {DefaultsData{"manual"}, VantrelMode::automatic}};
     for (const auto& [stored, expected] : cases) {
-        fields.mode() = VantrelMode::automatic;
         store("mode", stored);
-        controller->applicationDidFinishLaunching();
-        EXPECT_EQ(fields.mode(), expected) << stored;
+        relaunch();
+        EXPECT_EQ(modeLine(), "Mode: " + std::string(title(expected))) << stored;
     }
 }
 
 TEST_F(SettingsLoadTest, launch_animationStored_takesExactRawStringsOnly) {
+    fakes.displays.layout = {{1, CGRect{{0, 0}, {1000, 800}}}};
     const std::vector<std::pair<DefaultsValue, AnimationStyle>> cases{
         {"none"s, AnimationStyle::none},  {"glide"s, AnimationStyle::glide},
         {"None"s, AnimationStyle::glide}, {"instant"s, AnimationStyle::glide},
         {false, AnimationStyle::glide},   {DefaultsData{"none"}, AnimationStyle::glide}};
     for (const auto& [stored, expected] : cases) {
-        fields.animationStyle() = AnimationStyle::glide;
         store("animation", stored);
-        controller->applicationDidFinishLaunching();
-        EXPECT_EQ(fields.animationStyle(), expected) << stored;
+        relaunch();
+        controller->teleportNextDisplay();
+        EXPECT_EQ(fakes.mainQueue.runningTimers(), expected == AnimationStyle::glide ? 1U : 0U) << stored;
     }
 }
 
 TEST_F(SettingsLoadTest, launch_animationUnderTheFieldsName_isNotRead) {
     store("animationStyle", "none"s);
     launch();
-    EXPECT_EQ(fields.animationStyle(), AnimationStyle::glide);
+    EXPECT_EQ(openSettings().popUp(PreferencesPopUp::animation).selectedIndex, 1) << "glide";
 }
 
 TEST_F(SettingsLoadTest, launch_soundStored_convertsAsTheStoreDoes) {
@@ -83,8 +89,9 @@ TEST_F(SettingsLoadTest, launch_soundStored_convertsAsTheStoreDoes) {
                                                             {DefaultsData{"1"}, false}};
     for (const auto& [stored, expected] : cases) {
         store("soundEnabled", stored);
-        controller->applicationDidFinishLaunching();
-        EXPECT_EQ(fields.soundEnabled(), expected) << stored;
+        relaunch();
+        controller->saveCurrentPoint();
+        EXPECT_EQ(calls({"play"}).size(), expected ? 1U : 0U) << stored;
     }
 }
 
@@ -115,9 +122,10 @@ TEST_F(SettingsLoadTest, launch_shortcutStored_isTakenWhenWholeAndWithModifiers)
         if (row.modifiers) {
             store("primaryHotKeyModifiers", *row.modifiers);
         }
-        fields.primaryShortcut() = builtIn;
+        endAndStartAgain();
         controller->applicationDidFinishLaunching();
-        EXPECT_EQ(fields.primaryShortcut(), row.expected) << row.expected.keyCode << " " << row.expected.modifiers;
+        EXPECT_EQ(calls({"RegisterEventHotKey"}).at(0), "RegisterEventHotKey(" + std::to_string(row.expected.keyCode) +
+                                                            ", " + std::to_string(row.expected.modifiers) + ", id 1)");
     }
 }
 
@@ -161,28 +169,29 @@ TEST_F(SettingsLoadDeathTest, launch_modifiersOutOfRange_stopsTheProgram) {
 TEST_F(SettingsLoadTest, launch_keyCodeOutOfRangeWithoutModifiers_isNotRead) {
     store("primaryHotKeyCode", std::int64_t{-1});
     launch();
-    EXPECT_EQ(fields.primaryShortcut(), (KeyboardShortcut{2, 6912}));
+    EXPECT_EQ(shortcutLine(), "Shortcut: Hyper + D");
 }
 
 TEST_F(SettingsLoadTest, launch_savedPointsStored_areTakenInOrder) {
     store("savedPoints", DefaultsData{R"([
         {"id":"00000000-0000-0000-0000-00000000000A","name":"Desk","point":{"x":1.5,"y":-2},"displayID":7},
         {"id":"00000000-0000-0000-0000-00000000000b","name":"Point 2","point":{"x":3,"y":4}}])"});
+    store("animation", "none"s);
     launch();
-    ASSERT_EQ(fields.savedPoints().size(), 2U);
-    EXPECT_EQ(fields.savedPoints()[0].name, "Desk");
-    EXPECT_EQ(fields.savedPoints()[0].point, VantrelPoint(1.5, -2));
-    EXPECT_EQ(fields.savedPoints()[0].displayID, 7U);
-    EXPECT_EQ(fields.savedPoints()[1].name, "Point 2");
-    EXPECT_EQ(fields.savedPoints()[1].displayID, std::nullopt);
-    EXPECT_EQ(fields.savedPointIndex(), 0);
+    EXPECT_EQ(jumpToSavedPoints(3), (std::vector<std::string>{"Desk", "Point 2", "Desk"}));
+    EXPECT_EQ(fakes.pointer.warps, (std::vector<CGPoint>{{1.5, -2}, {3, 4}, {1.5, -2}}));
+    controller->saveCurrentPoint();
+    const std::vector<SavedPoint> points = storedSavedPoints();
+    ASSERT_EQ(points.size(), 3U);
+    EXPECT_EQ(points[0].displayID, 7U);
+    EXPECT_EQ(points[1].displayID, std::nullopt);
 }
 
 TEST_F(SettingsLoadTest, launch_savedPointsDamaged_staysEmptyAndKeepsTheBytesUntilTheNextSave) {
     for (const char* const bytes : {"", "[", "{}", "null", R"([{"name":"Point 1","point":{"x":1,"y":2}}])", "\xFF"}) {
         store("savedPoints", DefaultsData{bytes});
-        controller->applicationDidFinishLaunching();
-        EXPECT_TRUE(fields.savedPoints().empty()) << bytes;
+        relaunch();
+        EXPECT_EQ(savedPointsLine(), "Saved Points: none") << bytes;
         EXPECT_EQ(storedData("savedPoints"), bytes);
     }
     controller->saveCurrentPoint();
@@ -193,13 +202,13 @@ TEST_F(SettingsLoadTest, launch_savedPointsDamaged_staysEmptyAndKeepsTheBytesUnt
 TEST_F(SettingsLoadTest, launch_savedPointsAsText_isNotData) {
     store("savedPoints", R"([{"id":"00000000-0000-0000-0000-00000000000A","name":"A","point":{"x":1,"y":2}}])"s);
     launch();
-    EXPECT_TRUE(fields.savedPoints().empty());
+    EXPECT_EQ(savedPointsLine(), "Saved Points: none");
 }
 
 TEST_F(SettingsLoadTest, launch_positionsStored_keepsThoseOfDisplays) {
     store("rememberedPositions", DefaultsData{R"({"1":{"x":10,"y":20},"5":{"x":5.5,"y":-3}})"});
     launch();
-    EXPECT_EQ(fields.rememberedPositions(), (RememberedPositions{{1, {10, 20}}, {5, {5.5, -3}}}));
+    EXPECT_EQ(loadedPositions(), (Positions{{"1", {10, 20}}, {"5", {5.5, -3}}}));
 }
 
 TEST_F(SettingsLoadTest, launch_positionNames_parseByTheRulesForNumbers) {
@@ -232,14 +241,13 @@ TEST_F(SettingsLoadTest, launch_positionNames_parseByTheRulesForNumbers) {
         {"\u0667", std::nullopt},  // an Arabic seven: a digit, but not an ASCII one
     };
     for (const auto& [name, expected] : cases) {
-        fields.rememberedPositions().clear();
         store("rememberedPositions", DefaultsData{R"({")" + name + R"(":{"x":1,"y":2}})"});
-        controller->applicationDidFinishLaunching();
-        RememberedPositions positions;
+        relaunch();
+        Positions positions;
         if (expected) {
-            positions.emplace(*expected, VantrelPoint(1, 2));
+            positions.emplace(std::to_string(*expected), VantrelPoint(1, 2));
         }
-        EXPECT_EQ(fields.rememberedPositions(), positions) << '"' << name << '"';
+        EXPECT_EQ(loadedPositions(), positions) << '"' << name << '"';
     }
 }
 
@@ -247,21 +255,21 @@ TEST_F(SettingsLoadTest, launch_positionsWithUnusableNames_keepsTheRest) {
     store("rememberedPositions",
           DefaultsData{R"({"abc":{"x":1,"y":1},"":{"x":2,"y":2},"5":{"x":3,"y":3},"4294967296":{"x":4,"y":4}})"});
     launch();
-    EXPECT_EQ(fields.rememberedPositions(), (RememberedPositions{{5, {3, 3}}}));
+    EXPECT_EQ(loadedPositions(), (Positions{{"5", {3, 3}}}));
 }
 
 TEST_F(SettingsLoadTest, launch_positionsDamaged_stayEmpty) {
     for (const char* const bytes : {"", "[]", "null", R"({"1":{"x":1}})", R"({"1":{"x":1,"y":2},"abc":3})"}) {
         store("rememberedPositions", DefaultsData{bytes});
-        controller->applicationDidFinishLaunching();
-        EXPECT_TRUE(fields.rememberedPositions().empty()) << bytes;
+        relaunch();
+        EXPECT_EQ(loadedPositions(), Positions()) << bytes;
     }
 }
 
 TEST_F(SettingsLoadTest, launch_sameMemberTwice_takesTheLast) {
     store("rememberedPositions", DefaultsData{R"({"7":{"x":1,"y":1},"7":{"x":2,"y":2}})"});
     launch();
-    EXPECT_EQ(fields.rememberedPositions(), (RememberedPositions{{7, {2, 2}}}));
+    EXPECT_EQ(loadedPositions(), (Positions{{"7", {2, 2}}}));
 }
 
 TEST_F(SettingsLoadDeathTest, launch_twoSpellingsOfOneDisplay_stopsTheProgram) {
