@@ -8,32 +8,36 @@ namespace {
 
 class SettingsStoreTest : public ControllerTest {};
 
-TEST_F(SettingsStoreTest, saveRememberedPositions_writesEveryDisplayByItsDecimalNumber) {
+TEST_F(SettingsStoreTest, rememberedPosition_isStoredByTheDisplaysDecimalNumber) {
     launch();
-    fields.rememberedPositions() = {{4294967295U, {-0.5, 2}}};
-    fields.saveRememberedPositions();
+    fakes.displays.layout = {{4294967295U, CGRect{{-100, 0}, {1000, 800}}}};
+    fakes.pointer.location = {-0.5, 2};
+    controller->teleportNextDisplay();
     EXPECT_EQ(storedData("rememberedPositions"), R"({"4294967295":{"x":-0.5,"y":2}})");
 }
 
-TEST_F(SettingsStoreTest, saveRememberedPositions_coordinateWithoutJSONForm_keepsWhatIsStored) {
+TEST_F(SettingsStoreTest, rememberedPosition_coordinateWithoutJSONForm_keepsWhatIsStored) {
     launch();
-    fields.rememberedPositions() = {{1, {1, 2}}};
-    fields.saveRememberedPositions();
-    fields.rememberedPositions().emplace(2U, VantrelPoint(std::numeric_limits<double>::quiet_NaN(), 0));
-    fields.saveRememberedPositions();
+    layOutTwoDisplays();
+    fakes.pointer.location = {1, 2};
+    controller->teleportNextDisplay();
+    fakes.pointer.location = {std::numeric_limits<double>::quiet_NaN(), 0};
+    controller->teleportNextDisplay();
     EXPECT_EQ(storedData("rememberedPositions"), R"({"1":{"x":1,"y":2}})");
     EXPECT_EQ(calls({"setObjects"}).size(), 1U);
 }
 
-TEST_F(SettingsStoreTest, saveSavedPoints_coordinateWithoutJSONForm_keepsWhatIsStored) {
+TEST_F(SettingsStoreTest, savedPoint_coordinateWithoutJSONForm_keepsWhatIsStored) {
     launch();
-    fields.savedPoints() = {SavedPoint{UUID(), "A", {1, 2}, 3}};
-    fields.saveSavedPoints();
+    layOutTwoDisplays();
+    fakes.pointer.location = {1, 2};
+    controller->saveCurrentPoint();
     const std::string stored = storedData("savedPoints");
-    fields.savedPoints().push_back(SavedPoint{UUID(), "B", {std::numeric_limits<double>::infinity(), 2}, {}});
-    fields.saveSavedPoints();
-    EXPECT_EQ(stored,
-              R"([{"id":"00000000-0000-0000-0000-000000000000","name":"A","point":{"x":1,"y":2},"displayID":3}])");
+    fakes.pointer.location = {std::numeric_limits<double>::infinity(), 2};
+    controller->saveCurrentPoint();
+    EXPECT_EQ(
+        stored,
+        R"([{"id":"00000000-0000-0000-0000-000000000001","name":"Point 1","point":{"x":1,"y":2},"displayID":1}])");
     EXPECT_EQ(storedData("savedPoints"), stored);
 }
 
@@ -46,48 +50,53 @@ TEST_F(SettingsStoreTest, relaunch_afterChanges_findsThemAgain) {
     controller->preferencesDidChangeSound(false);
     controller->applyPrimaryShortcut({40, 0x1900});
     controller->saveCurrentPoint();
-    controller->teleportDisplay(TeleportDirection::next);
-    const std::vector<SavedPoint> savedPoints = fields.savedPoints();
-    controller->applicationWillTerminate();
+    const std::string savedPoints = storedData("savedPoints");
+    fakes.pointer.location = {600, 400};
+    controller->teleportNextDisplay();
 
-    const auto successor = AppDelegate::create(fakes.platform(), vantrelHotKeySignature, AppDelegate::hotKeyPressed);
-    successor->applicationDidFinishLaunching();
-    const AppDelegateInspector found{*successor};
-    EXPECT_EQ(found.mode(), VantrelMode::manual);
-    EXPECT_EQ(found.animationStyle(), AnimationStyle::none);
-    EXPECT_FALSE(found.soundEnabled());
-    EXPECT_EQ(found.primaryShortcut(), (KeyboardShortcut{40, 0x1900}));
-    EXPECT_EQ(found.savedPoints(), savedPoints);
-    EXPECT_EQ(found.savedPointIndex(), 0);
-    EXPECT_EQ(found.rememberedPositions(), (RememberedPositions{{1, {700, 500}}}));
+    relaunch();
+    EXPECT_EQ(modeLine(), "Mode: Manual: saved points");
+    EXPECT_EQ(shortcutLine(), "Shortcut: Ctrl + Option + Command + K");
+    auto& window = openSettings();
+    EXPECT_EQ(window.popUp(PreferencesPopUp::animation).selectedIndex, 0) << "none";
+    EXPECT_FALSE(window.soundChecked);
+    EXPECT_EQ(window.drawnRows(), std::vector<std::string>{"Point 1 - x 700, y 500, display 1"});
+    EXPECT_EQ(jumpToSavedPoints(1), std::vector<std::string>{"Point 1"});
+    EXPECT_EQ(fakes.pointer.location, (CGPoint{700, 500}));
+    fakes.pointer.location = {-300, 400};
+    controller->teleportNextDisplay();
+    EXPECT_EQ(fakes.pointer.location, (CGPoint{600, 400}));
+    EXPECT_EQ(storedPositions(), (Positions{{"1", {600, 400}}, {"2", {-300, 400}}}));
+    controller->saveCurrentPoint();
+    EXPECT_TRUE(storedData("savedPoints").starts_with(savedPoints.substr(0, savedPoints.size() - 1)));
 }
 
-TEST_F(SettingsStoreTest, anyChange_theFieldIsSetBeforeItIsStored) {
+TEST_F(SettingsStoreTest, anyChange_isInForceBeforeItIsStored) {
     launch();
-    const auto expectWhenStoring = [this](const std::function<bool()>& isSet, const std::function<void()>& change) {
+    const auto expectWhenStoring = [this](const std::function<bool()>& isInForce, const std::function<void()>& change) {
         int stores = 0;
         fakes.defaults.whenStoring = [&] {
             ++stores;
-            EXPECT_TRUE(isSet());
+            controller->rebuildMenu();
+            EXPECT_TRUE(isInForce());
         };
         change();
         EXPECT_EQ(stores, 1);
     };
-    expectWhenStoring([this] { return fields.mode() == VantrelMode::manual; },
+    expectWhenStoring([this] { return modeLine() == "Mode: Manual: saved points"; },
                       [this] { controller->preferencesDidChangeMode(VantrelMode::manual); });
-    expectWhenStoring([this] { return fields.animationStyle() == AnimationStyle::none; },
+    expectWhenStoring([this] { return openSettings().popUp(PreferencesPopUp::animation).selectedIndex == 0; },
                       [this] { controller->preferencesDidChangeAnimation(AnimationStyle::none); });
-    expectWhenStoring([this] { return !fields.soundEnabled(); },
+    expectWhenStoring([this] { return !openSettings().soundChecked; },
                       [this] { controller->preferencesDidChangeSound(false); });
-    expectWhenStoring(
-        [this] {
-            return fields.primaryShortcut() == KeyboardShortcut{40, 0x1900};
-        },
-        [this] {
-            controller->applyPrimaryShortcut({40, 0x1900});
-        });
-    expectWhenStoring([this] { return fields.savedPoints().size() == 1; }, [this] { controller->saveCurrentPoint(); });
-    expectWhenStoring([this] { return fields.savedPoints().empty(); }, [this] { controller->clearSavedPoints(); });
+    expectWhenStoring([this] { return shortcutLine() == "Shortcut: Ctrl + Option + Command + K"; },
+                      [this] {
+                          controller->applyPrimaryShortcut({40, 0x1900});
+                      });
+    expectWhenStoring([this] { return savedPointsLine() == "Saved Points: 1 point"; },
+                      [this] { controller->saveCurrentPoint(); });
+    expectWhenStoring([this] { return savedPointsLine() == "Saved Points: none"; },
+                      [this] { controller->clearSavedPoints(); });
 }
 
 TEST_F(SettingsStoreTest, storedTypes_areThoseOfTheContract) {
