@@ -80,6 +80,9 @@ class AppDelegate final : public ApplicationDelegate,
     void saveCurrentPoint();
     void clearSavedPoints();
 
+    /// Moves the pointer to the target; without one, says so.
+    void teleport(const std::optional<VantrelPoint>& target);
+
     // Glide (GlideAnimation.cpp)
 
     /// Moves the pointer to the target in 18 eased steps over 0.16 s, replacing a glide in progress.
@@ -169,7 +172,6 @@ class AppDelegate final : public ApplicationDelegate,
     std::optional<VantrelPoint> readPointer();
     static std::optional<DisplaySnapshot> currentDisplay(const VantrelPoint& pointer,
                                                          const std::vector<DisplaySnapshot>& displays);
-    void teleport(const std::optional<VantrelPoint>& target);
     void movePointer(const VantrelPoint& target);
     void movePointerAtOnce(const VantrelPoint& target);
     void playFeedbackSound();

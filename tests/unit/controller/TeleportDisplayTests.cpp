@@ -1,4 +1,5 @@
 #include <limits>
+#include <utility>
 
 #include "tests/unit/controller/ControllerTest.hpp"
 
@@ -8,9 +9,9 @@ namespace {
 class TeleportDisplayTest : public ControllerTest {
   protected:
     void SetUp() override {
+        store("animation", "none");
         launch();
         layOutTwoDisplays();
-        fields.animationStyle() = AnimationStyle::none;
         fakes.pointer.location = {700, 500};
     }
 };
@@ -25,7 +26,7 @@ TEST_F(TeleportDisplayTest, jump_withSound_doesEverythingInOrder) {
 }
 
 TEST_F(TeleportDisplayTest, jump_withoutSound_isSilent) {
-    fields.soundEnabled() = false;
+    controller->preferencesDidChangeSound(false);
     controller->teleportDisplay(TeleportDirection::next);
     EXPECT_EQ(fakes.pointer.location, (CGPoint{-512, 484}));
     EXPECT_TRUE(calls({"play"}).empty());
@@ -35,50 +36,53 @@ TEST_F(TeleportDisplayTest, jump_thereAndBack_returnsToTheSamePlace) {
     controller->teleportDisplay(TeleportDirection::next);
     controller->teleportDisplay(TeleportDirection::next);
     EXPECT_EQ(fakes.pointer.location, (CGPoint{700, 500}));
-    EXPECT_EQ(fields.rememberedPositions(), (RememberedPositions{{1, {700, 500}}, {2, {-512, 484}}}));
+    EXPECT_EQ(storedPositions(), (Positions{{"1", {700, 500}}, {"2", {-512, 484}}}));
 }
 
 TEST_F(TeleportDisplayTest, jump_fromCloseToAnEdge_storesThePlaceAndComesBackInside) {
     fakes.pointer.location = {-1020, 102};
     controller->teleportDisplay(TeleportDirection::next);
-    EXPECT_EQ(fields.rememberedPositions().at(2), VantrelPoint(-1020, 102));
     EXPECT_EQ(storedData("rememberedPositions"), R"({"2":{"x":-1020,"y":102}})");
     controller->teleportDisplay(TeleportDirection::previous);
     EXPECT_EQ(fakes.pointer.location, (CGPoint{-1000, 124}));
 }
 
 TEST_F(TeleportDisplayTest, jump_anyTime_storesAllRememberedDisplays) {
-    fields.rememberedPositions() = {{99, {1, 2}}};
+    store("rememberedPositions", DefaultsData{R"({"99":{"x":1,"y":2}})"});
+    relaunch();
     controller->teleportDisplay(TeleportDirection::next);
-    const auto stored = JSONDecoder().decodePositions(storedData("rememberedPositions"));
-    ASSERT_TRUE(stored.has_value());
-    EXPECT_EQ(*stored, (std::map<std::string, VantrelPoint>{{"1", {700, 500}}, {"99", {1, 2}}}));
+    EXPECT_EQ(storedPositions(), (Positions{{"1", {700, 500}}, {"99", {1, 2}}}));
 }
 
 TEST_F(TeleportDisplayTest, jump_pointerOnNoDisplay_countsAsOnTheNearest) {
     fakes.pointer.location = {5000, 5000};
     controller->teleportDisplay(TeleportDirection::next);
-    EXPECT_EQ(fields.rememberedPositions(), (RememberedPositions{{1, {5000, 5000}}}));
+    EXPECT_EQ(storedPositions(), (Positions{{"1", {5000, 5000}}}));
     EXPECT_EQ(fakes.pointer.location, (CGPoint{-512, 484}));
 }
 
 TEST_F(TeleportDisplayTest, jump_pointerOnTwoOverlappingDisplays_leavesTheOneFurtherLeft) {
     fakes.displays.layout = {{1, CGRect{{500, 0}, {1000, 800}}}, {2, CGRect{{0, 0}, {1000, 800}}}};
     controller->teleportDisplay(TeleportDirection::next);
-    EXPECT_EQ(fields.rememberedPositions(), (RememberedPositions{{2, {700, 500}}}));
+    EXPECT_EQ(storedPositions(), (Positions{{"2", {700, 500}}}));
     EXPECT_EQ(fakes.pointer.location, (CGPoint{1000, 400}));
 }
 
 TEST_F(TeleportDisplayTest, jump_pointerEquallyFarFromTwoDisplays_leavesTheOneFurtherLeft) {
     fakes.displays.layout = {{1, CGRect{{800, 0}, {600, 800}}}, {2, CGRect{{0, 0}, {600, 800}}}};
     controller->teleportDisplay(TeleportDirection::next);
-    EXPECT_EQ(fields.rememberedPositions(), (RememberedPositions{{2, {700, 500}}}));
+    EXPECT_EQ(storedPositions(), (Positions{{"2", {700, 500}}}));
     EXPECT_EQ(fakes.pointer.location, (CGPoint{1100, 400}));
 }
 
 TEST_F(TeleportDisplayTest, jump_departure_isStoredBeforeTheTargetIsChosen) {
     // What is remembered by the end of the store decides the target.
-    fakes.defaults.whenStoring = [this] { fields.rememberedPositions()[2] = {-300, 400}; };
+    bool isRead = false;
+    fakes.defaults.whenStoring = [&] {
+        if (!std::exchange(isRead, true)) {
+            fakes.defaults.readLate({{"rememberedPositions", DefaultsData{R"({"2":{"x":-300,"y":400}})"}}});
+        }
+    };
     controller->teleportDisplay(TeleportDirection::next);
     EXPECT_EQ(fakes.pointer.location, (CGPoint{-300, 400}));
 }
@@ -159,7 +163,7 @@ TEST_F(TeleportDisplayTest, jump_moreReportedThanAskedFor_usesThoseInTheList) {
 }
 
 TEST_F(TeleportDisplayTest, teleport_noTarget_saysSoAndMovesNothing) {
-    fields.teleport(std::nullopt);
+    controller->teleport(std::nullopt);
     EXPECT_EQ(fakes.statusBar.title, "No target");
     EXPECT_TRUE(calls({"CGWarpMouseCursorPosition", "play"}).empty());
 }
@@ -208,7 +212,10 @@ TEST_F(TeleportDisplayTest, jump_pointerUnreadable_saysSoAndStoresNothing) {
     controller->teleportDisplay(TeleportDirection::next);
     EXPECT_EQ(fakes.statusBar.title, "No cursor");
     EXPECT_TRUE(calls({"CGWarpMouseCursorPosition", "setObjects", "play"}).empty());
-    EXPECT_TRUE(fields.rememberedPositions().empty());
+    fakes.pointer.isReadable = true;
+    fakes.pointer.location = {-300, 400};
+    controller->teleportDisplay(TeleportDirection::next);
+    EXPECT_EQ(storedPositions(), (Positions{{"2", {-300, 400}}})) << "nothing was remembered of display 1";
 }
 
 TEST_F(TeleportDisplayTest, jump_positionWithoutJSONForm_goesOnWithoutStoring) {
@@ -219,7 +226,8 @@ TEST_F(TeleportDisplayTest, jump_positionWithoutJSONForm_goesOnWithoutStoring) {
 }
 
 TEST_F(TeleportDisplayTest, jump_glide_onlyStartsIt) {
-    fields.animationStyle() = AnimationStyle::glide;
+    controller->preferencesDidChangeAnimation(AnimationStyle::glide);
+    fakes.journal.clear();
     controller->teleportDisplay(TeleportDirection::next);
     EXPECT_EQ(calls({"setObjects", "scheduledTimer", "CGWarpMouseCursorPosition", "play"}),
               (fake::Journal{R"(setObjects(rememberedPositions={"1":{"x":700,"y":500}}))",
@@ -232,7 +240,7 @@ TEST_F(TeleportDisplayTest, jump_glide_onlyStartsIt) {
 TEST_F(TeleportDisplayTest, teleportPrimary_byMode_jumpsToDisplayOrSavedPoint) {
     controller->teleportPrimary();
     EXPECT_EQ(fakes.pointer.location, (CGPoint{-512, 484}));
-    fields.mode() = VantrelMode::manual;
+    controller->preferencesDidChangeMode(VantrelMode::manual);
     controller->teleportPrimary();
     EXPECT_EQ(fakes.statusBar.title, "No points");
     EXPECT_EQ(fakes.pointer.location, (CGPoint{-512, 484}));
