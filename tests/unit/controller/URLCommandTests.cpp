@@ -16,23 +16,16 @@ struct URLCase {
 
 class URLCommandTest : public ControllerTest {
   protected:
-    void SetUp() override {
-        launch();
-        fields.animationStyle() = AnimationStyle::none;
-        reset();
-    }
+    void SetUp() override { reset(); }
 
-    /// Three displays in a row, the pointer on the middle one, one saved point, nothing shown.
+    /// A launch with what is stored, three displays in a row, the pointer on the middle one, nothing shown.
     void reset() {
         fakes.displays.layout = {{1, CGRect{{-1000, 0}, {1000, 800}}},
                                  {2, CGRect{{0, 0}, {1000, 800}}},
                                  {3, CGRect{{1000, 0}, {1000, 800}}}};
         fakes.pointer.location = {100, 100};
-        fields.savedPoints() = {SavedPoint{UUID(), "Corner", {11, 12}, std::nullopt}};
-        fields.savedPointIndex() = 0;
-        fields.rememberedPositions().clear();
-        fakes.statusBar.title = "Vantrel";
-        fakes.journal.clear();
+        fakes.defaults.values = stored;
+        relaunch();
     }
 
     /// What the calls since the reset amount to: exactly one action, or one flash, or nothing.
@@ -67,6 +60,11 @@ class URLCommandTest : public ControllerTest {
             EXPECT_EQ(effect(), row.effect) << row.url;
         }
     }
+
+    UserDefaults::Values stored{
+        {"animation", "none"},
+        {"savedPoints",
+         DefaultsData{R"([{"id":"00000000-0000-0000-0000-0000000000A1","name":"Corner","point":{"x":11,"y":12}}])"}}};
 };
 
 TEST_F(URLCommandTest, handleURL_eachCommand_doesItsAction) {
@@ -173,9 +171,9 @@ TEST_F(URLCommandTest, handleURL_foreignText_isIgnoredInSilence) {
 }
 
 TEST_F(URLCommandTest, handleURL_modeSetting_playsNoPart) {
-    fields.mode() = VantrelMode::manual;
+    stored["mode"] = "manual";
     expectEffects({{"vantrel://teleport", Effect::next}, {"vantrel://next", Effect::next}});
-    EXPECT_EQ(fields.mode(), VantrelMode::manual);
+    EXPECT_EQ(modeLine(), "Mode: Manual: saved points");
     EXPECT_EQ(calls({"stringForKey"}), fake::Journal{});
 }
 
