@@ -117,8 +117,6 @@ class AppDelegate final : public ApplicationDelegate,
     void preferencesWindowFailed(const std::string& problem, const std::string& flashText) override;
 
   private:
-    friend struct AppDelegateInspector;  // the tests' window on the fields
-
     /// What the status item shows between two flashes.
     static constexpr const char* normalStatusTitle = "Vantrel";
 

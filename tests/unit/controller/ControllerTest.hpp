@@ -15,34 +15,6 @@
 
 namespace vantrel {
 
-/// The tests' window on the controller's fields.
-struct AppDelegateInspector {
-    AppDelegate& controller;
-
-    [[nodiscard]] VantrelMode& mode() const { return controller.mode; }
-    [[nodiscard]] AnimationStyle& animationStyle() const { return controller.animationStyle; }
-    [[nodiscard]] bool& soundEnabled() const { return controller.soundEnabled; }
-    [[nodiscard]] KeyboardShortcut& primaryShortcut() const { return controller.primaryShortcut; }
-    [[nodiscard]] bool primaryShortcutIsRegistered() const { return controller.primaryShortcutIsRegistered; }
-    [[nodiscard]] const std::string& primaryShortcutStatusText() const { return controller.primaryShortcutStatusText; }
-    [[nodiscard]] std::vector<SavedPoint>& savedPoints() const { return controller.savedPoints; }
-    [[nodiscard]] std::int64_t& savedPointIndex() const { return controller.savedPointIndex; }
-    [[nodiscard]] RememberedPositions& rememberedPositions() const { return controller.rememberedPositions; }
-    [[nodiscard]] EventHotKeyRef primaryHotKeyRef() const { return controller.primaryHotKeyRef; }
-    [[nodiscard]] std::size_t secondaryHotKeyCount() const { return controller.secondaryHotKeyRefs.size(); }
-    [[nodiscard]] EventHandlerRef eventHandlerRef() const { return controller.eventHandlerRef; }
-    [[nodiscard]] const std::shared_ptr<Timer>& animationTimer() const { return controller.animationTimer; }
-    [[nodiscard]] std::optional<CursorAnimation>& cursorAnimation() const { return controller.cursorAnimation; }
-    [[nodiscard]] const std::shared_ptr<DispatchWorkItem>& statusResetItem() const {
-        return controller.statusResetItem;
-    }
-    [[nodiscard]] bool hasPreferencesWindow() const { return controller.preferencesWindowController != nullptr; }
-
-    void teleport(const std::optional<VantrelPoint>& target) const { controller.teleport(target); }
-    void saveSavedPoints() const { controller.saveSavedPoints(); }
-    void saveRememberedPositions() const { controller.saveRememberedPositions(); }
-};
-
 /// Remembered positions by display, as the store names it.
 using Positions = std::map<std::string, VantrelPoint>;
 
@@ -137,7 +109,6 @@ class ControllerTest : public testing::Test {
 
     fake::FakePlatform fakes;
     std::shared_ptr<AppDelegate> controller = makeController();
-    AppDelegateInspector fields{*controller};
 };
 
 }  // namespace vantrel
