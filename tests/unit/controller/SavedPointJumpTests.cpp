@@ -58,12 +58,12 @@ TEST_F(SavedPointJumpTest, jump_nextPointNoLongerThere_startsAgain) {
     launch();
     EXPECT_EQ(jumpToSavedPoints(2), (std::vector<std::string>{"Desk", "Chat"}));
 
-    storePoints({desk, chat, far});
+    storePoints({desk, chat, far, desk});
     launch();
-    ASSERT_EQ(jumpToSavedPoints(2).back(), "Chat");
-    storePoints({desk});
+    ASSERT_EQ(jumpToSavedPoints(3).back(), "Far");
+    storePoints({desk, chat});
     launch();
-    EXPECT_EQ(jumpToSavedPoints(1), std::vector<std::string>{"Desk"});
+    EXPECT_EQ(jumpToSavedPoints(2), (std::vector<std::string>{"Desk", "Chat"}));
 }
 
 TEST_F(SavedPointJumpTest, jump_onePoint_staysOnIt) {
