@@ -211,7 +211,8 @@ void SettingsWindow::reloadSavedPoints() {
 }
 
 void SettingsWindow::showWindow() {
-    if (isHidden()) {
+    wasOpen_ = isVisible();
+    if (!wasOpen_) {
         measureAfresh();
         WindowManagerHints::waitUntilWithdrawn(*this);
         WindowManagerHints::skipTaskBar(*this);
@@ -220,9 +221,8 @@ void SettingsWindow::showWindow() {
 }
 
 void SettingsWindow::makeKeyAndOrderFront() {
-    // A Wayland compositor gives the keyboard to a window that comes, and to no other that merely asks. Whether it has
-    // the keyboard at this moment Qt may not know yet.
-    if (QGuiApplication::platformName() == "wayland" && hadKeyboard_) {
+    // A Wayland compositor gives the keyboard to a window that comes, and to no other that merely asks.
+    if (QGuiApplication::platformName() == "wayland" && wasOpen_) {
         hide();
         show();
     }
@@ -258,11 +258,6 @@ void SettingsWindow::showEvent(QShowEvent* event) {
     }
 }
 
-void SettingsWindow::hideEvent(QHideEvent* event) {
-    QWidget::hideEvent(event);
-    hadKeyboard_ = false;
-}
-
 void SettingsWindow::moveEvent(QMoveEvent* event) {
     QWidget::moveEvent(event);
     // To another screen, or for the first time into the window manager's frame.
@@ -283,9 +278,6 @@ void SettingsWindow::changeEvent(QEvent* event) {
         return;
     }
     switch (event->type()) {
-        case QEvent::ActivationChange:
-            hadKeyboard_ = hadKeyboard_ || isActiveWindow();
-            break;
         case QEvent::PaletteChange:
             updateColors();
             break;

@@ -50,7 +50,6 @@ class SettingsWindow final : public QWidget, public PreferencesWindowView {
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -76,7 +75,7 @@ class SettingsWindow final : public QWidget, public PreferencesWindowView {
 
     std::weak_ptr<PreferencesWindowViewDelegate> delegate_;
     bool isBuilt_ = false;
-    bool hadKeyboard_ = false;  ///< since it was shown
+    bool wasOpen_ = false;  ///< when it was last to be shown
     ScrollingContent content_;
     QLabel title_;
     TintedLabel subtitle_;
