@@ -2,7 +2,6 @@
 
 #include <xcb/xcb.h>
 
-
 #include <array>
 #include <chrono>
 #include <cstdint>
