@@ -29,13 +29,13 @@ struct Outputs::Callbacks {
         tracked(data).pending.transform = transform;
     }
     static void done(void* data, wl_output* /*output*/) {
-        Tracked& output = tracked(data);
-        if (output.current != output.pending) {
-            output.current = output.pending;
-            ++output.outputs.generation_;
+        Tracked& self = tracked(data);
+        if (self.current != self.pending) {
+            self.current = self.pending;
+            ++self.outputs.generation_;
         }
     }
-    static void name(void* data, wl_output* /*output*/, const char* name) { tracked(data).pending.name = name; }
+    static void named(void* data, wl_output* /*output*/, const char* name) { tracked(data).pending.name = name; }
 
     static void logicalPosition(void* data, zxdg_output_v1* /*output*/, std::int32_t x, std::int32_t y) {
         tracked(data).pending.x = x;
@@ -55,7 +55,7 @@ struct Outputs::Callbacks {
     static void unused(void* /*data*/, Arguments... /*arguments*/) {}
 
     static constexpr wl_output_listener output{
-        .geometry = geometry, .mode = unused, .done = done, .scale = unused, .name = name, .description = unused};
+        .geometry = geometry, .mode = unused, .done = done, .scale = unused, .name = named, .description = unused};
     static constexpr zxdg_output_v1_listener logical{.logical_position = logicalPosition,
                                                      .logical_size = logicalSize,
                                                      .done = logicalDone,

@@ -17,7 +17,7 @@ struct Seat::Callbacks {
             wl_pointer_add_listener(self.pointer_.get(), &pointerListener, data);
         }
     }
-    static void name(void* data, wl_seat* /*handle*/, const char* name) { seat(data).name_ = name; }
+    static void named(void* data, wl_seat* /*handle*/, const char* name) { seat(data).name_ = name; }
 
     static void enter(void* data, wl_pointer* /*pointer*/, std::uint32_t /*serial*/, wl_surface* surface, wl_fixed_t x,
                       wl_fixed_t y) {
@@ -27,7 +27,7 @@ struct Seat::Callbacks {
     template <typename... Arguments>
     static void unused(void* /*data*/, Arguments... /*arguments*/) {}
 
-    static constexpr wl_seat_listener seatListener{.capabilities = capabilities, .name = name};
+    static constexpr wl_seat_listener seatListener{.capabilities = capabilities, .name = named};
     // Newer libraries know of more events, which a pointer of this version never sends.
     static constexpr wl_pointer_listener pointerListener = [] {
         wl_pointer_listener listener{};

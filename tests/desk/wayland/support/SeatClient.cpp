@@ -99,9 +99,9 @@ struct SeatClient::Events {
         wl_surface_damage(output(data).surface, 0, 0, static_cast<int>(width), static_cast<int>(height));
         wl_surface_commit(output(data).surface);
     }
-    static void capabilities(void* data, wl_seat* seat, std::uint32_t capabilities) {
-        if ((capabilities & WL_SEAT_CAPABILITY_POINTER) != 0 && client(data).pointerDevice_ == nullptr) {
-            client(data).pointerDevice_ = wl_seat_get_pointer(seat);
+    static void capabilities(void* data, wl_seat* handle, std::uint32_t available) {
+        if ((available & WL_SEAT_CAPABILITY_POINTER) != 0 && client(data).pointerDevice_ == nullptr) {
+            client(data).pointerDevice_ = wl_seat_get_pointer(handle);
             wl_pointer_add_listener(client(data).pointerDevice_, &pointer, data);
         }
     }
@@ -109,7 +109,7 @@ struct SeatClient::Events {
     template <typename... Arguments>
     static void none(void*, Arguments...) {}
 
-    static constexpr wl_registry_listener registry{.global = global, .global_remove = globalRemove};
+    static constexpr wl_registry_listener registryListener{.global = global, .global_remove = globalRemove};
     // Newer libraries know of more events, which a device of this version never sends.
     static constexpr wl_pointer_listener pointer = [] {
         wl_pointer_listener listener{};
@@ -136,7 +136,7 @@ SeatClient::SeatClient(const std::filesystem::path& socket, const std::string& l
         throw std::runtime_error("cannot connect to " + socket.native());
     }
     registry_ = wl_display_get_registry(display_.get());
-    wl_registry_add_listener(registry_, &Events::registry, this);
+    wl_registry_add_listener(registry_, &Events::registryListener, this);
     synchronise();
     if (compositor_ == nullptr || shm_ == nullptr || seat_ == nullptr || viewporter_ == nullptr ||
         outputManager_ == nullptr || layerShell_ == nullptr || pointerManager_ == nullptr ||
@@ -178,6 +178,19 @@ SeatClient::SeatClient(const std::filesystem::path& socket, const std::string& l
 SeatClient::~SeatClient() {
     letGo();
     wl_display_roundtrip(display_.get());
+    // For the compositor they end with the connection.
+    const auto forget = [](auto*... objects) {
+        for (auto* const object : {reinterpret_cast<wl_proxy*>(objects)...}) {
+            if (object != nullptr) {
+                wl_proxy_destroy(object);
+            }
+        }
+    };
+    for (const auto& output : outputs_) {
+        forget(output->layerSurface, output->viewport, output->surface, output->geometry, output->output);
+    }
+    forget(keyboard_, keyboardManager_, mouse_, pointerManager_, layerShell_, outputManager_, viewporter_, nothing_,
+           pointerDevice_, seat_, shm_, compositor_, registry_);
 }
 
 void SeatClient::bind(std::uint32_t name, std::string_view interface, std::uint32_t version) {

@@ -94,7 +94,6 @@ class SeatClient {
         void operator()(xkb_state* state) const { xkb_state_unref(state); }
     };
 
-    // The objects of a connection end with it.
     std::unique_ptr<wl_display, Disconnect> display_;
     wl_registry* registry_ = nullptr;
     wl_compositor* compositor_ = nullptr;
