@@ -39,7 +39,7 @@ std::optional<std::size_t> nextChoice(const std::vector<MenuRow>& rows, std::opt
     return std::nullopt;
 }
 
-RootRect menuBounds(RootPoint point, int width, int height, const RootRect& monitor) {
+Rect menuBounds(Point point, int width, int height, const Rect& monitor) {
     const int right = monitor.x + monitor.width;
     const int bottom = monitor.y + monitor.height;
     const int x = point.x + width > right ? point.x - width : point.x;

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "Vantrel/Channel/ScreenMessages.hpp"
-#include "helpers/messages/RootRect.hpp"
+#include "helpers/messages/Rect.hpp"
 
 namespace vantrel::overlay {
 
@@ -40,6 +40,6 @@ std::optional<std::size_t> nextChoice(const std::vector<MenuRow>& rows, std::opt
 
 /// Where a menu of that size stands so that it is wholly on the monitor, if it can: its top-left corner at the point,
 /// else turned to the other side of it.
-RootRect menuBounds(RootPoint point, int width, int height, const RootRect& monitor);
+Rect menuBounds(Point point, int width, int height, const Rect& monitor);
 
 }  // namespace vantrel::overlay

@@ -15,9 +15,13 @@ void TextLine::draw(cairo_t* context, double x, double y) const {
     pango_cairo_show_layout(context, layout_.get());
 }
 
-Typesetter::Typesetter(double dotsPerInch) : fonts_(pango_cairo_font_map_new()) {
+Typesetter::Typesetter(double dotsPerInch) : dotsPerInch_(dotsPerInch), fonts_(pango_cairo_font_map_new()) {
     pango_cairo_font_map_set_resolution(PANGO_CAIRO_FONT_MAP(fonts_.get()), dotsPerInch);
     context_.reset(pango_font_map_create_context(fonts_.get()));
+}
+
+int Typesetter::scaled(double length) const {
+    return static_cast<int>(std::lround(length * dotsPerInch_ / usualDotsPerInch));
 }
 
 TextLine Typesetter::line(const std::string& text, const Font& font, int widest) const {

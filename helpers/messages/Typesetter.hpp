@@ -10,6 +10,8 @@ namespace vantrel::overlay {
 struct Size {
     int width = 0;
     int height = 0;
+
+    bool operator==(const Size&) const = default;
 };
 
 struct Font {
@@ -31,15 +33,22 @@ class TextLine {
     LayoutPointer layout_;
 };
 
-/// Sets text in the system's font.
+/// Sets text in the system's font, and scales what surrounds it alike.
 class Typesetter {
   public:
-    explicit Typesetter(double dotsPerInch);
+    /// What lengths are meant for, and what is taken where a desktop asks for nothing else.
+    static constexpr double usualDotsPerInch = 96;
+
+    explicit Typesetter(double dotsPerInch = usualDotsPerInch);
 
     /// The text (UTF-8) in one line, cut with an ellipsis where it would be wider than `widest` pixels.
     [[nodiscard]] TextLine line(const std::string& text, const Font& font, int widest) const;
 
+    /// Pixels for lengths given at 96 dots per inch.
+    [[nodiscard]] int scaled(double length) const;
+
   private:
+    double dotsPerInch_;
     FontMapPointer fonts_;
     ContextPointer context_;
 };

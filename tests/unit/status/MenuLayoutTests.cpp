@@ -50,19 +50,19 @@ TEST(MenuChoice, nextChoice_nothingToChoose_isNone) {
 }
 
 TEST(MenuBounds, menuBounds_roomToTheRightAndBelow_beginsAtThePoint) {
-    EXPECT_EQ(menuBounds({10, 20}, 100, 200, {0, 0, 1000, 800}), (RootRect{10, 20, 100, 200}));
+    EXPECT_EQ(menuBounds({10, 20}, 100, 200, {0, 0, 1000, 800}), (Rect{10, 20, 100, 200}));
 }
 
 TEST(MenuBounds, menuBounds_atTheFarCorner_turnsToTheOtherSide) {
-    EXPECT_EQ(menuBounds({990, 790}, 100, 200, {0, 0, 1000, 800}), (RootRect{890, 590, 100, 200}));
+    EXPECT_EQ(menuBounds({990, 790}, 100, 200, {0, 0, 1000, 800}), (Rect{890, 590, 100, 200}));
 }
 
 TEST(MenuBounds, menuBounds_displayLeftOfTheMainOne_staysOnIt) {
-    EXPECT_EQ(menuBounds({-20, 300}, 100, 200, {-1024, 100, 1024, 768}), (RootRect{-120, 300, 100, 200}));
+    EXPECT_EQ(menuBounds({-20, 300}, 100, 200, {-1024, 100, 1024, 768}), (Rect{-120, 300, 100, 200}));
 }
 
 TEST(MenuBounds, menuBounds_largerThanTheMonitor_beginsAtItsCorner) {
-    EXPECT_EQ(menuBounds({50, 60}, 300, 400, {0, 0, 200, 100}), (RootRect{0, 0, 300, 400}));
+    EXPECT_EQ(menuBounds({50, 60}, 300, 400, {0, 0, 200, 100}), (Rect{0, 0, 300, 400}));
 }
 
 }  // namespace

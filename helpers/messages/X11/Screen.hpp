@@ -8,7 +8,7 @@
 #include <string>
 
 #include "Vantrel/Backends/X11/XcbHandles.hpp"
-#include "helpers/messages/RootRect.hpp"
+#include "helpers/messages/Rect.hpp"
 
 namespace vantrel::overlay {
 
@@ -33,10 +33,10 @@ class Screen {
     [[nodiscard]] bool isLost() const { return xcb_connection_has_error(connection_) != 0; }
 
     /// Where the pointer is now.
-    [[nodiscard]] RootPoint pointer() const;
+    [[nodiscard]] Point pointer() const;
 
     /// The bounds of the monitor that holds the point, or of the nearest one.
-    [[nodiscard]] RootRect monitorAt(RootPoint point) const;
+    [[nodiscard]] Rect monitorAt(Point point) const;
 
     /// The visual with an alpha channel while a compositor runs, else the root window's.
     [[nodiscard]] WindowVisual popupVisual() const;
@@ -46,9 +46,6 @@ class Screen {
 
     /// The font resolution that the desktop asks for (Xft.dpi), else 96.
     [[nodiscard]] double dotsPerInch() const;
-
-    /// Pixels for lengths given at 96 dots per inch.
-    [[nodiscard]] int scaled(double length) const;
 
     [[nodiscard]] xcb_atom_t atom(const std::string& name) const;
 

@@ -1,19 +1,18 @@
-#include "helpers/messages/Screen.hpp"
+#include "helpers/messages/X11/Screen.hpp"
 
 #include <xcb/randr.h>
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
 #include <cstdlib>
 #include <limits>
 #include <string_view>
 
+#include "helpers/messages/Typesetter.hpp"
+
 namespace vantrel::overlay {
 
 namespace {
-
-constexpr double usualDotsPerInch = 96;
 
 /// The value of Xft.dpi in the root window's resources.
 double readDotsPerInch(xcb_connection_t* connection, xcb_window_t root) {
@@ -21,23 +20,23 @@ double readDotsPerInch(xcb_connection_t* connection, xcb_window_t root) {
         connection, xcb_get_property(connection, 0, root, XCB_ATOM_RESOURCE_MANAGER, XCB_ATOM_STRING, 0, 65536),
         nullptr));
     if (!property) {
-        return usualDotsPerInch;
+        return Typesetter::usualDotsPerInch;
     }
     const std::string resources(static_cast<const char*>(xcb_get_property_value(property.get())),
                                 static_cast<std::size_t>(xcb_get_property_value_length(property.get())));
     constexpr std::string_view name = "Xft.dpi:";
     const auto found = resources.find(name);
     if (found == std::string::npos) {
-        return usualDotsPerInch;
+        return Typesetter::usualDotsPerInch;
     }
     const auto start = std::min(resources.find_first_not_of(" \t", found + name.size()), resources.size());
     double value = 0;
     std::from_chars(resources.data() + start, resources.data() + resources.size(), value);
-    return value >= 24 && value <= 1000 ? value : usualDotsPerInch;
+    return value >= 24 && value <= 1000 ? value : Typesetter::usualDotsPerInch;
 }
 
 /// How far the point is from the rectangle, in steps along the axes; 0 inside.
-long distance(RootPoint point, const RootRect& rect) {
+long distance(Point point, const Rect& rect) {
     const long dx = std::max({rect.x - point.x, point.x - (rect.x + rect.width - 1), 0});
     const long dy = std::max({rect.y - point.y, point.y - (rect.y + rect.height - 1), 0});
     return dx + dy;
@@ -69,14 +68,14 @@ Screen::~Screen() {
     xcb_disconnect(connection_);
 }
 
-RootPoint Screen::pointer() const {
+Point Screen::pointer() const {
     const auto reply =
         x11::adopt(xcb_query_pointer_reply(connection_, xcb_query_pointer(connection_, root()), nullptr));
-    return reply ? RootPoint{.x = reply->root_x, .y = reply->root_y} : RootPoint{};
+    return reply ? Point{.x = reply->root_x, .y = reply->root_y} : Point{};
 }
 
-RootRect Screen::monitorAt(RootPoint point) const {
-    RootRect nearest{.x = 0, .y = 0, .width = screen_->width_in_pixels, .height = screen_->height_in_pixels};
+Rect Screen::monitorAt(Point point) const {
+    Rect nearest{.x = 0, .y = 0, .width = screen_->width_in_pixels, .height = screen_->height_in_pixels};
     const auto reply =
         x11::adopt(xcb_randr_get_monitors_reply(connection_, xcb_randr_get_monitors(connection_, root(), 1), nullptr));
     if (!reply) {
@@ -85,10 +84,10 @@ RootRect Screen::monitorAt(RootPoint point) const {
     long leastDistance = std::numeric_limits<long>::max();
     for (auto monitors = xcb_randr_get_monitors_monitors_iterator(reply.get()); monitors.rem > 0;
          xcb_randr_monitor_info_next(&monitors)) {
-        const RootRect bounds{.x = monitors.data->x,
-                              .y = monitors.data->y,
-                              .width = monitors.data->width,
-                              .height = monitors.data->height};
+        const Rect bounds{.x = monitors.data->x,
+                          .y = monitors.data->y,
+                          .width = monitors.data->width,
+                          .height = monitors.data->height};
         const long away = distance(point, bounds);
         // A part of a split display stands before the display that holds it.
         const bool isSmaller = away == leastDistance && bounds.width * bounds.height < nearest.width * nearest.height;
@@ -143,10 +142,6 @@ WindowVisual Screen::findVisual(xcb_visualid_t identifier) const {
 
 double Screen::dotsPerInch() const {
     return dotsPerInch_;
-}
-
-int Screen::scaled(double length) const {
-    return static_cast<int>(std::lround(length * dotsPerInch_ / usualDotsPerInch));
 }
 
 xcb_atom_t Screen::atom(const std::string& name) const {

@@ -1,4 +1,4 @@
-#include "helpers/messages/PopupWindow.hpp"
+#include "helpers/messages/X11/PopupWindow.hpp"
 
 #include <cairo/cairo-xcb.h>
 #include <xcb/shape.h>
@@ -65,7 +65,7 @@ PopupWindow::~PopupWindow() {
     xcb_free_colormap(screen_.connection(), colormap_);
 }
 
-void PopupWindow::place(const RootRect& bounds, int cornerRadius, const std::function<void(cairo_t*)>& draw) {
+void PopupWindow::place(const Rect& bounds, int cornerRadius, const std::function<void(cairo_t*)>& draw) {
     xcb_connection_t* connection = screen_.connection();
     const auto width = static_cast<std::uint16_t>(bounds.width);
     const auto height = static_cast<std::uint16_t>(bounds.height);
@@ -93,7 +93,7 @@ void PopupWindow::place(const RootRect& bounds, int cornerRadius, const std::fun
     xcb_free_pixmap(connection, pixmap);
 }
 
-void PopupWindow::setShape(const RootRect& bounds, int cornerRadius) {
+void PopupWindow::setShape(const Rect& bounds, int cornerRadius) {
     if (visual_.hasAlpha) {
         return;
     }

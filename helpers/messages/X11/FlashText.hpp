@@ -5,9 +5,9 @@
 #include <optional>
 #include <string>
 
-#include "helpers/messages/PopupWindow.hpp"
-#include "helpers/messages/Screen.hpp"
 #include "helpers/messages/Typesetter.hpp"
+#include "helpers/messages/X11/PopupWindow.hpp"
+#include "helpers/messages/X11/Screen.hpp"
 
 namespace vantrel::overlay {
 
@@ -37,8 +37,8 @@ class FlashText {
     std::string text_;
     Font font_;
     std::unique_ptr<PopupWindow> window_;
-    RootRect monitor_;
-    RootPoint lastPointer_;
+    Rect monitor_;
+    Point lastPointer_;
     Clock::time_point latestAppearance_;
     std::optional<Clock::time_point> nextLook_;
     bool isWaiting_ = false;

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "helpers/messages/CairoHandles.hpp"
-#include "helpers/messages/Screen.hpp"
+#include "helpers/messages/X11/Screen.hpp"
 
 namespace vantrel::overlay {
 
@@ -25,11 +25,11 @@ class PopupWindow {
     [[nodiscard]] bool hasAlpha() const { return visual_.hasAlpha; }
 
     /// Gives the window the bounds, corners of that radius, and what `draw` draws.
-    void place(const RootRect& bounds, int cornerRadius, const std::function<void(cairo_t*)>& draw);
+    void place(const Rect& bounds, int cornerRadius, const std::function<void(cairo_t*)>& draw);
     void show();
 
   private:
-    void setShape(const RootRect& bounds, int cornerRadius);
+    void setShape(const Rect& bounds, int cornerRadius);
 
     const Screen& screen_;
     WindowVisual visual_;

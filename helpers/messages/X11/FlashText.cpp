@@ -1,8 +1,6 @@
-#include "helpers/messages/FlashText.hpp"
+#include "helpers/messages/X11/FlashText.hpp"
 
-#include <algorithm>
-
-#include "helpers/messages/Palette.hpp"
+#include "helpers/messages/TextBox.hpp"
 
 namespace vantrel::overlay {
 
@@ -13,11 +11,6 @@ using std::chrono::milliseconds;
 constexpr milliseconds restingTime(20);   // a glide moves the pointer more often than that
 constexpr milliseconds longestWait(250);  // a glide ends before
 constexpr milliseconds lookInterval(100);
-constexpr double distanceFromTop = 48;  // clear of a panel
-constexpr double sidePadding = 18;
-constexpr double verticalPadding = 9;
-constexpr double cornerRadius = 10;
-constexpr double widestShare = 0.6;  // of the display's width
 
 }  // namespace
 
@@ -44,7 +37,7 @@ void FlashText::hide() {
 }
 
 void FlashText::look() {
-    const RootPoint pointer = screen_.pointer();
+    const Point pointer = screen_.pointer();
     const bool isResting = pointer == lastPointer_;
     lastPointer_ = pointer;
     if (isWaiting_ && !isResting && Clock::now() < latestAppearance_) {
@@ -59,28 +52,15 @@ void FlashText::look() {
         monitor_ = screen_.monitorAt(pointer);
         place();
         window_->show();
-    } else if (const RootRect monitor = screen_.monitorAt(pointer); monitor != monitor_) {
+    } else if (const Rect monitor = screen_.monitorAt(pointer); monitor != monitor_) {
         monitor_ = monitor;
         place();
     }
 }
 
 void FlashText::place() {
-    const int widest = static_cast<int>(monitor_.width * widestShare);
-    const TextLine line = typesetter_.line(text_, font_, widest);
-    const Size size = line.size();
-    const int side = screen_.scaled(sidePadding);
-    const int vertical = screen_.scaled(verticalPadding);
-    const RootRect bounds{.x = monitor_.x + (monitor_.width - size.width - 2 * side) / 2,
-                          .y = monitor_.y + std::min(screen_.scaled(distanceFromTop), monitor_.height / 8),
-                          .width = size.width + 2 * side,
-                          .height = size.height + 2 * vertical};
-    const int radius = screen_.scaled(cornerRadius);
-    window_->place(bounds, radius, [&](cairo_t* context) {
-        drawGround(context, bounds.width, bounds.height, radius, window_->hasAlpha());
-        setColor(context, textColor);
-        line.draw(context, side, vertical);
-    });
+    const TextBox box(typesetter_, text_, font_, monitor_);
+    window_->place(box.bounds(), box.cornerRadius(), [&](cairo_t* context) { box.draw(context, window_->hasAlpha()); });
 }
 
 }  // namespace vantrel::overlay

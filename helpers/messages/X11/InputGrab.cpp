@@ -1,4 +1,4 @@
-#include "helpers/messages/InputGrab.hpp"
+#include "helpers/messages/X11/InputGrab.hpp"
 
 #include <string_view>
 

@@ -2,7 +2,7 @@
 
 #include <xcb/xcb.h>
 
-#include "helpers/messages/Screen.hpp"
+#include "helpers/messages/X11/Screen.hpp"
 
 namespace vantrel::overlay {
 
