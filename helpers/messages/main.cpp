@@ -7,6 +7,9 @@
 #include <utility>
 
 #include "helpers/messages/Overlay.hpp"
+#ifdef VANTREL_WAYLAND
+#include "helpers/messages/Wayland/WaylandStage.hpp"
+#endif
 #ifdef VANTREL_X11
 #include "helpers/messages/X11/X11Stage.hpp"
 #endif
@@ -15,6 +18,11 @@ namespace {
 
 /// Null when the windowing system cannot be connected to, or is not served by this program as it was built.
 std::unique_ptr<vantrel::overlay::Stage> connectTo([[maybe_unused]] std::string_view windowingSystem) {
+#ifdef VANTREL_WAYLAND
+    if (windowingSystem == "wayland") {
+        return vantrel::overlay::WaylandStage::connect();
+    }
+#endif
 #ifdef VANTREL_X11
     if (windowingSystem != "wayland") {
         return vantrel::overlay::X11Stage::connect();

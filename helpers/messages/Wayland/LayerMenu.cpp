@@ -1,0 +1,198 @@
+#include "helpers/messages/Wayland/LayerMenu.hpp"
+
+#include <algorithm>
+#include <utility>
+
+namespace vantrel::overlay {
+
+namespace {
+
+constexpr std::chrono::milliseconds longestLook(500);
+
+}  // namespace
+
+/// What lies over a display.
+struct LayerMenu::Cover {
+    Cover(LayerMenu& owner, const Output& output)
+        : global(output.global),
+          layer(owner.compositor_, output.handle, LayerSurface::Keyboard::exclusive, [this, &owner](Size given) {
+              size = given;
+              layer.surface().showNothing(given);
+              layer.surface().commit();
+              owner.covered();
+              if (owner.popup_) {
+                  owner.place();
+              }
+          }) {
+        layer.coverTheOutput();
+        layer.surface().commit();
+    }
+
+    std::uint32_t global;
+    Size size;  ///< in points; nothing until it is there
+    LayerSurface layer;
+};
+
+/// The menu itself, which is drawn on a cover: what the pointer does is told about the cover.
+struct LayerMenu::Popup {
+    Popup(const Compositor& compositor, Cover& shownOn, std::optional<Point> at)
+        : cover(&shownOn),
+          point(at),
+          surface(compositor),
+          subsurface(wl_subcompositor_get_subsurface(compositor.subcompositor(), surface.get(),
+                                                     cover->layer.surface().get())) {
+        surface.ignorePointer();
+        // Else it would change only with its cover.
+        wl_subsurface_set_desync(subsurface.get());
+    }
+
+    Cover* cover;
+    std::optional<Point> point;  ///< of its corner; none for the middle
+    Surface surface;
+    Handle<wl_subsurface> subsurface;
+};
+
+LayerMenu::LayerMenu(const Compositor& compositor, const Typesetter& typesetter, std::vector<MenuRow> rows,
+                     std::function<void(std::optional<std::size_t>)> ended)
+    : compositor_(compositor),
+      view_(typesetter, std::move(rows), {.changed = [this] { draw(); }, .ended = std::move(ended)}),
+      cursor_(compositor),
+      // Asked for before the covers, so that their entries are heard.
+      seat_(compositor,
+            {.pointed = [this](wl_surface* surface, Point place) { pointed(surface, place); },
+             .entered =
+                 [this](wl_pointer& pointer, std::uint32_t serial, wl_surface* surface) {
+                     if (const Cover* const cover = coverOf(surface)) {
+                         cursor_.giveTo(pointer, serial, scaleOf(*cover));
+                     }
+                 },
+             .button =
+                 [this](bool isPressed) {
+                     if (popup_ && isPressed) {
+                         view_.buttonPressed(pointer_);
+                     } else if (popup_) {
+                         view_.buttonReleased(pointer_);
+                     }
+                 },
+             .key = [this](auto keysyms, bool isControlHeld) { view_.keyPressed(keysyms, isControlHeld); }}),
+      lastLook_(Clock::now() + longestLook) {
+    for (const Output& output : compositor.outputs().current()) {
+        covers_.push_back(std::make_unique<Cover>(*this, output));
+    }
+}
+
+LayerMenu::~LayerMenu() = default;
+
+void LayerMenu::covered() {
+    const bool allAre =
+        std::all_of(covers_.begin(), covers_.end(), [](const auto& cover) { return cover->size.width > 0; });
+    if (allAre && !popup_ && !milestone_) {
+        milestone_ = std::make_unique<Milestone>(compositor_, [this] { look(); });
+    }
+}
+
+// sway does not look again where the pointer is after the last surface has come. The announcement of another, which
+// never comes, makes it.
+void LayerMenu::look() {
+    if (popup_) {
+        return;
+    }
+    announced_ = std::make_unique<LayerSurface>(compositor_, nullptr, LayerSurface::Keyboard::none, [](Size) {});
+    announced_->askFor({.width = 1, .height = 1});
+    announced_->surface().commit();
+    milestone_ = std::make_unique<Milestone>(compositor_, [this] { announced_.reset(); });
+}
+
+void LayerMenu::openOn(Cover& cover, std::optional<Point> point) {
+    lastLook_.reset();
+    popup_ = std::make_unique<Popup>(compositor_, cover, point);
+    place();
+}
+
+void LayerMenu::place() {
+    const Rect display{.x = 0, .y = 0, .width = popup_->cover->size.width, .height = popup_->cover->size.height};
+    if (popup_->point) {
+        view_.placeAt(*popup_->point, display);
+    } else {
+        view_.placeInTheMiddleOf(display);
+    }
+    wl_subsurface_set_position(popup_->subsurface.get(), view_.bounds().x, view_.bounds().y);
+    draw();
+    // The position comes into force with the cover.
+    popup_->cover->layer.surface().commit();
+}
+
+void LayerMenu::draw() {
+    if (!popup_) {
+        return;
+    }
+    popup_->surface.show({.width = view_.bounds().width, .height = view_.bounds().height}, scaleOf(*popup_->cover),
+                         [this](cairo_t* context) { view_.draw(context, true); });
+    popup_->surface.commit();
+}
+
+void LayerMenu::setRows(std::vector<MenuRow> rows) {
+    view_.setRows(std::move(rows));
+    if (popup_) {
+        place();
+    }
+}
+
+void LayerMenu::pointed(wl_surface* surface, Point onSurface) {
+    Cover* const cover = coverOf(surface);
+    if (!popup_ && cover != nullptr && cover->size.width > 0) {
+        pointer_ = onSurface;
+        openOn(*cover, onSurface);
+        return;
+    }
+    pointer_ = popup_ && cover == popup_->cover ? std::optional(onSurface) : std::nullopt;
+    view_.pointerMoved(pointer_);
+}
+
+void LayerMenu::followOutputs() {
+    if (popup_ && popup_->cover->layer.isClosed()) {
+        popup_.reset();
+        view_.leave();
+    }
+    std::erase_if(covers_, [](const auto& cover) { return cover->layer.isClosed(); });
+}
+
+std::optional<LayerMenu::Clock::time_point> LayerMenu::nextWork() const {
+    const auto repeat = seat_.nextRepeat();
+    return lastLook_ && repeat ? std::min(*lastLook_, *repeat) : lastLook_ ? lastLook_ : repeat;
+}
+
+void LayerMenu::doDueWork() {
+    const auto now = Clock::now();
+    if (lastLook_ && *lastLook_ <= now) {
+        lastLook_.reset();
+        const auto shown =
+            std::find_if(covers_.begin(), covers_.end(), [](const auto& cover) { return cover->size.width > 0; });
+        if (shown == covers_.end() || !seat_.hasDevice()) {
+            // It could not be left.
+            view_.leave();
+            return;
+        }
+        openOn(**shown, std::nullopt);
+    }
+    if (seat_.nextRepeat() && *seat_.nextRepeat() <= now) {
+        seat_.repeatKey();
+    }
+}
+
+LayerMenu::Cover* LayerMenu::coverOf(wl_surface* surface) const {
+    const auto found = std::find_if(covers_.begin(), covers_.end(),
+                                    [surface](const auto& cover) { return cover->layer.surface().get() == surface; });
+    return found == covers_.end() ? nullptr : found->get();
+}
+
+double LayerMenu::scaleOf(const Cover& cover) const {
+    for (const Output& output : compositor_.outputs().current()) {
+        if (output.global == cover.global) {
+            return output.scale;
+        }
+    }
+    return 1;
+}
+
+}  // namespace vantrel::overlay
