@@ -124,7 +124,8 @@ std::optional<LayoutPoint> OverlayReader::read(std::span<const Output> outputs, 
             another = std::make_unique<Surface>(tools_, nullptr, nullptr);
             another->announce();
         }
-        if (connection_.synchronize(deadline)) {
+        // Not longer than needed: the compositor may paint what has come before it handles the rest.
+        if (connection_.synchronize(deadline, isEntered)) {
             connection_.waitFor(isEntered, std::min(deadline, Clock::now() + silence));
         }
     }

@@ -105,7 +105,7 @@ bool WaylandConnection::waitFor(const std::function<bool()>& condition, Clock::t
     return condition();
 }
 
-bool WaylandConnection::synchronize(Clock::time_point deadline) {
+bool WaylandConnection::synchronize(Clock::time_point deadline, const std::function<bool()>& isEnough) {
     bool isDone = false;
     static constexpr wl_callback_listener listener{
         .done = [](void* data, wl_callback* /*callback*/, std::uint32_t /*time*/) {
@@ -113,7 +113,7 @@ bool WaylandConnection::synchronize(Clock::time_point deadline) {
         }};
     const WaylandPointer<wl_callback> callback(wl_display_sync(get()));
     wl_callback_add_listener(callback.get(), &listener, &isDone);
-    return waitFor([&isDone] { return isDone; }, deadline);
+    return waitFor([&] { return isDone || isEnough(); }, deadline);
 }
 
 }  // namespace vantrel::wayland

@@ -51,9 +51,10 @@ class WaylandConnection {
     /// compositor goes away.
     bool waitFor(const std::function<bool()>& condition, Clock::time_point deadline);
 
-    /// Waits until the compositor has handled all that was asked up to now, with all events that come of it. False at
-    /// the deadline, or when it goes away.
-    bool synchronize(Clock::time_point deadline);
+    /// Waits until the compositor has handled all that was asked up to now, with all events that come of it, or until
+    /// `isEnough` holds. False at the deadline, or when it goes away.
+    bool synchronize(
+        Clock::time_point deadline, const std::function<bool()>& isEnough = [] { return false; });
 
   private:
     explicit WaylandConnection(WaylandPointer<wl_display> display) : display_(std::move(display)) {}
