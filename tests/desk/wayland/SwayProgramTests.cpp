@@ -100,21 +100,6 @@ TEST_P(SwayProgramEnd, signal_endsInTheOrdinaryWay) {
 
 INSTANTIATE_TEST_SUITE_P(Signals, SwayProgramEnd, testing::Values(SIGTERM, SIGINT, SIGHUP));
 
-TEST(SwayProgram, messagesWithoutAPanel_startNothing) {
-    SwayDesk desk;
-    desk.environment().set("DISPLAY", ":65000");
-    const auto agent = desk.startAgent();
-    desk.person().moveTo(onMain);
-    desk.person().type(hyper(keys::s));
-    ASSERT_TRUE(waitUntil([&] { return desk.defaults().read("savedPoints").has_value(); }));
-    EXPECT_EQ(desk.startProgram({"about:blank"})->waitForExit(), success);
-    const std::string children =
-        "/proc/" + std::to_string(agent->processId()) + "/task/" + std::to_string(agent->processId()) + "/children";
-    std::string text;
-    std::getline(std::ifstream(children), text);
-    EXPECT_EQ(text, "");
-}
-
 TEST(SwayProgram, frozenCompositor_endsAllTheSame) {
     SwayDesk desk;
     const auto agent = desk.startAgent();

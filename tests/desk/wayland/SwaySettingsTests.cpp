@@ -15,8 +15,8 @@ namespace {
 
 constexpr int settingsRow = 11;
 constexpr std::string_view space = "SPCE", escape = "ESC", enter = "RTRN";
-constexpr LayoutPoint onMain{.x = 700, .y = 500};
-constexpr LayoutPoint centreOfSecond{.x = -512, .y = 484};
+constexpr LayoutPoint onMain = SwayDesk::onMain;
+constexpr LayoutPoint centreOfSecond = SwayDesk::centreOfSecond;
 
 /// The name of the window that has the keyboard; empty for none.
 std::string focusedWindow(const nlohmann::json& tree) {
