@@ -52,9 +52,9 @@ void Compositor::offered(std::uint32_t name, std::string_view interface, std::ui
     const auto bind = [&](const wl_interface& wanted, std::uint32_t mostVersion) {
         return wl_registry_bind(registry_.get(), name, &wanted, std::min(version, mostVersion));
     };
-    const auto take = [&]<typename Object>(Handle<Object>& handle, const wl_interface& wanted,
-                                           std::uint32_t mostVersion) {
+    const auto take = [&](auto& handle, const wl_interface& wanted, std::uint32_t mostVersion) {
         if (!handle && interface == wanted.name) {
+            using Object = typename std::remove_reference_t<decltype(handle)>::element_type;
             handle.reset(static_cast<Object*>(bind(wanted, mostVersion)));
         }
     };

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "helpers/messages/PixelGrid.hpp"
+
 namespace vantrel::overlay {
 
 namespace {
@@ -16,6 +18,10 @@ struct LayerMenu::Cover {
     Cover(LayerMenu& owner, const Output& output)
         : global(output.global),
           layer(owner.compositor_, output.handle, LayerSurface::Keyboard::exclusive, [this, &owner](Size given) {
+              // A compositor says the same size again and again.
+              if (size == given) {
+                  return;
+              }
               size = given;
               layer.surface().showNothing(given);
               layer.surface().commit();
@@ -48,6 +54,7 @@ struct LayerMenu::Popup {
 
     Cover* cover;
     std::optional<Point> point;  ///< of its corner; none for the middle
+    Rect bounds;                 ///< of the surface, on the cover
     Surface surface;
     Handle<wl_subsurface> subsurface;
 };
@@ -116,7 +123,8 @@ void LayerMenu::place() {
     } else {
         view_.placeInTheMiddleOf(display);
     }
-    wl_subsurface_set_position(popup_->subsurface.get(), view_.bounds().x, view_.bounds().y);
+    popup_->bounds = onPixelEdges(view_.bounds(), scaleOf(*popup_->cover));
+    wl_subsurface_set_position(popup_->subsurface.get(), popup_->bounds.x, popup_->bounds.y);
     draw();
     // The position comes into force with the cover.
     popup_->cover->layer.surface().commit();
@@ -126,7 +134,7 @@ void LayerMenu::draw() {
     if (!popup_) {
         return;
     }
-    popup_->surface.show({.width = view_.bounds().width, .height = view_.bounds().height}, scaleOf(*popup_->cover),
+    popup_->surface.show(view_.bounds(), popup_->bounds, scaleOf(*popup_->cover),
                          [this](cairo_t* context) { view_.draw(context, true); });
     popup_->surface.commit();
 }

@@ -41,10 +41,11 @@ void LayerSurface::coverTheOutput() {
     zwlr_layer_surface_v1_set_anchor(layer_.get(), allEdges);
 }
 
-void LayerSurface::standAtTheTop(int distance, Size size) {
-    zwlr_layer_surface_v1_set_anchor(layer_.get(), ZWLR_LAYER_SURFACE_V1_ANCHOR_TOP);
-    zwlr_layer_surface_v1_set_margin(layer_.get(), distance, 0, 0, 0);
-    askFor(size);
+void LayerSurface::standAt(const Rect& bounds) {
+    zwlr_layer_surface_v1_set_anchor(layer_.get(),
+                                     ZWLR_LAYER_SURFACE_V1_ANCHOR_TOP | ZWLR_LAYER_SURFACE_V1_ANCHOR_LEFT);
+    zwlr_layer_surface_v1_set_margin(layer_.get(), bounds.y, 0, 0, bounds.x);
+    askFor({.width = bounds.width, .height = bounds.height});
 }
 
 void LayerSurface::askFor(Size size) {

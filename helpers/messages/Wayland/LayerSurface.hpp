@@ -21,7 +21,7 @@ class LayerSurface {
 
     // How it is to stand, in force with the next commit.
     void coverTheOutput();
-    void standAtTheTop(int distance, Size size);
+    void standAt(const Rect& bounds);  ///< in points of the display
     void askFor(Size size);
 
     [[nodiscard]] Surface& surface() { return surface_; }

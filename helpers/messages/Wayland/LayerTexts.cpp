@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "helpers/messages/PixelGrid.hpp"
 #include "helpers/messages/TextBox.hpp"
 #include "helpers/messages/Wayland/LayerSurface.hpp"
 
@@ -14,16 +15,21 @@ class LayerTexts::OnOutput {
     OnOutput(const Compositor& compositor, const Output& output)
         : output_(output), layer_(compositor, output.handle, LayerSurface::Keyboard::none, [this](Size /*size*/) {
               isConfigured_ = true;
-              draw();
+              // A compositor says the same size again and again.
+              if (!isDrawn_) {
+                  draw();
+              }
           }) {
         layer_.surface().ignorePointer();
     }
 
     void show(const Typesetter& typesetter, const std::string& text, const Font& font, const Output& output) {
-        const Size former = box_ ? size() : Size{};
+        const Size former = size();
         output_ = output;
+        isDrawn_ = false;
         box_.emplace(typesetter, text, font, output.bounds);
-        layer_.standAtTheTop(box_->bounds().y, size());
+        bounds_ = onPixelEdges(box_->bounds(), output.scale);
+        layer_.standAt(bounds_);
         if (isConfigured_ && size() == former) {
             draw();
         } else {
@@ -36,16 +42,20 @@ class LayerTexts::OnOutput {
     [[nodiscard]] bool isClosed() const { return layer_.isClosed(); }
 
   private:
-    [[nodiscard]] Size size() const { return {.width = box_->bounds().width, .height = box_->bounds().height}; }
+    [[nodiscard]] Size size() const { return {.width = bounds_.width, .height = bounds_.height}; }
 
     void draw() {
-        layer_.surface().show(size(), output_.scale, [this](cairo_t* context) { box_->draw(context, true); });
+        isDrawn_ = true;
+        layer_.surface().show(box_->bounds(), bounds_, output_.scale,
+                              [this](cairo_t* context) { box_->draw(context, true); });
         layer_.surface().commit();
     }
 
     Output output_;
     std::optional<TextBox> box_;
+    Rect bounds_;  ///< of the surface
     bool isConfigured_ = false;
+    bool isDrawn_ = false;
     LayerSurface layer_;
 };
 

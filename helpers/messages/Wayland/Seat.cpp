@@ -26,8 +26,8 @@ struct Seat::Callbacks {
 
     static void enter(void* data, wl_pointer* device, std::uint32_t serial, wl_surface* surface, wl_fixed_t x,
                       wl_fixed_t y) {
-        self(data).events_.entered(*device, serial, surface);
         self(data).pointAt(surface, x, y);
+        self(data).events_.entered(*device, serial, surface);
     }
     static void leave(void* data, wl_pointer* /*device*/, std::uint32_t /*serial*/, wl_surface* /*surface*/) {
         self(data).pointAt(nullptr, 0, 0);

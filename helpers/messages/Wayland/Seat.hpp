@@ -14,7 +14,7 @@ class Seat {
     struct Events {
         /// Also while it moves. Without a surface the pointer has left.
         std::function<void(wl_surface* surface, Point onSurface)> pointed;
-        /// The pointer has come to the surface; its cursor is to be set, with the serial.
+        /// The pointer has come to the surface, after that was told: its cursor is to be set, with the serial.
         std::function<void(wl_pointer& pointer, std::uint32_t serial, wl_surface* surface)> entered;
         std::function<void(bool isPressed)> button;  ///< a real one, not the wheel
         Keyboard::Pressed key;

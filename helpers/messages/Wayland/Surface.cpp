@@ -15,14 +15,15 @@ void Surface::ignorePointer() {
     wl_surface_set_input_region(get(), nothing.get());
 }
 
-void Surface::show(Size size, double scale, const std::function<void(cairo_t*)>& draw) {
+void Surface::show(const Rect& bounds, const Rect& surface, double scale, const std::function<void(cairo_t*)>& draw) {
     const auto pixels = [scale](int points) { return static_cast<int>(std::lround(points * scale)); };
-    attach(Pixels::draw(*compositor_.shm(), pixels(size.width), pixels(size.height),
+    attach(Pixels::draw(*compositor_.shm(), pixels(surface.width), pixels(surface.height),
                         [&](cairo_t* context) {
+                            cairo_translate(context, pixels(bounds.x - surface.x), pixels(bounds.y - surface.y));
                             cairo_scale(context, scale, scale);
                             draw(context);
                         }),
-           size);
+           {.width = surface.width, .height = surface.height});
 }
 
 void Surface::showNothing(Size size) {

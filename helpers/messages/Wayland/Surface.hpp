@@ -23,8 +23,9 @@ class Surface {
     /// The pointer goes to what lies below.
     void ignorePointer();
 
-    /// Gives the surface the size in points and what `draw` draws in points, as sharp as the scale asks for.
-    void show(Size size, double scale, const std::function<void(cairo_t*)>& draw);
+    /// Shows what `draw` draws, in points and with its corner at the context's origin, as sharp as the scale asks for.
+    /// `bounds` are those of the drawing and `surface` those of the surface around it, both on the same display.
+    void show(const Rect& bounds, const Rect& surface, double scale, const std::function<void(cairo_t*)>& draw);
     /// Gives the surface the size in points, transparent.
     void showNothing(Size size);
 

@@ -1,0 +1,63 @@
+// What a person sees of the agent in a session of sway without a panel.
+#include "tests/desk/messages/support/MessagesDesk.hpp"
+#include "tests/desk/status/ItemProcess.hpp"
+
+namespace vantrel::desk {
+namespace {
+
+constexpr std::string_view q = "AD01";
+constexpr std::string_view escape = "ESC";
+
+class SwayMessages : public MessagesDesk {
+  protected:
+    /// What starting the program again does where no panel shows the item.
+    void openMenu() {
+        movePointer({.x = 300, .y = 200});
+        rememberTheScreen();
+        EXPECT_EQ(desk.startProgram()->waitForExit(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+        EXPECT_TRUE(waitUntilSeenOn(mainOutput));
+    }
+};
+
+TEST_F(SwayMessages, pointSaved_isSaidOnTheScreenForAMoment) {
+    const auto vantrel = desk.startAgent();
+    movePointer({.x = 300, .y = 200});
+    rememberTheScreen();
+    desk.person().type(hyper(keys::s));
+    EXPECT_TRUE(waitUntilSeenOn(mainOutput));
+    EXPECT_TRUE(waitUntilNothingIsSeen());
+    EXPECT_TRUE(desk.person().staysAt({.x = 300, .y = 200}));
+}
+
+TEST_F(SwayMessages, secondStart_opensTheMenuAndQuitEndsTheAgent) {
+    const auto vantrel = desk.startAgent();
+    openMenu();
+    desk.person().type({keys::control, q});
+    EXPECT_EQ(vantrel->waitForExit(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+    EXPECT_TRUE(waitUntilNothingIsSeen());
+}
+
+TEST_F(SwayMessages, secondStart_escape_leavesTheAgentAndItsKeys) {
+    const auto vantrel = desk.startAgent();
+    openMenu();
+    desk.person().type({escape});
+    EXPECT_TRUE(waitUntilNothingIsSeen());
+    EXPECT_TRUE(vantrel->isRunning());
+    EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
+}
+
+TEST_F(SwayMessages, overlayKilledWithTheMenuOpen_theAgentOpensAnother) {
+    const auto vantrel = desk.startAgent();
+    openMenu();
+    const auto first = overlayOf(vantrel->processId());
+    killOverlay(vantrel->processId());
+    ASSERT_TRUE(waitUntilNothingIsSeen());
+    EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
+    openMenu();
+    EXPECT_NE(overlayOf(vantrel->processId()), first);
+    desk.person().type({keys::control, q});
+    EXPECT_EQ(vantrel->waitForExit(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+}
+
+}  // namespace
+}  // namespace vantrel::desk

@@ -1,0 +1,99 @@
+#include "tests/desk/messages/support/MessagesDesk.hpp"
+
+#include <csignal>
+#include <cstdlib>
+#include <stdexcept>
+
+#include "Vantrel/Desktop/Helpers/HelperProgram.hpp"
+#include "tests/desk/status/ItemProcess.hpp"
+
+namespace vantrel::desk {
+
+SwayOptions MessagesDesk::usualOptions() {
+    return {.outputs = {{.mode = "800x600"}, {.mode = "640x480", .x = -640, .y = 100}},
+            .configuration = "focus_follows_mouse no\nfor_window [app_id=typing] floating enable\n",
+            .files = {}};
+}
+
+MessagesDesk::MessagesDesk(const SwayOptions& options, const std::string& layouts)
+    : desk(options, layouts), camera(socket()) {
+    // The program inherits them from this process, which has nothing else to do with a display.
+    setenv("XDG_RUNTIME_DIR", desk.sway().runtimeDirectory().c_str(), 1);
+    setenv("WAYLAND_DISPLAY", desk.sway().displayName().c_str(), 1);
+    unsetenv("DISPLAY");
+}
+
+void MessagesDesk::startOverlay() {
+    agent = desktop::startHelper(desktop::helperProgram("vantrel-overlay"), "wayland");
+    if (!agent.isOpen()) {
+        throw std::runtime_error("the program for messages does not start");
+    }
+}
+
+void MessagesDesk::killOverlay(pid_t parent) {
+    const auto overlay = overlayOf(parent);
+    if (!overlay) {
+        throw std::runtime_error("there is no program for messages");
+    }
+    kill(*overlay, SIGKILL);
+}
+
+std::unique_ptr<TypingWindow> MessagesDesk::openWindow() {
+    auto window = std::make_unique<TypingWindow>(socket());
+    const bool isSeen = waitUntil([this] {
+        const Picture picture = camera.take(mainOutput);
+        return picture.at(picture.width / 2, picture.height / 2) == TypingWindow::color;
+    });
+    if (!isSeen) {
+        throw std::runtime_error("the window is not seen");
+    }
+    return window;
+}
+
+void MessagesDesk::rememberTheScreen() {
+    pointerBefore = pointer;
+    for (const char* const output : {mainOutput, secondOutput}) {
+        before.insert_or_assign(output, camera.take(output));
+    }
+}
+
+std::optional<overlay::Rect> MessagesDesk::seenOn(const std::string& output) {
+    // Far larger than any pointer.
+    constexpr int reach = 40;
+    const LayoutPoint corner = output == mainOutput ? LayoutPoint{.x = 0, .y = 0} : secondCorner;
+    const auto around = [&](LayoutPoint point) {
+        return overlay::Rect{.x = static_cast<int>(point.x - corner.x) - reach,
+                             .y = static_cast<int>(point.y - corner.y) - reach,
+                             .width = 2 * reach,
+                             .height = 2 * reach};
+    };
+    return difference(before.at(output), camera.take(output), {around(pointerBefore), around(pointer)});
+}
+
+bool MessagesDesk::waitUntilSeenOn(const std::string& output) {
+    return waitUntil([&] { return seenOn(output).has_value(); });
+}
+
+bool MessagesDesk::waitUntilNothingIsSeen() {
+    return waitUntil([&] { return !seenOn(mainOutput) && !seenOn(secondOutput); });
+}
+
+bool MessagesDesk::unplug(const std::string& output) {
+    const std::string answer = desk.control().ask(SwayControl::runCommand, "output " + output + " unplug");
+    return answer.find("Invalid output subcommand") == std::string::npos;
+}
+
+void MessagesDesk::movePointer(LayoutPoint point) {
+    desk.person().moveTo(point);
+    pointer = point;
+}
+
+void MessagesDesk::putPointer(LayoutPoint point) {
+    pointer = point;
+    // sway counts from the corner of the rectangle around all displays.
+    desk.control().run("seat seat0 cursor set " + std::to_string(point.x - secondCorner.x) + " " +
+                       std::to_string(point.y));
+    desk.person().synchronise();
+}
+
+}  // namespace vantrel::desk
