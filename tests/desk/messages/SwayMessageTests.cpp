@@ -1,6 +1,6 @@
 // What a person sees of the agent in a session of sway without a panel.
 #include "tests/desk/messages/support/MessagesDesk.hpp"
-#include "tests/desk/status/ItemProcess.hpp"
+#include "tests/desk/support/HelperProcess.hpp"
 
 namespace vantrel::desk {
 namespace {

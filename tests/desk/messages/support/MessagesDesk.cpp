@@ -5,7 +5,7 @@
 #include <stdexcept>
 
 #include "Vantrel/Desktop/Helpers/HelperProgram.hpp"
-#include "tests/desk/status/ItemProcess.hpp"
+#include "tests/desk/support/HelperProcess.hpp"
 
 namespace vantrel::desk {
 
