@@ -22,7 +22,7 @@ struct LayerSurface::Callbacks {
         static_cast<LayerSurface*>(data)->isClosed_ = true;
     }
 
-    static constexpr zwlr_layer_surface_v1_listener layer{.configure = configured, .closed = closed};
+    static constexpr zwlr_layer_surface_v1_listener listener{.configure = configured, .closed = closed};
 };
 
 LayerSurface::LayerSurface(const Compositor& compositor, wl_output* output, Keyboard keyboard,
@@ -31,7 +31,7 @@ LayerSurface::LayerSurface(const Compositor& compositor, wl_output* output, Keyb
       surface_(compositor),
       layer_(zwlr_layer_shell_v1_get_layer_surface(compositor.layerShell(), surface_.get(), output,
                                                    ZWLR_LAYER_SHELL_V1_LAYER_OVERLAY, "vantrel")) {
-    zwlr_layer_surface_v1_add_listener(layer_.get(), &Callbacks::layer, this);
+    zwlr_layer_surface_v1_add_listener(layer_.get(), &Callbacks::listener, this);
     // As if there were no panels.
     zwlr_layer_surface_v1_set_exclusive_zone(layer_.get(), -1);
     zwlr_layer_surface_v1_set_keyboard_interactivity(layer_.get(), keyboard == Keyboard::exclusive ? 1 : 0);
