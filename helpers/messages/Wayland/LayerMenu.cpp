@@ -25,7 +25,7 @@ struct LayerMenu::Cover {
               size = given;
               layer.surface().showNothing(given);
               layer.surface().commit();
-              owner.covered();
+              owner.covered(*this);
               if (owner.popup_) {
                   owner.place();
               }
@@ -90,24 +90,32 @@ LayerMenu::LayerMenu(const Compositor& compositor, const Typesetter& typesetter,
 
 LayerMenu::~LayerMenu() = default;
 
-void LayerMenu::covered() {
+void LayerMenu::covered(const Cover& latest) {
     const bool allAre =
         std::all_of(covers_.begin(), covers_.end(), [](const auto& cover) { return cover->size.width > 0; });
     if (allAre && !popup_ && !milestone_) {
-        milestone_ = std::make_unique<Milestone>(compositor_, [this] { look(); });
+        milestone_ = std::make_unique<Milestone>(compositor_, [this, global = latest.global] { look(global); });
     }
 }
 
-// sway does not look again where the pointer is after the last surface has come. The announcement of another, which
-// never comes, makes it.
-void LayerMenu::look() {
-    if (popup_) {
+// sway does not tell the surface that came last that the pointer is on it. So another one comes after it, a point that
+// the pointer never enters.
+void LayerMenu::look(std::uint32_t latest) {
+    const auto outputs = compositor_.outputs().current();
+    const auto output = std::find_if(outputs.begin(), outputs.end(),
+                                     [latest](const Output& candidate) { return candidate.global == latest; });
+    if (popup_ || output == outputs.end()) {
         return;
     }
-    announced_ = std::make_unique<LayerSurface>(compositor_, nullptr, LayerSurface::Keyboard::none, [](Size) {});
-    announced_->askFor({.width = 1, .height = 1});
-    announced_->surface().commit();
-    milestone_ = std::make_unique<Milestone>(compositor_, [this] { announced_.reset(); });
+    constexpr Size point{.width = 1, .height = 1};
+    last_ =
+        std::make_unique<LayerSurface>(compositor_, output->handle, LayerSurface::Keyboard::none, [this, point](Size) {
+            last_->surface().showNothing(point);
+            last_->surface().commit();
+        });
+    last_->surface().ignorePointer();
+    last_->askFor(point);
+    last_->surface().commit();
 }
 
 void LayerMenu::openOn(Cover& cover, std::optional<Point> point) {

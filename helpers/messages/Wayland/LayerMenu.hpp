@@ -42,8 +42,8 @@ class LayerMenu {
     struct Cover;
     struct Popup;
 
-    void covered();
-    void look();
+    void covered(const Cover& latest);
+    void look(std::uint32_t latest);
     void openOn(Cover& cover, std::optional<Point> point);
     void place();
     void draw();
@@ -60,7 +60,7 @@ class LayerMenu {
     std::optional<Point> pointer_;  ///< where the menu was placed; none when it is somewhere else
     std::optional<Clock::time_point> lastLook_;
     std::unique_ptr<Milestone> milestone_;
-    std::unique_ptr<LayerSurface> announced_;
+    std::unique_ptr<LayerSurface> last_;
 };
 
 }  // namespace vantrel::overlay

@@ -12,7 +12,7 @@ class LayerSurface {
   public:
     enum class Keyboard { none, exclusive };
 
-    /// On the output, or where the compositor likes when that is null. `configured` is called with each size that the
+    /// `configured` is called with each size that the
     /// compositor gives it, in points.
     LayerSurface(const Compositor& compositor, wl_output* output, Keyboard keyboard,
                  std::function<void(Size)> configured);

@@ -39,6 +39,7 @@ void MessagesDesk::killOverlay(pid_t parent) {
 }
 
 std::unique_ptr<TypingWindow> MessagesDesk::openWindow() {
+    desk.control().run(std::string("focus output ") + mainOutput);
     auto window = std::make_unique<TypingWindow>(socket());
     const bool isSeen = waitUntil([this] {
         const Picture picture = camera.take(mainOutput);

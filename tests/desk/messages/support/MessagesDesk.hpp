@@ -25,6 +25,7 @@ class MessagesDesk : public testing::Test {
     static constexpr int mainHeight = 600;
     static constexpr auto secondOutput = "HEADLESS-2";
     static constexpr int secondWidth = 640;
+    static constexpr int secondHeight = 480;
     static constexpr LayoutPoint secondCorner{.x = -secondWidth, .y = 100};
     static constexpr LayoutPoint centreOfSecond{.x = -320, .y = 340};
 
