@@ -166,11 +166,18 @@ void LayerMenu::pointed(wl_surface* surface, Point onSurface) {
 }
 
 void LayerMenu::followOutputs() {
-    if (popup_ && popup_->cover->layer.isClosed()) {
+    // Some compositors only say that the display is gone.
+    const auto outputs = compositor_.outputs().current();
+    const auto isGone = [&outputs](const Cover& cover) {
+        return cover.layer.isClosed() || std::none_of(outputs.begin(), outputs.end(), [&cover](const Output& output) {
+                   return output.global == cover.global;
+               });
+    };
+    if (popup_ && isGone(*popup_->cover)) {
         popup_.reset();
         view_.leave();
     }
-    std::erase_if(covers_, [](const auto& cover) { return cover->layer.isClosed(); });
+    std::erase_if(covers_, [&isGone](const auto& cover) { return isGone(*cover); });
 }
 
 std::optional<LayerMenu::Clock::time_point> LayerMenu::nextWork() const {

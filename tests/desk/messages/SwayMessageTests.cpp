@@ -10,6 +10,8 @@ constexpr std::string_view escape = "ESC";
 
 class SwayMessages : public MessagesDesk {
   protected:
+    SwayMessages() : MessagesDesk({.outputs = usualOptions().outputs, .configuration = {}, .files = {}}) {}
+
     /// What starting the program again does where no panel shows the item.
     void openMenu() {
         movePointer({.x = 300, .y = 200});

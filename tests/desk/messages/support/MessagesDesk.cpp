@@ -43,7 +43,7 @@ std::unique_ptr<TypingWindow> MessagesDesk::openWindow() {
     auto window = std::make_unique<TypingWindow>(socket());
     const bool isSeen = waitUntil([this] {
         const Picture picture = camera.take(mainOutput);
-        return picture.at(picture.width / 2, picture.height / 2) == TypingWindow::color;
+        return (picture.at(picture.width / 2, picture.height / 2) & 0xFFFFFF) == TypingWindow::color;
     });
     if (!isSeen) {
         throw std::runtime_error("the window is not seen");

@@ -13,7 +13,7 @@ namespace vantrel::desk {
 /// A program's small window that a person types into; its name is "typing".
 class TypingWindow {
   public:
-    static constexpr std::uint32_t color = 0xFF336699;
+    static constexpr std::uint32_t color = 0x336699;
 
     /// Shows itself, and waits until it has the keyboard; it may be seen a little later.
     explicit TypingWindow(const std::filesystem::path& socket);
