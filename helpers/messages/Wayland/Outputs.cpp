@@ -74,7 +74,7 @@ struct Outputs::Callbacks {
     template <typename... Arguments>
     static void unused(void* /*data*/, Arguments... /*arguments*/) {}
 
-    static constexpr wl_output_listener output{
+    static constexpr wl_output_listener outputListener{
         .geometry = geometry, .mode = mode, .done = done, .scale = scale, .name = unused, .description = unused};
     static constexpr zxdg_output_v1_listener logical{.logical_position = unused,
                                                      .logical_size = logicalSize,
@@ -91,7 +91,7 @@ void Outputs::add(std::uint32_t global, Handle<wl_output> handle, zxdg_output_ma
     tracked_.push_back(
         std::make_unique<Tracked>(Tracked{*this, global, std::move(handle), std::move(logical), {}, {}}));
     Tracked& added = *tracked_.back();
-    wl_output_add_listener(added.handle.get(), &Callbacks::output, &added);
+    wl_output_add_listener(added.handle.get(), &Callbacks::outputListener, &added);
     zxdg_output_v1_add_listener(added.logical.get(), &Callbacks::logical, &added);
 }
 

@@ -9,16 +9,16 @@ namespace vantrel::overlay {
 struct Seat::Callbacks {
     static Seat& self(void* data) { return *static_cast<Seat*>(data); }
 
-    static void capabilities(void* data, wl_seat* seat, std::uint32_t capabilities) {
+    static void capabilities(void* data, wl_seat* seat, std::uint32_t available) {
         Seat& own = self(data);
-        const bool hasPointer = (capabilities & WL_SEAT_CAPABILITY_POINTER) != 0;
+        const bool hasPointer = (available & WL_SEAT_CAPABILITY_POINTER) != 0;
         if (hasPointer != static_cast<bool>(own.pointer_)) {
             own.pointer_.reset(hasPointer ? wl_seat_get_pointer(seat) : nullptr);
             if (hasPointer) {
                 wl_pointer_add_listener(own.pointer_.get(), &pointer, data);
             }
         }
-        const bool hasKeyboard = (capabilities & WL_SEAT_CAPABILITY_KEYBOARD) != 0;
+        const bool hasKeyboard = (available & WL_SEAT_CAPABILITY_KEYBOARD) != 0;
         if (hasKeyboard != static_cast<bool>(own.keyboard_)) {
             own.keyboard_ = hasKeyboard ? std::make_unique<Keyboard>(*seat, own.events_.key) : nullptr;
         }
@@ -36,8 +36,8 @@ struct Seat::Callbacks {
         self(data).pointAt(self(data).pointed_, x, y);
     }
     static void button(void* data, wl_pointer* /*device*/, std::uint32_t /*serial*/, std::uint32_t /*time*/,
-                       std::uint32_t button, std::uint32_t state) {
-        if (button >= BTN_LEFT && button <= BTN_MIDDLE) {
+                       std::uint32_t which, std::uint32_t state) {
+        if (which >= BTN_LEFT && which <= BTN_MIDDLE) {
             self(data).events_.button(state == WL_POINTER_BUTTON_STATE_PRESSED);
         }
     }
@@ -45,7 +45,7 @@ struct Seat::Callbacks {
     template <typename... Arguments>
     static void unused(void* /*data*/, Arguments... /*arguments*/) {}
 
-    static constexpr wl_seat_listener seat{.capabilities = capabilities, .name = unused};
+    static constexpr wl_seat_listener seatListener{.capabilities = capabilities, .name = unused};
     // Newer libraries know of more events, which a pointer of this version never sends.
     static constexpr wl_pointer_listener pointer = [] {
         wl_pointer_listener listener{};
@@ -64,7 +64,7 @@ struct Seat::Callbacks {
 
 Seat::Seat(const Compositor& compositor, Events events) : events_(std::move(events)), seat_(compositor.bindSeat()) {
     if (seat_) {
-        wl_seat_add_listener(seat_.get(), &Callbacks::seat, this);
+        wl_seat_add_listener(seat_.get(), &Callbacks::seatListener, this);
     }
 }
 
