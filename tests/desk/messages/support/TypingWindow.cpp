@@ -39,8 +39,8 @@ struct TypingWindow::Callbacks {
 
     static constexpr wl_keyboard_listener keyboard{
         .keymap = keymap, .enter = enter, .leave = leave, .key = key, .modifiers = unused, .repeat_info = unused};
-    static constexpr xdg_wm_base_listener base{.ping = ping};
-    static constexpr xdg_surface_listener window{.configure = configured};
+    static constexpr xdg_wm_base_listener baseListener{.ping = ping};
+    static constexpr xdg_surface_listener windowListener{.configure = configured};
     // Newer protocols know of more events, which a window of this version never gets.
     static constexpr xdg_toplevel_listener toplevel = [] {
         xdg_toplevel_listener listener{};
@@ -77,7 +77,7 @@ void TypingWindow::offered(std::uint32_t name, std::string_view interface) {
         seat_.reset(client_.bind<wl_seat>(name, wl_seat_interface, 5));
     } else if (interface == xdg_wm_base_interface.name) {
         base_ = client_.bind<xdg_wm_base>(name, xdg_wm_base_interface, 1);
-        xdg_wm_base_add_listener(base_, &Callbacks::base, this);
+        xdg_wm_base_add_listener(base_, &Callbacks::baseListener, this);
     }
 }
 
@@ -93,7 +93,7 @@ void TypingWindow::showItself() {
     content_.reset(wl_shm_pool_create_buffer(pool.get(), 0, side, side, side * 4, WL_SHM_FORMAT_XRGB8888));
     surface_.reset(wl_compositor_create_surface(compositor_.get()));
     window_ = xdg_wm_base_get_xdg_surface(base_, surface_.get());
-    xdg_surface_add_listener(window_, &Callbacks::window, this);
+    xdg_surface_add_listener(window_, &Callbacks::windowListener, this);
     toplevel_ = xdg_surface_get_toplevel(window_);
     xdg_toplevel_add_listener(toplevel_, &Callbacks::toplevel, this);
     xdg_toplevel_set_app_id(toplevel_, "typing");
