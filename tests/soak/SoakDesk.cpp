@@ -122,12 +122,12 @@ xcb_window_t SoakDesk::findSettingsWindow() {
 
 void SoakDesk::openSettings() {
     click(MenuRow::settings);
-    await("the settings window", [&] { return findSettingsWindow() != XCB_NONE; });
-    settingsWindow_ = findSettingsWindow();
     await("the keyboard goes to the settings window", [&] {
+        // That of an agent that was killed may still be there for a moment.
+        settingsWindow_ = findSettingsWindow();
         const desk::XReply<xcb_get_input_focus_reply_t> focus(xcb_get_input_focus_reply(
             desk_.connection().get(), xcb_get_input_focus(desk_.connection().get()), nullptr));
-        return focus && focus->focus == settingsWindow_;
+        return focus && settingsWindow_ != XCB_NONE && focus->focus == settingsWindow_;
     });
 }
 
