@@ -121,9 +121,10 @@ xcb_window_t SoakDesk::findSettingsWindow() {
 }
 
 void SoakDesk::openSettings() {
+    // It would take the keyboard with it from the new one.
+    await("the window of an agent that was killed goes", [&] { return findSettingsWindow() == XCB_NONE; });
     click(MenuRow::settings);
     await("the keyboard goes to the settings window", [&] {
-        // That of an agent that was killed may still be there for a moment.
         settingsWindow_ = findSettingsWindow();
         const desk::XReply<xcb_get_input_focus_reply_t> focus(xcb_get_input_focus_reply(
             desk_.connection().get(), xcb_get_input_focus(desk_.connection().get()), nullptr));
