@@ -26,11 +26,15 @@ Channel::Channel(FileDescriptor socket) : socket_(std::move(socket)) {
 
 bool Channel::send(const Message& message) {
     const std::string packet = encodedPacket(message);
-    if (isOpen() && packet.size() <= longestPacket &&
-        ::send(socket_.get(), packet.data(), packet.size(), MSG_NOSIGNAL | MSG_DONTWAIT) < 0) {
-        close();
+    if (!isOpen() || packet.size() > longestPacket) {
+        return isOpen();
     }
-    return isOpen();
+    if (::send(socket_.get(), packet.data(), packet.size(), MSG_NOSIGNAL | MSG_DONTWAIT) >= 0) {
+        return true;
+    }
+    // Not closed here: whoever waits for the descriptor is to find the end there.
+    shutdown(socket_.get(), SHUT_RDWR);
+    return false;
 }
 
 std::optional<Message> Channel::receive() {

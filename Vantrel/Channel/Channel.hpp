@@ -24,8 +24,8 @@ class Channel {
     /// Takes the socket over and says this program's version to the other end.
     explicit Channel(FileDescriptor socket);
 
-    /// Sends without waiting. False when the other end has gone or does not read, which closes this end: what does not
-    /// read must not make its sender wait or grow.
+    /// Sends without waiting. False when the other end has gone or does not read, which ends the channel: what does not
+    /// read must not make its sender wait or grow. The end is then received as if the other had hung up.
     bool send(const Message& message);
 
     /// The next message that has arrived; none when none waits. Closes this end when the other has gone.

@@ -1,6 +1,5 @@
 #include "helpers/settings/AgentLink.hpp"
 
-#include <QTimer>
 #include <utility>
 
 namespace vantrel::qt {
@@ -143,10 +142,7 @@ void AgentLink::report(WindowReport::Kind kind, std::int64_t value) {
 
 void AgentLink::send(WindowReport report) {
     report.number = ++lastReport_;
-    if (!agent_.send(settings_messages::report(report))) {
-        // The end of a channel that is closed here is read by nobody.
-        QTimer::singleShot(0, &notifier_, [this] { receive(); });
-    }
+    agent_.send(settings_messages::report(report));
 }
 
 }  // namespace vantrel::qt

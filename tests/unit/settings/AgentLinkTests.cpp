@@ -168,6 +168,25 @@ TEST_F(AgentLinkTest, place_isWhereTheWindowComesBack) {
     EXPECT_EQ(link->window().pos(), QPoint(50, 20));
 }
 
+TEST_F(AgentLinkTest, agentGone_noticedByADrawnRow_isToldOnce) {
+    WindowContent content = sampleContent();
+    content.isTableHidden = false;
+    show(content);
+    agent.close();
+    table().scrollToBottom();
+    table().grab();
+    turn();
+    EXPECT_EQ(timesGone, 1);
+}
+
+TEST_F(AgentLinkTest, agentGone_noticedByAReport_isToldOnce) {
+    show(sampleContent());
+    agent.close();
+    link->window().close();
+    turn();
+    EXPECT_EQ(timesGone, 1);
+}
+
 TEST_F(AgentLinkTest, agentGone_isToldOnce) {
     show(sampleContent());
     agent.close();
