@@ -66,7 +66,12 @@ TypingWindow::TypingWindow(const std::filesystem::path& socket)
     }
 }
 
-TypingWindow::~TypingWindow() = default;
+TypingWindow::~TypingWindow() {
+    xdg_toplevel_destroy(toplevel_);
+    xdg_surface_destroy(window_);
+    surface_.reset();
+    xdg_wm_base_destroy(base_);
+}
 
 void TypingWindow::offered(std::uint32_t name, std::string_view interface) {
     if (interface == wl_compositor_interface.name) {

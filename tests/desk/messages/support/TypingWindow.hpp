@@ -39,7 +39,6 @@ class TypingWindow {
     wayland::WaylandPointer<wl_keyboard> keyboard_;
     wayland::WaylandPointer<wl_surface> surface_;
     wayland::WaylandPointer<wl_buffer> content_;
-    // The rest ends with the connection.
     xdg_wm_base* base_ = nullptr;
     xdg_surface* window_ = nullptr;
     xdg_toplevel* toplevel_ = nullptr;
