@@ -63,3 +63,7 @@ to_first_display() {
 window_is_seen() {
     xdotool search --onlyvisible "$@" >/dev/null 2>&1
 }
+
+no_window_is_seen() {
+    ! window_is_seen "$@"
+}
