@@ -52,4 +52,8 @@ bool SwayCompositor::warpPointer(wayland::LayoutPoint fromCorner) {
                           "seat " + seat_ + " cursor set " + decimal(fromCorner.x) + " " + decimal(fromCorner.y));
 }
 
+bool SwayCompositor::lookUnderPointer() {
+    return commands_.tell(MessageType::runCommand, "seat " + seat_ + " cursor move 0 0");
+}
+
 }  // namespace vantrel::sway

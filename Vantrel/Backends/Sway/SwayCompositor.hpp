@@ -22,7 +22,7 @@ class SwayCompositor final : public wayland::Compositor {
     bool warpPointer(wayland::LayoutPoint fromCorner) override;
     void settleWarps(Clock::time_point deadline) override { commands_.settle(deadline); }
     void setReloaded(std::function<void()> reloaded) override { hotKeys_.setReloaded(std::move(reloaded)); }
-    [[nodiscard]] bool forgetsLastSurface() const override { return true; }
+    bool lookUnderPointer() override;
 
   private:
     SwayCompositor(SwayIpc commands, const std::filesystem::path& socketFile,

@@ -29,8 +29,9 @@ class Compositor {
     /// Called when the compositor has read its configuration again; devices lose what they belonged to.
     virtual void setReloaded(std::function<void()> reloaded) = 0;
 
-    /// Whether of several surfaces that are mapped at once the last one is not told of the pointer above it.
-    [[nodiscard]] virtual bool forgetsLastSurface() const = 0;
+    /// Has it look anew what lies under the pointer. Does not wait. False when it cannot: then a virtual pointer does
+    /// it.
+    virtual bool lookUnderPointer() = 0;
 };
 
 /// Where to look for such a door, and what its user may ask of the session.

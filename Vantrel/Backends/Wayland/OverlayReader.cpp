@@ -54,13 +54,6 @@ class OverlayReader::Surface {
         wl_surface_commit(surface_.get());
     }
 
-    /// Only says that it would like to come.
-    void announce() {
-        content_ = nullptr;
-        zwlr_layer_surface_v1_set_size(layer_.get(), 1, 1);
-        wl_surface_commit(surface_.get());
-    }
-
     [[nodiscard]] wl_surface* get() const { return surface_.get(); }
     /// Whether it is there, or will never be because its output is gone.
     [[nodiscard]] bool isDecided() const { return isDecided_; }
@@ -70,7 +63,8 @@ class OverlayReader::Surface {
                            std::uint32_t height) {
         auto& self = *static_cast<Surface*>(data);
         zwlr_layer_surface_v1_ack_configure(layer, serial);
-        if (self.content_ == nullptr || width == 0 || height == 0) {
+        // Later ones repeat the size; all the surface is for is being there.
+        if (self.isDecided_ || width == 0 || height == 0) {
             return;
         }
         wp_viewport_set_destination(self.viewport_.get(), static_cast<std::int32_t>(width),
@@ -90,8 +84,14 @@ class OverlayReader::Surface {
     bool isDecided_ = false;
 };
 
-OverlayReader::OverlayReader(WaylandConnection& connection, const Tools& tools, Seat& seat, VirtualPointers& pointers)
-    : connection_(connection), tools_(tools), seat_(seat), pointers_(pointers), transparent_(makePixel(tools.shm)) {}
+OverlayReader::OverlayReader(WaylandConnection& connection, const Tools& tools, Seat& seat, VirtualPointers& pointers,
+                             LookAgain lookAgain)
+    : connection_(connection),
+      tools_(tools),
+      seat_(seat),
+      pointers_(pointers),
+      lookAgain_(std::move(lookAgain)),
+      transparent_(makePixel(tools.shm)) {}
 
 bool OverlayReader::ensurePointer(Clock::time_point deadline) {
     if (seat_.hasPointer()) {
@@ -118,16 +118,10 @@ std::optional<LayoutPoint> OverlayReader::read(std::span<const Output> outputs, 
                                               [](const auto& surface) { return surface->isDecided(); });
         },
         deadline);
-    if (allCame && !isEntered()) {
-        std::unique_ptr<Surface> another;
-        if (announcesAnother_) {
-            another = std::make_unique<Surface>(tools_, nullptr, nullptr);
-            another->announce();
-        }
-        // Not longer than needed: the compositor may paint what has come before it handles the rest.
-        if (connection_.synchronize(deadline, isEntered)) {
-            connection_.waitFor(isEntered, std::min(deadline, Clock::now() + silence));
-        }
+    // Not longer than needed: the compositor may paint what has come before it handles the rest.
+    if (allCame && !isEntered() && connection_.synchronize(deadline, isEntered) && !isEntered()) {
+        lookAgain_();
+        connection_.waitFor(isEntered, std::min(deadline, Clock::now() + silence));
     }
     std::optional<LayoutPoint> place;
     for (std::size_t index = 0; index < surfaces.size(); ++index) {
@@ -140,6 +134,12 @@ std::optional<LayoutPoint> OverlayReader::read(std::span<const Output> outputs, 
     seat_.forgetEntry();
     surfaces.clear();
     connection_.flush();
+    afterwards_ = LoopSource::whenIdle([this] {
+        if (connection_.synchronize(Clock::now() + silence)) {
+            lookAgain_();
+            connection_.flush();
+        }
+    });
     return place;
 }
 

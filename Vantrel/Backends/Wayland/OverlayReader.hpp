@@ -1,11 +1,13 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <span>
 
 #include "Vantrel/Backends/Wayland/Outputs.hpp"
 #include "Vantrel/Backends/Wayland/Seat.hpp"
 #include "Vantrel/Backends/Wayland/VirtualPointers.hpp"
+#include "Vantrel/Handles/LoopSource.hpp"
 
 namespace vantrel::wayland {
 
@@ -20,17 +22,18 @@ class OverlayReader {
         zwlr_layer_shell_v1& layerShell;
     };
 
+    /// Has the compositor look anew what lies under the pointer. Not all do by themselves when the last of several
+    /// surfaces comes, or goes.
+    using LookAgain = std::function<void()>;
+
     /// All of them outlive this object.
-    OverlayReader(WaylandConnection& connection, const Tools& tools, Seat& seat, VirtualPointers& pointers);
+    OverlayReader(WaylandConnection& connection, const Tools& tools, Seat& seat, VirtualPointers& pointers,
+                  LookAgain lookAgain);
     OverlayReader(const OverlayReader&) = delete;
     OverlayReader& operator=(const OverlayReader&) = delete;
 
     /// Where the pointer is; none when nothing says so until the deadline, as while a button is held or a menu is open.
     std::optional<LayoutPoint> read(std::span<const Output> outputs, Clock::time_point deadline);
-
-    /// Some compositors do not look again where the pointer is after the last surface has come: then another one is
-    /// announced, which never comes.
-    void setAnnouncesAnother(bool announces) { announcesAnother_ = announces; }
 
   private:
     class Surface;
@@ -41,8 +44,9 @@ class OverlayReader {
     Tools tools_;
     Seat& seat_;
     VirtualPointers& pointers_;
+    LookAgain lookAgain_;
     WaylandPointer<wl_buffer> transparent_;
-    bool announcesAnother_ = false;
+    LoopSource afterwards_;
 };
 
 }  // namespace vantrel::wayland

@@ -9,8 +9,8 @@ namespace vantrel::wayland {
 
 namespace {
 
-/// The steps of a device on a length in points: as fine as the protocol's own fractions.
-constexpr int stepsOfAPoint = 256;
+/// The steps of a device on a length in points: finer than the fractions in which the protocol tells of the pointer.
+constexpr int stepsOfAPoint = 1024;
 
 std::uint32_t stepsOf(double fraction, std::int32_t length) {
     return static_cast<std::uint32_t>(std::lround(std::clamp(fraction, 0.0, 1.0) * length * stepsOfAPoint));
@@ -49,7 +49,15 @@ void VirtualPointers::warp(std::span<const Output> outputs, LayoutPoint point) {
 }
 
 void VirtualPointers::provideDevice() {
-    spare_.reset(zwlr_virtual_pointer_manager_v1_create_virtual_pointer(&manager_, seat_.get()));
+    unbound_.reset(zwlr_virtual_pointer_manager_v1_create_virtual_pointer(&manager_, seat_.get()));
+}
+
+void VirtualPointers::stir() {
+    if (!unbound_) {
+        provideDevice();
+    }
+    zwlr_virtual_pointer_v1_motion(unbound_.get(), milliseconds(), 0, 0);
+    zwlr_virtual_pointer_v1_frame(unbound_.get());
 }
 
 }  // namespace vantrel::wayland

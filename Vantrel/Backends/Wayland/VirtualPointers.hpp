@@ -21,6 +21,9 @@ class VirtualPointers {
     /// Gives a seat that has no pointer one.
     void provideDevice();
 
+    /// Moves by nothing, upon which the compositor looks what lies under the pointer.
+    void stir();
+
     /// Makes the devices anew when they are next needed, because the compositor has forgotten their outputs.
     void renew() { ofOutputs_.clear(); }
 
@@ -28,7 +31,7 @@ class VirtualPointers {
     zwlr_virtual_pointer_manager_v1& manager_;
     const Seat& seat_;
     std::map<std::uint32_t, WaylandPointer<zwlr_virtual_pointer_v1>> ofOutputs_;  ///< by the output's global
-    WaylandPointer<zwlr_virtual_pointer_v1> spare_;
+    WaylandPointer<zwlr_virtual_pointer_v1> unbound_;                             ///< belongs to no output
 };
 
 }  // namespace vantrel::wayland

@@ -81,11 +81,10 @@ struct WaylandSession::Abilities {
               const std::vector<CompositorFinder>& finders)
         : pointers(*globals.pointers, seat),
           reader(connection, {*globals.compositor, *globals.shm, *globals.viewporter, *globals.layerShell}, seat,
-                 pointers),
+                 pointers, [this] { lookUnderPointer(); }),
           compositor(find(connection, seat, finders)),
           screen(connection, outputs, reader, pointers, compositor.get()) {
         if (compositor) {
-            reader.setAnnouncesAnother(compositor->forgetsLastSurface());
             compositor->setReloaded([this] { pointers.renew(); });
         }
         screen.refreshLayout();
@@ -106,6 +105,12 @@ struct WaylandSession::Abilities {
             }
         }
         return nullptr;
+    }
+
+    void lookUnderPointer() {
+        if (!compositor || !compositor->lookUnderPointer()) {
+            pointers.stir();
+        }
     }
 
     VirtualPointers pointers;

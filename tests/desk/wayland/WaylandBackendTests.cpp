@@ -1,4 +1,5 @@
 // What all Wayland compositors with these protocols share: displays, reading and warping, without any door of sway's.
+#include <glib.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -65,7 +66,7 @@ TEST_P(WaylandBackend, pointer_readAndWarped_isExact) {
     for (int round = 0; round < 3; ++round) {
         for (const LayoutPoint point : GetParam().points) {
             person.moveTo(point);
-            // What the session knows of the pointer counts for a turn of its loop, and this test has none.
+            // What the session knows of the pointer counts until it moves it, or for a turn of its loop.
             session->pointerWarper().CGWarpMouseCursorPosition({point.x + 1, point.y + 1});
             ASSERT_TRUE(person.waitFor({.x = point.x + 1, .y = point.y + 1}))
                 << person.pointer().value_or(LayoutPoint{});
@@ -164,6 +165,24 @@ TEST(WaylandBackend, read_buttonHeldOverAWindow_isNoAnswerAndSoonOver) {
     person.releaseButton();
     ASSERT_TRUE(person.waitFor({.x = 310, .y = 310}));
     EXPECT_EQ(read(*session), (LayoutPoint{.x = 310, .y = 310}));
+}
+
+TEST(WaylandBackend, read_windowBeneath_hasThePointerAgain) {
+    const SwayProcess sway(
+        {.outputs = {{.mode = "1000x800"}, {.mode = "800x600", .x = 1000, .y = 0}}, .configuration = {}, .files = {}});
+    SeatClient person(sway.runtimeDirectory() / sway.displayName(), "us");
+    const auto session = connectTo(sway);
+    ASSERT_NE(session, nullptr);
+    for (const LayoutPoint point : {LayoutPoint{.x = 300, .y = 300}, LayoutPoint{.x = 1300, .y = 300}}) {
+        // What the session knows of the pointer counts until it moves it, or for a turn of its loop.
+        session->pointerWarper().CGWarpMouseCursorPosition({point.x, point.y});
+        ASSERT_EQ(read(*session), point);
+        // No motion follows: the window learns of the pointer's return from the compositor alone.
+        EXPECT_TRUE(waitUntil([&] {
+            g_main_context_iteration(nullptr, FALSE);
+            return person.pointer() == point;
+        }));
+    }
 }
 
 TEST(WaylandBackend, read_frozenCompositor_isNoAnswer) {
