@@ -16,10 +16,10 @@ SwayOptions SwayDesk::twoDisplays(const std::string& configuration) {
             .files = {}};
 }
 
-SwayDesk::SwayDesk(const SwayOptions& options, const std::string& keyboardLayouts)
+SwayDesk::SwayDesk(const SwayOptions& options, const std::string& keyboardLayouts, const std::string& keyboardOptions)
     : sway_(options),
       control_(sway_.controlSocket()),
-      person_(sway_.runtimeDirectory() / sway_.displayName(), keyboardLayouts),
+      person_(sway_.runtimeDirectory() / sway_.displayName(), keyboardLayouts, keyboardOptions),
       environment_(Environment::minimal()) {
     home_.enter(environment_);
     environment_.set("XDG_RUNTIME_DIR", sway_.runtimeDirectory().native());

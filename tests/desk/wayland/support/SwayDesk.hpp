@@ -25,7 +25,8 @@ class SwayDesk {
     static constexpr LayoutPoint onMain{.x = 300, .y = 200};
     static constexpr LayoutPoint centreOfSecond{.x = -200, .y = 250};
 
-    explicit SwayDesk(const SwayOptions& options = twoDisplays(), const std::string& keyboardLayouts = "us");
+    explicit SwayDesk(const SwayOptions& options = twoDisplays(), const std::string& keyboardLayouts = "us",
+                      const std::string& keyboardOptions = {});
     ~SwayDesk() = default;
     SwayDesk(const SwayDesk&) = delete;
     SwayDesk& operator=(const SwayDesk&) = delete;
