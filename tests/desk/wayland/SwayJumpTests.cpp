@@ -3,6 +3,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+
 #include "tests/desk/wayland/support/SwayDesk.hpp"
 
 namespace vantrel::desk {
@@ -176,6 +178,23 @@ TEST(SwaySession, displayPluggedInAndMoved_theNextJumpKnows) {
     // It comes to all programs at once.
     ASSERT_TRUE(waitUntil([&] { return desk.person().displayCount() == 3; }));
     EXPECT_TRUE(desk.jump(controlOptionCommand(keys::leftArrow), {.x = -160, .y = 120}));
+}
+
+TEST(SwaySession, displaySwitchedOff_isNoTargetUntilItIsOnAgain) {
+    SwayDesk desk;
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    desk.control().run("output HEADLESS-2 disable");
+    const auto outputs = nlohmann::json::parse(desk.control().ask(SwayControl::getOutputs));
+    if (std::all_of(outputs.begin(), outputs.end(), [](const auto& output) { return output.at("active"); })) {
+        GTEST_SKIP() << "this sway cannot switch off a display that is none";
+    }
+    ASSERT_TRUE(waitUntil([&] { return desk.person().displayCount() == 1; }));
+    desk.person().type(hyper(keys::d));
+    EXPECT_TRUE(desk.person().staysAt(onMain));
+    desk.control().run("output HEADLESS-2 enable");
+    ASSERT_TRUE(waitUntil([&] { return desk.person().displayCount() == 2; }));
+    EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
 }
 
 TEST(SwaySession, buttonHeld_movesNothingAndRemembersNothing) {
