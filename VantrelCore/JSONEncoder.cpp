@@ -7,8 +7,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
-#include "VantrelCore/UTF8.hpp"
+#include <nlohmann/json.hpp>
 
 namespace vantrel {
 
@@ -69,60 +70,24 @@ bool isEncodable(const VantrelPoint& point) {
     return std::isfinite(point.x) && std::isfinite(point.y);
 }
 
-void appendEscaped(std::string& text, char character) {
-    constexpr std::string_view hexadecimalDigits = "0123456789abcdef";
-    const auto code = static_cast<unsigned char>(character);
-    switch (character) {
-        case '"':
-            text += "\\\"";
-            return;
-        case '\\':
-            text += "\\\\";
-            return;
-        case '\b':
-            text += "\\b";
-            return;
-        case '\f':
-            text += "\\f";
-            return;
-        case '\n':
-            text += "\\n";
-            return;
-        case '\r':
-            text += "\\r";
-            return;
-        case '\t':
-            text += "\\t";
-            return;
-        default:
-            break;
-    }
-    if (code < 0x20) {
-        text += "\\u00";
-        text += hexadecimalDigits[code / 16];
-        text += hexadecimalDigits[code % 16];
-    } else {
-        text += character;
-    }
-}
-
-void appendString(std::string& text, std::string_view value) {
-    text += '"';
-    for (const char character : value) {
-        appendEscaped(text, character);
-    }
-    text += '"';
+/// The text as a JSON string; none when it is not UTF-8.
+std::optional<std::string> quoted(const std::string& text) {
+    using nlohmann::json;
+    // What is not UTF-8 is left out, and missed when the result is read again.
+    std::string result = json(text).dump(-1, ' ', false, json::error_handler_t::ignore);
+    return json::parse(result, nullptr, false) == text ? std::optional(std::move(result)) : std::nullopt;
 }
 
 /// False when the saved point has no JSON form; the text then holds nothing of use.
 bool append(std::string& text, const SavedPoint& savedPoint) {
-    if (!isEncodable(savedPoint.point) || !isValidUTF8(savedPoint.name)) {
+    const auto name = quoted(savedPoint.name);
+    if (!isEncodable(savedPoint.point) || !name) {
         return false;
     }
     text += R"({"id":")";
     text += savedPoint.id.uuidString();
     text += R"(","name":)";
-    appendString(text, savedPoint.name);
+    text += *name;
     ShortText rest;
     rest << R"(,"point":)" << savedPoint.point;
     if (savedPoint.displayID) {

@@ -1,5 +1,6 @@
 #include "VantrelCore/UUID.hpp"
 
+#include <charconv>
 #include <cstddef>
 
 namespace vantrel {
@@ -11,19 +12,6 @@ constexpr std::string_view upperCaseDigits = "0123456789ABCDEF";
 
 constexpr bool isHyphenPosition(std::size_t position) {
     return position == 8 || position == 13 || position == 18 || position == 23;
-}
-
-std::optional<unsigned> hexadecimalDigit(char character) {
-    if (character >= '0' && character <= '9') {
-        return static_cast<unsigned>(character - '0');
-    }
-    if (character >= 'A' && character <= 'F') {
-        return static_cast<unsigned>(character - 'A' + 10);
-    }
-    if (character >= 'a' && character <= 'f') {
-        return static_cast<unsigned>(character - 'a' + 10);
-    }
-    return std::nullopt;
 }
 
 }  // namespace
@@ -41,13 +29,11 @@ std::optional<UUID> UUID::fromString(std::string_view text) {
             }
             ++position;
         }
-        const std::optional<unsigned> high = hexadecimalDigit(text[position]);
-        const std::optional<unsigned> low = hexadecimalDigit(text[position + 1]);
-        if (!high || !low) {
+        const char* const digits = text.data() + position;
+        position += 2;
+        if (std::from_chars(digits, digits + 2, byte, 16).ptr != digits + 2) {
             return std::nullopt;
         }
-        byte = static_cast<std::uint8_t>(*high * 16 + *low);
-        position += 2;
     }
     return uuid;
 }

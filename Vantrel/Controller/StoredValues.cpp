@@ -3,7 +3,9 @@
 #include "Vantrel/Controller/StoredKeys.hpp"
 #include "Vantrel/Platform/FatalError.hpp"
 
+#include <charconv>
 #include <limits>
+#include <system_error>
 #include <utility>
 
 namespace vantrel {
@@ -28,23 +30,10 @@ std::optional<std::uint32_t> displayIdentifier(std::string_view text) {
     if (isNegative || text.starts_with('+')) {
         text.remove_prefix(1);
     }
-    if (text.empty()) {
-        return std::nullopt;
-    }
-    std::uint64_t value = 0;
-    for (const char character : text) {
-        if (character < '0' || character > '9') {
-            return std::nullopt;
-        }
-        value = value * 10 + static_cast<std::uint64_t>(character - '0');
-        if (value > largestIdentifier) {
-            return std::nullopt;
-        }
-    }
-    if (isNegative && value != 0) {
-        return std::nullopt;
-    }
-    return static_cast<std::uint32_t>(value);
+    std::uint32_t value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    const bool isNumber = error == std::errc() && end == text.data() + text.size();
+    return isNumber && (!isNegative || value == 0) ? std::optional(value) : std::nullopt;
 }
 
 }  // namespace

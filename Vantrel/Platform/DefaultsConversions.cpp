@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 #include <string_view>
+#include <system_error>
 #include <type_traits>
 
 namespace vantrel {
@@ -15,10 +16,6 @@ constexpr std::int64_t largestInteger = std::numeric_limits<std::int64_t>::max()
 constexpr double twoToThe63 = 9223372036854775808.0;
 /// Up to here every integral double is an exact integer, so its digits are its decimal text.
 constexpr double twoToThe53 = 9007199254740992.0;
-
-bool isDigit(char character) {
-    return character >= '0' && character <= '9';
-}
 
 struct SignedText {
     bool isNegative = false;
@@ -46,22 +43,13 @@ bool boolFromText(std::string_view text) {
 
 std::int64_t integerFromText(std::string_view text) {
     const auto [isNegative, rest] = afterWhiteSpaceAndSign(text);
-    // Gathered as a negative number, because the range of those is the larger one.
-    std::int64_t negated = 0;
-    for (const char character : rest) {
-        if (!isDigit(character)) {
-            break;
-        }
-        const std::int64_t digit = character - '0';
-        if (negated < (smallestInteger + digit) / 10) {
-            return isNegative ? smallestInteger : largestInteger;
-        }
-        negated = negated * 10 - digit;
+    if (rest.empty() || rest.front() < '0' || rest.front() > '9') {
+        return 0;
     }
-    if (isNegative) {
-        return negated;
-    }
-    return negated == smallestInteger ? largestInteger : -negated;
+    std::int64_t integer = 0;
+    const char* const begin = rest.data() - (isNegative ? 1 : 0);
+    const auto error = std::from_chars(begin, rest.data() + rest.size(), integer).ec;
+    return error == std::errc() ? integer : isNegative ? smallestInteger : largestInteger;
 }
 
 std::int64_t integerFromReal(double real) {

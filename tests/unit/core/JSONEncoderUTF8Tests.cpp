@@ -1,4 +1,5 @@
-#include "VantrelCore/UTF8.hpp"
+// Which names are UTF-8, and so have a stored form.
+#include "VantrelCore/JSONEncoder.hpp"
 
 #include <gtest/gtest.h>
 
@@ -9,15 +10,21 @@ namespace {
 
 using namespace std::string_literals;
 
-TEST(UTF8, isValid_wellFormedTexts_isTrue) {
+bool isEncodable(const std::string& name) {
+    SavedPoint point;
+    point.name = name;
+    return JSONEncoder().encode(point).has_value();
+}
+
+TEST(JSONEncoderUTF8, encode_wellFormedName_isEncoded) {
     for (const std::string& text :
          {""s, "Point 1"s, "\0"s, "\x7F"s, "Grüße"s, "\xC2\x80"s, "\xDF\xBF"s, "\xE0\xA0\x80"s, "\xED\x9F\xBF"s,
           "\xEE\x80\x80"s, "\xEF\xBF\xBF"s, "\xF0\x90\x80\x80"s, "\xF4\x8F\xBF\xBF"s, "🖱️ точка 点"s}) {
-        EXPECT_TRUE(isValidUTF8(text)) << testing::PrintToString(text);
+        EXPECT_TRUE(isEncodable(text)) << testing::PrintToString(text);
     }
 }
 
-TEST(UTF8, isValid_malformedTexts_isFalse) {
+TEST(JSONEncoderUTF8, encode_malformedName_isRefused) {
     for (const std::string& text : {
              "\x80"s,              // a continuation alone
              "a\xBFz"s,            // in the middle
@@ -38,22 +45,22 @@ TEST(UTF8, isValid_malformedTexts_isFalse) {
              "\xF0\x9F\x96\xC0"s,  // the fourth byte is a lead
              "\xE2\x28\xA1"s,      // the second byte is ASCII
          }) {
-        EXPECT_FALSE(isValidUTF8(text)) << testing::PrintToString(text);
+        EXPECT_FALSE(isEncodable(text)) << testing::PrintToString(text);
     }
 }
 
 /// Counts the sequences of each length by brute force: the numbers are those of the Unicode scalar values.
-TEST(UTF8, isValid_allSequencesOfTwoAndThreeBytes_areAsManyAsUnicodeHas) {
+TEST(JSONEncoderUTF8, encode_allSequencesOfTwoAndThreeBytes_areAsManyAsUnicodeHas) {
     std::size_t ofTwo = 0;
     std::size_t ofThree = 0;
     for (unsigned lead = 0x80; lead <= 0xFF; ++lead) {
         for (unsigned second = 0; second <= 0xFF; ++second) {
             std::string text{static_cast<char>(lead), static_cast<char>(second)};
-            ofTwo += isValidUTF8(text) ? 1U : 0U;
+            ofTwo += isEncodable(text) ? 1U : 0U;
             text += '\0';
             for (unsigned third = 0x80; third <= 0xFF; ++third) {
                 text[2] = static_cast<char>(third);
-                ofThree += isValidUTF8(text) ? 1U : 0U;
+                ofThree += isEncodable(text) ? 1U : 0U;
             }
         }
     }
