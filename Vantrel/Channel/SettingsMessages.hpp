@@ -1,42 +1,41 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
-#include <vector>
+#include <tuple>
 
-#include "Vantrel/Channel/Message.hpp"
+#include "Vantrel/Channel/MessageBody.hpp"
+#include "Vantrel/Interface/KeyEvent.hpp"
+#include "Vantrel/Interface/PreferencesWindowView.hpp"
 
 namespace vantrel {
 
 /// All that the settings window shows. The agent sends it whole whenever any of it changes.
 struct WindowContent {
+    static constexpr auto name = "content";
+
     std::uint64_t lastReport = 0;  ///< the number of the last report that this takes account of
     std::string recorderTitle;
-    std::uint32_t recordedEvents = 0;  ///< the mask of the key events to report; 0 unless a shortcut is recorded
-    std::string shortcutStatus;
-    std::uint32_t shortcutStatusColor = 0;  ///< by the number of SemanticColor
-    std::vector<std::string> modes;
-    std::int32_t selectedMode = -1;
-    std::vector<std::string> animations;
-    std::int32_t selectedAnimation = -1;
-    bool isSoundChecked = false;
-    std::string savedPointsSummary;
-    bool isEmptyLabelHidden = false;
-    bool isTableHidden = false;
-    bool isClearingEnabled = false;
+    bool recordsKeys = false;  ///< whether a shortcut is recorded: key events are to be reported
+    PreferencesWindowContent controls{};
     std::uint32_t rows = 0;         ///< how many saved points there are
     std::uint32_t rowsVersion = 0;  ///< another number means other rows
 
+    static auto fields(auto& content) {
+        return std::tie(content.lastReport, content.recorderTitle, content.recordsKeys, content.controls, content.rows,
+                        content.rowsVersion);
+    }
     bool operator==(const WindowContent&) const = default;
 };
 
 /// Something that the person did in the settings window.
 struct WindowReport {
+    static constexpr auto name = "report";
+
     enum class Kind : std::uint32_t {
         shown,            ///< value: whether the window is shown (1) or closed (0)
         recorderPressed,  ///< the recorder's button
-        key,              ///< value: the key event's type; key, flags
+        key,              ///< a key event while a shortcut is recorded
         resetPressed,
         modeChosen,       ///< value: the index
         animationChosen,  ///< value: the index
@@ -47,57 +46,64 @@ struct WindowReport {
     std::uint64_t number = 0;  ///< counted from 1 by the window
     Kind kind = Kind::shown;
     std::int32_t value = 0;
-    std::uint32_t key = 0;
-    std::uint32_t flags = 0;
+    KeyEvent key{};
 
+    static auto fields(auto& report) {
+        return std::tie(report.number, report.kind, report.value, report.key.type, report.key.keyCode,
+                        report.key.modifierFlags);
+    }
     bool operator==(const WindowReport&) const = default;
 };
 
-/// A row of the table of saved points, of the rows of that version.
+/// The program wants the text of a row of the table of saved points, of the rows of that version: it is drawn.
 struct WindowRow {
+    static constexpr auto name = "wanted-row";
+
     std::uint32_t rowsVersion = 0;
     std::uint32_t row = 0;
 
+    static auto fields(auto& row) { return std::tie(row.rowsVersion, row.row); }
     bool operator==(const WindowRow&) const = default;
 };
 
-/// The text of a row, which is asked for when the row is drawn.
+/// The text of a row.
 struct WindowRowText {
+    static constexpr auto name = "row-text";
+
     WindowRow row;
     std::string text;
 
+    static auto fields(auto& text) { return std::tie(text.row, text.text); }
     bool operator==(const WindowRowText&) const = default;
 };
 
-/// Where the window stands, in the windowing system's own coordinates.
+/// Where the window stood when it was closed, in the windowing system's own coordinates: told to the agent, and by the
+/// agent to a program that is new.
 struct WindowPlace {
+    static constexpr auto name = "place";
+
     std::int32_t x = 0;
     std::int32_t y = 0;
 
+    static auto fields(auto& place) { return std::tie(place.x, place.y); }
     bool operator==(const WindowPlace&) const = default;
 };
 
-/// What the agent and the settings program tell each other. Each reader gives none for any other message.
+/// Why there can be no window, in one line.
+struct WindowProblem {
+    static constexpr auto name = "problem";
+
+    std::string text;
+
+    static auto fields(auto& problem) { return std::tie(problem.text); }
+};
+
+/// What the agent says to the program without anything but a name.
 namespace settings_messages {
 
-// To the program.
-Message content(const WindowContent& content);
-std::optional<WindowContent> contentOf(const Message& message);
-Message rowText(const WindowRowText& text);
-std::optional<WindowRowText> rowTextOf(const Message& message);
-/// Where the window stood when it was last closed, for a program that is new.
-Message place(const WindowPlace& place);
-std::optional<WindowPlace> placeOf(const Message& message);
 inline constexpr auto show = "show";
 inline constexpr auto bringToFront = "bring-to-front";
 inline constexpr auto focusRecorder = "focus-recorder";
-
-// To the agent; where the window stands as well, when it is closed.
-inline constexpr auto problem = "problem";  ///< why there can be no window: a string, one line
-Message report(const WindowReport& report);
-std::optional<WindowReport> reportOf(const Message& message);
-Message wantRow(const WindowRow& row);
-std::optional<WindowRow> wantedRowOf(const Message& message);
 
 }  // namespace settings_messages
 

@@ -46,7 +46,7 @@ void AppDelegate::selectMode(const MenuItem& sender) {
     if (text == nullptr) {
         return;
     }
-    const auto newMode = modeFromRawValue(*text);
+    const auto newMode = fromRawValue(allModes, *text);
     if (!newMode) {
         return;
     }
@@ -61,7 +61,7 @@ void AppDelegate::selectAnimation(const MenuItem& sender) {
     if (text == nullptr) {
         return;
     }
-    const auto style = animationStyleFromRawValue(*text);
+    const auto style = fromRawValue(allAnimationStyles, *text);
     if (!style) {
         return;
     }

@@ -46,10 +46,10 @@ void AppDelegate::loadSettings() {
 
 void AppDelegate::loadSingleValues() {
     if (const auto text = defaults.stringForKey(modeKey)) {
-        mode = modeFromRawValue(*text).value_or(mode);
+        mode = fromRawValue(allModes, *text).value_or(mode);
     }
     if (const auto text = defaults.stringForKey(animationKey)) {
-        animationStyle = animationStyleFromRawValue(*text).value_or(animationStyle);
+        animationStyle = fromRawValue(allAnimationStyles, *text).value_or(animationStyle);
     }
     if (defaults.objectForKey(soundEnabledKey)) {
         soundEnabled = defaults.boolForKey(soundEnabledKey);

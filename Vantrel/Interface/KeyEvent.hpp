@@ -11,9 +11,10 @@ enum class KeyEventType : std::uint32_t {
     flagsChanged = 12,  ///< a modifier key went down or up
 };
 
-/// The bit of an event mask that asks for events of the type.
+/// The bit of an event mask that asks for events of the type; 0 for a number that is no type.
 constexpr std::uint32_t eventMask(KeyEventType type) {
-    return 1U << static_cast<std::uint32_t>(type);
+    const auto bit = static_cast<std::uint32_t>(type);
+    return bit < 32 ? 1U << bit : 0;
 }
 
 /// A key event as an event monitor sees it.

@@ -10,24 +10,9 @@ namespace vantrel {
 
 namespace {
 
-constexpr const auto& modes = allModes;
-constexpr const auto& animations = allAnimationStyles;
-
+/// The value at the pop-up's index; none when nothing in the list is chosen.
 template <typename Values>
-std::vector<std::string> titles(const Values& values) {
-    std::vector<std::string> result;
-    result.reserve(values.size());
-    for (const auto value : values) {
-        result.emplace_back(title(value));
-    }
-    return result;
-}
-
-/// The pop-up's chosen value; none when nothing in the list is chosen.
-template <typename Values>
-auto selectedValue(const PreferencesWindowView& window, PreferencesPopUp popUp, const Values& values)
-    -> std::optional<typename Values::value_type> {
-    const std::int64_t index = window.indexOfSelectedItem(popUp);
+auto valueAt(std::int64_t index, const Values& values) -> std::optional<typename Values::value_type> {
     if (index < 0 || static_cast<std::size_t>(index) >= values.size()) {
         return std::nullopt;
     }
@@ -35,11 +20,10 @@ auto selectedValue(const PreferencesWindowView& window, PreferencesPopUp popUp, 
 }
 
 template <typename Values>
-void select(PreferencesWindowView& window, PreferencesPopUp popUp, const Values& values,
-            typename Values::value_type value) {
+void select(std::int32_t& index, const Values& values, typename Values::value_type value) {
     const auto* const found = std::find(values.begin(), values.end(), value);
     if (found != values.end()) {
-        window.selectItem(popUp, static_cast<std::size_t>(found - values.begin()));
+        index = static_cast<std::int32_t>(found - values.begin());
     }
 }
 
@@ -66,10 +50,7 @@ PreferencesWindowController::PreferencesWindowController(CreationKey /*key*/,
                                                          const MainQueue& mainQueue)
     : mainQueue_(mainQueue),
       window_(std::move(window)),
-      shortcutRecorder_(ShortcutRecorderView::create(window_->shortcutRecorderButton())) {
-    window_->setTitles(PreferencesPopUp::mode, titles(modes));
-    window_->setTitles(PreferencesPopUp::animation, titles(animations));
-}
+      shortcutRecorder_(ShortcutRecorderView::create(window_->shortcutRecorderButton())) {}
 
 PreferencesWindowController::~PreferencesWindowController() = default;
 
@@ -80,18 +61,15 @@ void PreferencesWindowController::setDelegate(std::weak_ptr<PreferencesWindowCon
 void PreferencesWindowController::refresh(PreferencesWindowState state) {
     assertMainThread("refresh");
     shortcutRecorder_->setShortcut(state.primaryShortcut);
-    window_->setShortcutStatus(state.primaryShortcutStatusText, state.primaryShortcutIsRegistered
-                                                                    ? SemanticColor::secondaryLabel
-                                                                    : SemanticColor::systemRed);
-    select(*window_, PreferencesPopUp::mode, modes, state.mode);
-    select(*window_, PreferencesPopUp::animation, animations, state.animationStyle);
-    window_->setSoundChecked(state.soundEnabled);
+    content_.shortcutStatus = state.primaryShortcutStatusText;
+    content_.shortcutStatusColor =
+        state.primaryShortcutIsRegistered ? SemanticColor::secondaryLabel : SemanticColor::systemRed;
+    select(content_.selectedMode, allModes, state.mode);
+    select(content_.selectedAnimation, allAnimationStyles, state.animationStyle);
+    content_.isSoundChecked = state.soundEnabled;
     savedPoints_ = std::move(state.savedPoints);
-    const bool isEmpty = savedPoints_.empty();
-    window_->setSavedPointsSummary(savedPointsSummary(savedPoints_.size()));
-    window_->setSavedPointsEmptyLabelHidden(!isEmpty);
-    window_->setSavedPointsTableHidden(isEmpty);
-    window_->setClearSavedPointsEnabled(!isEmpty);
+    content_.savedPointsSummary = savedPointsSummary(savedPoints_.size());
+    window_->setContent(content_);
     window_->reloadSavedPoints();
 }
 
@@ -106,32 +84,26 @@ void PreferencesWindowController::resetShortcut() {
     }
 }
 
-void PreferencesWindowController::modeChanged() {
+void PreferencesWindowController::modeChanged(std::int64_t chosenIndex) {
     assertMainThread("modeChanged");
-    const auto delegate = delegate_.lock();
-    if (!delegate) {
-        return;
-    }
-    if (const auto mode = selectedValue(*window_, PreferencesPopUp::mode, modes)) {
+    const auto mode = valueAt(chosenIndex, allModes);
+    if (const auto delegate = delegate_.lock(); delegate && mode) {
         delegate->preferencesDidChangeMode(*mode);
     }
 }
 
-void PreferencesWindowController::animationChanged() {
+void PreferencesWindowController::animationChanged(std::int64_t chosenIndex) {
     assertMainThread("animationChanged");
-    const auto delegate = delegate_.lock();
-    if (!delegate) {
-        return;
-    }
-    if (const auto style = selectedValue(*window_, PreferencesPopUp::animation, animations)) {
+    const auto style = valueAt(chosenIndex, allAnimationStyles);
+    if (const auto delegate = delegate_.lock(); delegate && style) {
         delegate->preferencesDidChangeAnimation(*style);
     }
 }
 
-void PreferencesWindowController::soundChanged() {
+void PreferencesWindowController::soundChanged(bool isChecked) {
     assertMainThread("soundChanged");
     if (const auto delegate = delegate_.lock()) {
-        delegate->preferencesDidChangeSound(window_->isSoundChecked());
+        delegate->preferencesDidChangeSound(isChecked);
     }
 }
 
@@ -165,7 +137,7 @@ std::optional<std::string> PreferencesWindowController::textForRow(std::int64_t 
 void PreferencesWindowController::shortcutRecorderViewDidRecord(ShortcutRecorderView& /*view*/,
                                                                 const KeyboardShortcut& shortcut) {
     assertMainThread("shortcutRecorderViewDidRecord");
-    window_->setShortcutStatus("Checking " + shortcut.displayText() + "...", SemanticColor::secondaryLabel);
+    showShortcutStatus("Checking " + shortcut.displayText() + "...", SemanticColor::secondaryLabel);
     if (const auto delegate = delegate_.lock()) {
         delegate->preferencesDidRecordShortcut(shortcut);
     }
@@ -174,12 +146,18 @@ void PreferencesWindowController::shortcutRecorderViewDidRecord(ShortcutRecorder
 void PreferencesWindowController::shortcutRecorderViewDidReject(ShortcutRecorderView& /*view*/,
                                                                 const std::string& message) {
     assertMainThread("shortcutRecorderViewDidReject");
-    window_->setShortcutStatus(message, SemanticColor::systemRed);
+    showShortcutStatus(message, SemanticColor::systemRed);
 }
 
 void PreferencesWindowController::shortcutRecorderViewDidCancel(ShortcutRecorderView& /*view*/) {
     assertMainThread("shortcutRecorderViewDidCancel");
-    window_->setShortcutStatus("Shortcut recording cancelled.", SemanticColor::secondaryLabel);
+    showShortcutStatus("Shortcut recording cancelled.", SemanticColor::secondaryLabel);
+}
+
+void PreferencesWindowController::showShortcutStatus(const std::string& text, SemanticColor color) {
+    content_.shortcutStatus = text;
+    content_.shortcutStatusColor = color;
+    window_->setContent(content_);
 }
 
 void PreferencesWindowController::assertMainThread(std::string_view operation) const {

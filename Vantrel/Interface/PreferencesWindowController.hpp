@@ -39,7 +39,7 @@ class PreferencesWindowController final : public PreferencesWindowViewDelegate,
     };
 
   public:
-    /// The controller of the window, with all controls wired to it and the pop-ups filled. The queue outlives it.
+    /// The controller of the window, with all controls wired to it. The queue outlives it.
     static std::shared_ptr<PreferencesWindowController> create(std::unique_ptr<PreferencesWindowView> window,
                                                                const MainQueue& mainQueue);
 
@@ -66,9 +66,9 @@ class PreferencesWindowController final : public PreferencesWindowViewDelegate,
     void showWindow();
 
     void resetShortcut() override;
-    void modeChanged() override;
-    void animationChanged() override;
-    void soundChanged() override;
+    void modeChanged(std::int64_t chosenIndex) override;
+    void animationChanged(std::int64_t chosenIndex) override;
+    void soundChanged(bool isChecked) override;
     void clearSavedPoints() override;
     void windowFailed(const std::string& problem, const std::string& flashText) override;
 
@@ -81,11 +81,13 @@ class PreferencesWindowController final : public PreferencesWindowViewDelegate,
 
   private:
     void assertMainThread(std::string_view operation) const;
+    void showShortcutStatus(const std::string& text, SemanticColor color);
 
     const MainQueue& mainQueue_;
     std::weak_ptr<PreferencesWindowControllerDelegate> delegate_;
     std::unique_ptr<PreferencesWindowView> window_;
     std::shared_ptr<ShortcutRecorderView> shortcutRecorder_;
+    PreferencesWindowContent content_;
     std::vector<SavedPoint> savedPoints_;
 };
 

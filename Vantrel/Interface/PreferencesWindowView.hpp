@@ -5,7 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
+#include <tuple>
 
 #include "Vantrel/Interface/ShortcutRecorderButton.hpp"
 
@@ -18,10 +18,20 @@ enum class SemanticColor {
     systemRed,
 };
 
-/// The window's pop-up buttons.
-enum class PreferencesPopUp {
-    mode,
-    animation,
+/// What the controls of the settings window show, besides its fixed texts.
+struct PreferencesWindowContent {
+    std::string shortcutStatus;
+    SemanticColor shortcutStatusColor = SemanticColor::label;
+    std::int32_t selectedMode = -1;  ///< the index in allModes; -1 for none
+    std::int32_t selectedAnimation = -1;
+    bool isSoundChecked = false;
+    std::string savedPointsSummary;
+
+    static auto fields(auto& content) {
+        return std::tie(content.shortcutStatus, content.shortcutStatusColor, content.selectedMode,
+                        content.selectedAnimation, content.isSoundChecked, content.savedPointsSummary);
+    }
+    bool operator==(const PreferencesWindowContent&) const = default;
 };
 
 /// What the window tells its controller: the actions of its controls, and the rows of its table.
@@ -30,9 +40,9 @@ class PreferencesWindowViewDelegate {
     virtual ~PreferencesWindowViewDelegate() = default;
 
     virtual void resetShortcut() = 0;
-    virtual void modeChanged() = 0;
-    virtual void animationChanged() = 0;
-    virtual void soundChanged() = 0;
+    virtual void modeChanged(std::int64_t chosenIndex) = 0;
+    virtual void animationChanged(std::int64_t chosenIndex) = 0;
+    virtual void soundChanged(bool isChecked) = 0;
     virtual void clearSavedPoints() = 0;
 
     /// The window cannot be shown any more, until the next showWindow(): one line that says why, and the same in two or
@@ -57,25 +67,10 @@ class PreferencesWindowView {
     /// Lives as long as the window.
     virtual ShortcutRecorderButton& shortcutRecorderButton() = 0;
 
-    virtual void setShortcutStatus(const std::string& text, SemanticColor color) = 0;
+    virtual void setContent(const PreferencesWindowContent& content) = 0;
 
-    virtual void setTitles(PreferencesPopUp popUp, const std::vector<std::string>& titles) = 0;
-    virtual void selectItem(PreferencesPopUp popUp, std::size_t index) = 0;
-
-    /// The selected item's index, -1 when none is selected.
-    [[nodiscard]] virtual std::int64_t indexOfSelectedItem(PreferencesPopUp popUp) const = 0;
-
-    virtual void setSoundChecked(bool checked) = 0;
-    [[nodiscard]] virtual bool isSoundChecked() const = 0;
-
-    virtual void setSavedPointsSummary(const std::string& text) = 0;
-    virtual void setSavedPointsEmptyLabelHidden(bool hidden) = 0;
-
-    /// Hides the table but not the frame around it.
-    virtual void setSavedPointsTableHidden(bool hidden) = 0;
-    virtual void setClearSavedPointsEnabled(bool enabled) = 0;
-
-    /// Asks the delegate for all rows again. The scroll position stays.
+    /// Asks the delegate for all rows again. The scroll position stays. Without rows the window shows a text in place
+    /// of the table, though not of the frame around it, and there is nothing to clear.
     virtual void reloadSavedPoints() = 0;
 
     /// Shows the window.

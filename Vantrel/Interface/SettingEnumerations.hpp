@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <optional>
 #include <string_view>
 
@@ -30,12 +31,23 @@ constexpr std::string_view rawValue(AnimationStyle style) {
     return style == AnimationStyle::none ? "none" : "glide";
 }
 
-/// The setting stored under the text; none unless it matches exactly, with case.
-std::optional<VantrelMode> modeFromRawValue(std::string_view text);
-std::optional<AnimationStyle> animationStyleFromRawValue(std::string_view text);
+/// The setting among all of its kind that is stored under the text; none unless it matches exactly, with case.
+template <typename Enumeration, std::size_t count>
+constexpr std::optional<Enumeration> fromRawValue(const std::array<Enumeration, count>& all, std::string_view text) {
+    for (const Enumeration value : all) {
+        if (rawValue(value) == text) {
+            return value;
+        }
+    }
+    return std::nullopt;
+}
 
 /// The phrase that menus and lists show for the setting.
-std::string_view title(VantrelMode mode);
-std::string_view title(AnimationStyle style);
+constexpr std::string_view title(VantrelMode mode) {
+    return mode == VantrelMode::manual ? "Manual: saved points" : "Automatic: displays";
+}
+constexpr std::string_view title(AnimationStyle style) {
+    return style == AnimationStyle::none ? "Instant" : "Glide";
+}
 
 }  // namespace vantrel

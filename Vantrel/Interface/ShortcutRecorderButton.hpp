@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "Vantrel/Interface/KeyEvent.hpp"
 
@@ -24,10 +25,17 @@ class ShortcutRecorderButtonDelegate {
 };
 
 /// An installed event monitor. Releasing it removes it and gives all keys free again; that may happen within its
-/// handler.
+/// handler. It goes before its button does.
 class EventMonitor {
   public:
-    virtual ~EventMonitor() = default;
+    /// `removed` is called at the end.
+    explicit EventMonitor(std::function<void()> removed) : removed_(std::move(removed)) {}
+    ~EventMonitor() { removed_(); }
+    EventMonitor(const EventMonitor&) = delete;
+    EventMonitor& operator=(const EventMonitor&) = delete;
+
+  private:
+    std::function<void()> removed_;
 };
 
 /// The push button that a shortcut recorder is drawn as.

@@ -40,20 +40,20 @@ void Overlay::serveAgent() {
 }
 
 void Overlay::obey(const Message& message) {
-    if (const auto text = screen_messages::shownText(message)) {
+    if (const auto text = valueOf<ScreenText>(message)) {
         stage_->showText(text->text, fontOf(*text));
     } else if (message.is(screen_messages::hideText, "()")) {
         stage_->hideText();
-    } else if (auto rows = screen_messages::openedMenu(message)) {
-        stage_->openMenu(std::move(*rows), [this](std::optional<std::size_t> row) { menuEnded(row); });
-    } else if (auto others = screen_messages::updatedMenu(message)) {
-        stage_->updateMenu(std::move(*others));
+    } else if (auto menu = valueOf<OpenMenu>(message)) {
+        stage_->openMenu(std::move(menu->rows), [this](std::optional<std::size_t> row) { menuEnded(row); });
+    } else if (auto update = valueOf<UpdateMenu>(message)) {
+        stage_->updateMenu(std::move(update->rows));
     }
 }
 
 void Overlay::menuEnded(std::optional<std::size_t> row) {
     if (row) {
-        agent_.send(screen_messages::chooseRow(static_cast<std::uint32_t>(*row)));
+        agent_.send(messageOf(ChosenRow{.row = static_cast<std::uint32_t>(*row)}));
     }
     agent_.send(Message(screen_messages::menuClosed));
 }

@@ -13,21 +13,16 @@
 
 namespace vantrel::qt {
 
-RecorderButton::RecorderButton() {
+RecorderButton::RecorderButton(Events events) : events_(std::move(events)) {
+    setObjectName("recorder");
     // Enter presses it too, not only Space.
     setAutoDefault(true);
     connect(this, &QPushButton::clicked, this, [this] {
-        if (const auto delegate = delegate_.lock()) {
-            delegate->toggleRecording();
-        }
+        // The keyboard at once, not only when the agent has answered: what is typed meanwhile is for the recorder.
+        setRecording(true);
+        events_.pressed();
     });
     updateFont();
-}
-
-RecorderButton::~RecorderButton() = default;
-
-void RecorderButton::setDelegate(std::weak_ptr<ShortcutRecorderButtonDelegate> delegate) {
-    delegate_ = std::move(delegate);
 }
 
 void RecorderButton::setTitle(const std::string& title) {
@@ -36,11 +31,13 @@ void RecorderButton::setTitle(const std::string& title) {
     updateText();
 }
 
-std::unique_ptr<EventMonitor> RecorderButton::addLocalMonitorForEvents(std::uint32_t mask, EventHandler handler) {
-    if (!keyTap_) {
-        keyTap_ = RecorderKeyTap::make(*window());
+void RecorderButton::setRecording(bool isRecording) {
+    if (isRecording && !keyTap_) {
+        keyTap_ = RecorderKeyTap::make(*window(), events_.typed);
     }
-    return keyTap_ ? keyTap_->record(mask, std::move(handler)) : nullptr;
+    if (keyTap_) {
+        keyTap_->setRecording(isRecording);
+    }
 }
 
 void RecorderButton::updateFont() {
@@ -62,22 +59,18 @@ void RecorderButton::updateText() {
     updateGeometry();
 }
 
+// The window system shows and hides windows on its own account, as on another workspace: they come back as they were.
 void RecorderButton::showEvent(QShowEvent* event) {
     QPushButton::showEvent(event);
-    if (event->spontaneous()) {
-        return;
-    }
-    if (const auto delegate = delegate_.lock()) {
-        delegate->viewWillMoveToWindow(true);
+    if (!event->spontaneous()) {
+        events_.shown(true);
     }
 }
 
 void RecorderButton::hideEvent(QHideEvent* event) {
-    // The window system hides windows on its own account, as on another workspace: they come back as they were.
     if (!event->spontaneous()) {
-        if (const auto delegate = delegate_.lock()) {
-            delegate->viewWillMoveToWindow(false);
-        }
+        setRecording(false);
+        events_.shown(false);
         if (keyTap_) {
             keyTap_->letGo();
         }

@@ -1,25 +1,30 @@
 #pragma once
 
 #include <QPushButton>
+#include <functional>
 #include <memory>
 #include <string>
 
-#include "Vantrel/Interface/ShortcutRecorderButton.hpp"
 #include "helpers/settings/RecorderKeyTap.hpp"
 
 namespace vantrel::qt {
 
 /// The recorder's push button. A shortcut too long for its width takes several lines.
-class RecorderButton final : public QPushButton, public ShortcutRecorderButton {
+class RecorderButton final : public QPushButton {
   public:
-    RecorderButton();
-    ~RecorderButton() override;
+    struct Events {
+        std::function<void()> pressed;
+        /// The button's window was shown or closed, which the windowing system did not do on its own account.
+        std::function<void(bool isShown)> shown;
+        RecorderKeyTap::Typed typed;  ///< a key event while a shortcut is recorded
+    };
 
-    void setDelegate(std::weak_ptr<ShortcutRecorderButtonDelegate> delegate) override;
-    void setTitle(const std::string& title) override;
-    [[nodiscard]] bool isInWindow() const override { return window()->isVisible(); }
-    void makeFirstResponder() override { setFocus(Qt::OtherFocusReason); }
-    std::unique_ptr<EventMonitor> addLocalMonitorForEvents(std::uint32_t mask, EventHandler handler) override;
+    explicit RecorderButton(Events events);
+
+    void setTitle(const std::string& title);
+
+    /// Takes the keyboard for a shortcut, or ends that.
+    void setRecording(bool isRecording);
 
     /// Takes the desktop's present fonts.
     void updateFont();
@@ -31,7 +36,7 @@ class RecorderButton final : public QPushButton, public ShortcutRecorderButton {
   private:
     void updateText();
 
-    std::weak_ptr<ShortcutRecorderButtonDelegate> delegate_;
+    Events events_;
     std::string title_;
     std::unique_ptr<RecorderKeyTap> keyTap_;
 };

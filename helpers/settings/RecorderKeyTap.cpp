@@ -10,59 +10,55 @@
 
 namespace vantrel::qt {
 
-class RecorderKeyTap::Monitor final : public EventMonitor {
-  public:
-    explicit Monitor(RecorderKeyTap& tap) : tap_(&tap) {}
-    ~Monitor() override {
-        if (tap_ != nullptr) {
-            tap_->monitor_ = nullptr;
-            tap_->handler_ = nullptr;
-            tap_->stopRecording();
-        }
-    }
-    Monitor(const Monitor&) = delete;
-    Monitor& operator=(const Monitor&) = delete;
-
-    void forgetTap() { tap_ = nullptr; }
-
-  private:
-    RecorderKeyTap* tap_;
-};
-
-std::unique_ptr<RecorderKeyTap> RecorderKeyTap::make(QWidget& window) {
+std::unique_ptr<RecorderKeyTap> RecorderKeyTap::make(QWidget& window, Typed typed) {
     if (serverConnection() != nullptr) {
-        return std::make_unique<X11KeyTap>(window);
+        return std::make_unique<X11KeyTap>(window, std::move(typed));
     }
 #ifdef VANTREL_WAYLAND
-    return WaylandKeyTap::make(window);
+    return WaylandKeyTap::make(window, std::move(typed));
 #else
     return nullptr;
 #endif
 }
 
-std::unique_ptr<EventMonitor> RecorderKeyTap::startRecording(std::uint32_t mask,
-                                                             ShortcutRecorderButton::EventHandler handler) {
-    auto monitor = std::make_unique<Monitor>(*this);
-    monitor_ = monitor.get();
-    mask_ = mask;
-    handler_ = std::move(handler);
-    return monitor;
-}
-
-void RecorderKeyTap::endRecording() {
-    if (monitor_ != nullptr) {
-        std::exchange(monitor_, nullptr)->forgetTap();
-        handler_ = nullptr;
+void RecorderKeyTap::setRecording(bool isRecording) {
+    if (std::exchange(isRecording_, isRecording) == isRecording) {
+        return;
+    }
+    if (isRecording) {
+        startRecording();
+    } else if (!hasKeyboard() || !keys_->holdsRegularKey()) {
+        letGo();
     }
 }
 
-bool RecorderKeyTap::deliver(const KeyEvent& event) {
-    if ((mask_ & eventMask(event.type)) == 0) {
+bool RecorderKeyTap::pressed(std::uint8_t keycode, std::uint16_t state) {
+    if (!keys_) {
         return false;
     }
-    // The handler may release the monitor, and the handler with it.
-    const auto handler = handler_;
-    return !handler(event).has_value();
+    return isRecording_ ? deliver(keys_->press(keycode, state)) : keys_->isHeld(keycode);
+}
+
+bool RecorderKeyTap::released(std::uint8_t keycode, std::uint16_t state) {
+    // What is not held was pressed before the recording, as the key that pressed the button.
+    if (!keys_ || !keys_->isHeld(keycode)) {
+        return false;
+    }
+    const auto event = keys_->release(keycode, state);
+    if (isRecording_) {
+        return deliver(event);
+    }
+    if (!keys_->holdsRegularKey()) {
+        letGo();
+    }
+    return true;
+}
+
+bool RecorderKeyTap::deliver(const std::optional<KeyEvent>& event) {
+    if (event) {
+        typed_(*event);
+    }
+    return true;
 }
 
 }  // namespace vantrel::qt

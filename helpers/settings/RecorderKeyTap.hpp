@@ -2,9 +2,12 @@
 
 #include <QWidget>
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <optional>
+#include <utility>
 
-#include "Vantrel/Interface/ShortcutRecorderButton.hpp"
+#include "helpers/settings/RecorderKeys.hpp"
 
 namespace vantrel::qt {
 
@@ -14,41 +17,43 @@ namespace vantrel::qt {
 /// key that was just recorded.
 class RecorderKeyTap {
   public:
+    /// Gets the key events of a recording.
+    using Typed = std::function<void(const KeyEvent& event)>;
+
     /// The one for the windowing system that Qt runs on; null where there is none. `window` is a top-level window that
     /// outlives the tap.
-    static std::unique_ptr<RecorderKeyTap> make(QWidget& window);
+    static std::unique_ptr<RecorderKeyTap> make(QWidget& window, Typed typed);
 
     virtual ~RecorderKeyTap() = default;
     RecorderKeyTap(const RecorderKeyTap&) = delete;
     RecorderKeyTap& operator=(const RecorderKeyTap&) = delete;
 
-    /// Hands key events whose type is in the mask to the handler until the monitor is released.
-    virtual std::unique_ptr<EventMonitor> record(std::uint32_t mask, ShortcutRecorderButton::EventHandler handler) = 0;
+    /// Begins to record, or ends it.
+    void setRecording(bool isRecording);
 
     /// Gives everything free at once.
     virtual void letGo() = 0;
 
   protected:
-    RecorderKeyTap() = default;
+    explicit RecorderKeyTap(Typed typed) : typed_(std::move(typed)) {}
 
-    /// The monitor of a new recording.
-    std::unique_ptr<EventMonitor> startRecording(std::uint32_t mask, ShortcutRecorderButton::EventHandler handler);
-    /// Ends the recording, whose monitor may live on. To be called by destructors.
-    void endRecording();
-    [[nodiscard]] bool isRecording() const { return monitor_ != nullptr; }
+    [[nodiscard]] bool isRecording() const { return isRecording_; }
 
-    /// Hands the event to the handler; whether it is swallowed.
-    bool deliver(const KeyEvent& event);
+    /// Takes the keyboard if the window is active.
+    virtual void startRecording() = 0;
+    [[nodiscard]] virtual bool hasKeyboard() const { return keys_.has_value(); }
 
-    /// The recording has ended.
-    virtual void stopRecording() = 0;
+    // What the keyboard does; whether it is swallowed.
+    bool pressed(std::uint8_t keycode, std::uint16_t state);
+    bool released(std::uint8_t keycode, std::uint16_t state);
+
+    std::optional<RecorderKeys> keys_;  ///< while recording or while the chord's keys are still down
 
   private:
-    class Monitor;
+    bool deliver(const std::optional<KeyEvent>& event);
 
-    Monitor* monitor_ = nullptr;
-    std::uint32_t mask_ = 0;
-    ShortcutRecorderButton::EventHandler handler_;
+    Typed typed_;
+    bool isRecording_ = false;
 };
 
 }  // namespace vantrel::qt

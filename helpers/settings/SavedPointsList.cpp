@@ -11,10 +11,8 @@
 
 namespace vantrel::qt {
 
-void SavedPointsModel::reload() {
-    const auto source = source_.lock();
-    const std::size_t rows = source ? source->numberOfRows() : 0;
-    const int newCount = static_cast<int>(std::min<std::size_t>(rows, std::numeric_limits<int>::max()));
+void SavedPointsModel::reload(std::uint32_t count) {
+    const int newCount = static_cast<int>(std::min<std::uint32_t>(count, std::numeric_limits<int>::max()));
     if (newCount > count_) {
         beginInsertRows({}, count_, newCount - 1);
         count_ = newCount;
@@ -41,11 +39,10 @@ int SavedPointsModel::rowCount(const QModelIndex& parent) const {
 }
 
 QVariant SavedPointsModel::data(const QModelIndex& index, int role) const {
-    const auto source = source_.lock();
-    if (!source || role != Qt::DisplayRole || !index.isValid()) {
+    if (role != Qt::DisplayRole || !index.isValid()) {
         return {};
     }
-    const auto text = source->textForRow(index.row());
+    const auto text = textForRow_(static_cast<std::uint32_t>(index.row()));
     return text ? QVariant(QString::fromStdString(*text)) : QVariant();
 }
 
@@ -71,7 +68,7 @@ QSize SavedPointDelegate::sizeHint(const QStyleOptionViewItem& option, const QMo
     return {0, std::max(PreferencesWindowLayout::savedPointRowHeight, option.fontMetrics.height())};
 }
 
-SavedPointsList::SavedPointsList() {
+SavedPointsList::SavedPointsList(SavedPointsModel::TextForRow textForRow) : model_(std::move(textForRow)) {
     setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
     setBackgroundRole(QPalette::Base);
     setAutoFillBackground(true);

@@ -5,19 +5,23 @@
 #include <QListView>
 #include <QStyledItemDelegate>
 #include <cstdint>
-#include <memory>
-
-#include "Vantrel/Interface/PreferencesWindowView.hpp"
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
 
 namespace vantrel::qt {
 
 /// The rows of the saved points: how many there are is known, their texts are asked for one by one when they are drawn.
 class SavedPointsModel final : public QAbstractListModel {
   public:
-    void setSource(std::weak_ptr<PreferencesWindowViewDelegate> source) { source_ = std::move(source); }
+    /// The text of a row; none for one that does not exist, or whose text is on its way.
+    using TextForRow = std::function<std::optional<std::string>(std::uint32_t row)>;
 
-    /// Asks for all rows again. Rows that stay keep their place.
-    void reload();
+    explicit SavedPointsModel(TextForRow textForRow) : textForRow_(std::move(textForRow)) {}
+
+    /// Asks for all rows again, of which there are so many now. Rows that stay keep their place.
+    void reload(std::uint32_t count);
 
     /// Says that the row has another text now.
     void redraw(std::uint32_t row);
@@ -30,7 +34,7 @@ class SavedPointsModel final : public QAbstractListModel {
                                         Qt::MatchFlags flags) const override;
 
   private:
-    std::weak_ptr<PreferencesWindowViewDelegate> source_;
+    TextForRow textForRow_;
     int count_ = 0;
 };
 
@@ -46,10 +50,9 @@ class SavedPointDelegate final : public QStyledItemDelegate {
 /// The table of saved points in its frame. Hiding the table leaves the frame.
 class SavedPointsList final : public QFrame {
   public:
-    SavedPointsList();
+    explicit SavedPointsList(SavedPointsModel::TextForRow textForRow);
 
-    void setSource(std::weak_ptr<PreferencesWindowViewDelegate> source) { model_.setSource(std::move(source)); }
-    void reload() { model_.reload(); }
+    void reload(std::uint32_t count) { model_.reload(count); }
     void redraw(std::uint32_t row) { model_.redraw(row); }
     void setTableHidden(bool hidden) { table_.setHidden(hidden); }
 

@@ -10,10 +10,11 @@
 #include <QScreen>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
-#include <algorithm>
+#include <string>
 #include <utility>
 
 #include "Vantrel/Interface/PreferencesWindowLayout.hpp"
+#include "Vantrel/Interface/SettingEnumerations.hpp"
 #include "helpers/settings/DesktopFonts.hpp"
 #include "helpers/settings/FormLayout.hpp"
 #include "helpers/settings/QtObjects.hpp"
@@ -26,6 +27,13 @@ using Layout = PreferencesWindowLayout;
 using Texts = PreferencesWindowTexts;
 
 namespace {
+
+template <typename Values>
+void addTitles(QComboBox& button, const Values& values) {
+    for (const auto value : values) {
+        button.addItem(QString::fromStdString(std::string(title(value))));
+    }
+}
 
 /// A plain widget is a mere filler to a screen reader, which would not tell that a window came.
 class AccessibleWindow final : public QAccessibleWidget {
@@ -41,12 +49,16 @@ QAccessibleInterface* makeAccessibleWindow(const QString& /*className*/, QObject
 
 }  // namespace
 
-SettingsWindow::SettingsWindow()
+SettingsWindow::SettingsWindow(Events events)
     : QWidget(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                            Qt::WindowCloseButtonHint),
+      events_(std::move(events)),
       title_(Texts::title),
       subtitle_(SemanticColor::secondaryLabel, Texts::subtitle),
       primaryLabel_(SemanticColor::secondaryLabel, Texts::primaryLabel),
+      recorder_({.pressed = [this] { report(Kind::recorderPressed); },
+                 .shown = [this](bool isShown) { report(Kind::shown, isShown ? 1 : 0); },
+                 .typed = [this](const KeyEvent& key) { events_.reported({.kind = Kind::key, .key = key}); }}),
       resetShortcutButton_(Texts::resetButton),
       recommendation_(SemanticColor::secondaryLabel, Texts::recommendation),
       modeLabel_(SemanticColor::secondaryLabel, Texts::modeLabel),
@@ -55,6 +67,7 @@ SettingsWindow::SettingsWindow()
       soundButton_(Texts::soundButton),
       savedPointsSummaryLabel_(SemanticColor::secondaryLabel),
       savedPointsEmptyLabel_(SemanticColor::secondaryLabel, Texts::savedPointsEmpty),
+      savedPointsTable_(events_.textForRow),
       clearSavedPointsButton_(Texts::clearSavedPointsButton) {
     QAccessible::installFactory(makeAccessibleWindow);
     setWindowTitle(Texts::windowTitle);
@@ -121,14 +134,15 @@ QWidget& SettingsWindow::makeSavedPointsSection() {
 }
 
 void SettingsWindow::wireControls() {
-    using Delegate = PreferencesWindowViewDelegate;
-    // Only what the person does: what the controller sets is not an action.
-    connect(&resetShortcutButton_, &QPushButton::clicked, this, [this] { send(&Delegate::resetShortcut); });
-    connect(&modePopup_, &QComboBox::activated, this, [this] { send(&Delegate::modeChanged); });
-    connect(&animationPopup_, &QComboBox::activated, this, [this] { send(&Delegate::animationChanged); });
+    addTitles(modePopup_, allModes);
+    addTitles(animationPopup_, allAnimationStyles);
+    // Only what the person does: what the agent sets is not to be reported.
+    connect(&resetShortcutButton_, &QPushButton::clicked, this, [this] { report(Kind::resetPressed); });
+    connect(&modePopup_, &QComboBox::activated, this, [this](int index) { report(Kind::modeChosen, index); });
+    connect(&animationPopup_, &QComboBox::activated, this, [this](int index) { report(Kind::animationChosen, index); });
     // Not `clicked`: a screen reader changes a box without a click.
-    connect(&soundButton_, &QCheckBox::toggled, this, [this] { send(&Delegate::soundChanged); });
-    connect(&clearSavedPointsButton_, &QPushButton::clicked, this, [this] { send(&Delegate::clearSavedPoints); });
+    connect(&soundButton_, &QCheckBox::toggled, this, [this](bool isOn) { report(Kind::soundChosen, isOn ? 1 : 0); });
+    connect(&clearSavedPointsButton_, &QPushButton::clicked, this, [this] { report(Kind::clearPressed); });
     // Enter presses buttons too, not only Space.
     resetShortcutButton_.setAutoDefault(true);
     clearSavedPointsButton_.setAutoDefault(true);
@@ -145,12 +159,6 @@ void SettingsWindow::setTabOrders() {
     recorder_.setFocus();
 }
 
-void SettingsWindow::send(Action action) {
-    if (const auto delegate = delegate_.lock()) {
-        (delegate.get()->*action)();
-    }
-}
-
 void SettingsWindow::putBack(QPoint place) {
     if (QScreen* const there = QGuiApplication::screenAt(place)) {
         setScreen(there);
@@ -159,55 +167,21 @@ void SettingsWindow::putBack(QPoint place) {
     WorkArea::bringInto(*this);
 }
 
-void SettingsWindow::setDelegate(std::weak_ptr<PreferencesWindowViewDelegate> delegate) {
-    delegate_ = delegate;
-    savedPointsTable_.setSource(std::move(delegate));
-}
-
-void SettingsWindow::setShortcutStatus(const std::string& text, SemanticColor color) {
-    shortcutStatusLabel_.announce(QString::fromStdString(text), color);
+void SettingsWindow::setContent(const WindowContent& content) {
+    const PreferencesWindowContent& controls = content.controls;
+    recorder_.setTitle(content.recorderTitle);
+    recorder_.setRecording(content.recordsKeys);
+    shortcutStatusLabel_.announce(QString::fromStdString(controls.shortcutStatus), controls.shortcutStatusColor);
     shortcutStatusLabel_.tint(palette());
-}
-
-void SettingsWindow::setTitles(PreferencesPopUp popUp, const std::vector<std::string>& titles) {
-    PopUpButton& button = popUpButton(popUp);
-    button.clear();
-    for (const std::string& title : titles) {
-        button.addItem(QString::fromStdString(title));
-    }
-}
-
-void SettingsWindow::selectItem(PreferencesPopUp popUp, std::size_t index) {
-    popUpButton(popUp).setCurrentIndex(static_cast<int>(index));
-}
-
-std::int64_t SettingsWindow::indexOfSelectedItem(PreferencesPopUp popUp) const {
-    return popUpButton(popUp).currentIndex();
-}
-
-void SettingsWindow::setSoundChecked(bool checked) {
+    modePopup_.setCurrentIndex(controls.selectedMode);
+    animationPopup_.setCurrentIndex(controls.selectedAnimation);
     const QSignalBlocker notByThePerson(soundButton_);
-    soundButton_.setChecked(checked);
-}
-
-void SettingsWindow::setSavedPointsSummary(const std::string& text) {
-    savedPointsSummaryLabel_.setText(QString::fromStdString(text));
-}
-
-void SettingsWindow::setSavedPointsEmptyLabelHidden(bool hidden) {
-    savedPointsEmptyLabel_.setHidden(hidden);
-}
-
-void SettingsWindow::setSavedPointsTableHidden(bool hidden) {
-    savedPointsTable_.setTableHidden(hidden);
-}
-
-void SettingsWindow::setClearSavedPointsEnabled(bool enabled) {
-    clearSavedPointsButton_.setEnabled(enabled);
-}
-
-void SettingsWindow::reloadSavedPoints() {
-    savedPointsTable_.reload();
+    soundButton_.setChecked(controls.isSoundChecked);
+    savedPointsSummaryLabel_.setText(QString::fromStdString(controls.savedPointsSummary));
+    const bool isEmpty = content.rows == 0;
+    savedPointsEmptyLabel_.setHidden(!isEmpty);
+    savedPointsTable_.setTableHidden(isEmpty);
+    clearSavedPointsButton_.setEnabled(!isEmpty);
 }
 
 void SettingsWindow::showWindow() {
@@ -336,14 +310,6 @@ void SettingsWindow::measureAfresh() {
         child->updateGeometry();
     }
     fitContent();
-}
-
-PopUpButton& SettingsWindow::popUpButton(PreferencesPopUp popUp) {
-    return popUp == PreferencesPopUp::mode ? modePopup_ : animationPopup_;
-}
-
-const PopUpButton& SettingsWindow::popUpButton(PreferencesPopUp popUp) const {
-    return popUp == PreferencesPopUp::mode ? modePopup_ : animationPopup_;
 }
 
 }  // namespace vantrel::qt

@@ -4,11 +4,9 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QWidget>
-#include <memory>
-#include <string>
-#include <vector>
+#include <functional>
 
-#include "Vantrel/Interface/PreferencesWindowView.hpp"
+#include "Vantrel/Channel/SettingsMessages.hpp"
 #include "helpers/settings/PopUpButton.hpp"
 #include "helpers/settings/RecorderButton.hpp"
 #include "helpers/settings/SavedPointsList.hpp"
@@ -19,32 +17,32 @@ namespace vantrel::qt {
 
 /// The settings window, drawn with Qt Widgets. As large as its content where the screen has room for that, else its
 /// content scrolls.
-class SettingsWindow final : public QWidget, public PreferencesWindowView {
+class SettingsWindow final : public QWidget {
   public:
+    struct Events {
+        std::function<void(const WindowReport& done)> reported;  ///< what the person did; not numbered
+        SavedPointsModel::TextForRow textForRow;
+    };
+
     /// A hidden window, centred on the display that the pointer is on.
-    SettingsWindow();
+    explicit SettingsWindow(Events events);
 
     /// Puts the window, which is hidden, back to where it stood once, as far as its screen still has that place.
     void putBack(QPoint place);
 
+    /// Shows the content, but for the rows of the table. That is no report.
+    void setContent(const WindowContent& content);
+
+    /// Asks for the texts of all rows again, of which there are so many now. The scroll position stays.
+    void reloadSavedPoints(std::uint32_t rows) { savedPointsTable_.reload(rows); }
     /// Draws the row again: its text has come.
     void redrawSavedPoint(std::uint32_t row) { savedPointsTable_.redraw(row); }
 
-    void setDelegate(std::weak_ptr<PreferencesWindowViewDelegate> delegate) override;
-    ShortcutRecorderButton& shortcutRecorderButton() override { return recorder_; }
-    void setShortcutStatus(const std::string& text, SemanticColor color) override;
-    void setTitles(PreferencesPopUp popUp, const std::vector<std::string>& titles) override;
-    void selectItem(PreferencesPopUp popUp, std::size_t index) override;
-    [[nodiscard]] std::int64_t indexOfSelectedItem(PreferencesPopUp popUp) const override;
-    void setSoundChecked(bool checked) override;
-    [[nodiscard]] bool isSoundChecked() const override { return soundButton_.isChecked(); }
-    void setSavedPointsSummary(const std::string& text) override;
-    void setSavedPointsEmptyLabelHidden(bool hidden) override;
-    void setSavedPointsTableHidden(bool hidden) override;
-    void setClearSavedPointsEnabled(bool enabled) override;
-    void reloadSavedPoints() override;
-    void showWindow() override;
-    void makeKeyAndOrderFront() override;
+    void focusRecorder() { recorder_.setFocus(Qt::OtherFocusReason); }
+
+    void showWindow();
+    /// Brings the window to the front, onto the workspace that the person looks at, and gives it the keyboard.
+    void makeKeyAndOrderFront();
 
   protected:
     bool event(QEvent* event) override;
@@ -55,7 +53,7 @@ class SettingsWindow final : public QWidget, public PreferencesWindowView {
     void changeEvent(QEvent* event) override;
 
   private:
-    using Action = void (PreferencesWindowViewDelegate::*)();
+    using Kind = WindowReport::Kind;
 
     void buildContent();
     QWidget& makeHeader();
@@ -64,16 +62,14 @@ class SettingsWindow final : public QWidget, public PreferencesWindowView {
     QWidget& makeSavedPointsSection();
     void wireControls();
     void setTabOrders();
-    void send(Action action);
     void updateColors();
     void updateFonts();
     void fitContent();
     void measureAfresh();
     void watchScreen(const QScreen& screen);
-    PopUpButton& popUpButton(PreferencesPopUp popUp);
-    [[nodiscard]] const PopUpButton& popUpButton(PreferencesPopUp popUp) const;
+    void report(Kind kind, int value = 0) { events_.reported({.kind = kind, .value = value}); }
 
-    std::weak_ptr<PreferencesWindowViewDelegate> delegate_;
+    Events events_;
     bool isBuilt_ = false;
     bool wasOpen_ = false;  ///< when it was last to be shown
     ScrollingContent content_;

@@ -11,23 +11,22 @@
 
 namespace vantrel::qt {
 
-std::unique_ptr<RecorderKeyTap> WaylandKeyTap::make(QWidget& window) {
-    return QGuiApplication::platformName() == "wayland" ? std::make_unique<WaylandKeyTap>(window) : nullptr;
+std::unique_ptr<RecorderKeyTap> WaylandKeyTap::make(QWidget& window, Typed typed) {
+    return QGuiApplication::platformName() == "wayland" ? std::make_unique<WaylandKeyTap>(window, std::move(typed))
+                                                        : nullptr;
 }
 
 WaylandKeyTap::~WaylandKeyTap() {
-    endRecording();
+    setRecording(false);
     WaylandKeyTap::letGo();
 }
 
-std::unique_ptr<EventMonitor> WaylandKeyTap::record(std::uint32_t mask, ShortcutRecorderButton::EventHandler handler) {
-    auto monitor = startRecording(mask, std::move(handler));
+void WaylandKeyTap::startRecording() {
     // Before the window's own widgets and shortcuts.
     QCoreApplication::instance()->installEventFilter(this);
     if (window_.isActiveWindow()) {
         takeKeyboard();
     }
-    return monitor;
 }
 
 void WaylandKeyTap::takeKeyboard() {
@@ -36,12 +35,6 @@ void WaylandKeyTap::takeKeyboard() {
         keys_.emplace(std::move(*keyboard), x11::KeySet());
     }
     inhibitor_.emplace(window_);
-}
-
-void WaylandKeyTap::stopRecording() {
-    if (!keys_ || !keys_->holdsRegularKey()) {
-        letGo();
-    }
 }
 
 void WaylandKeyTap::letGo() {
@@ -82,26 +75,7 @@ bool WaylandKeyTap::keyChanged(const QKeyEvent& event) {
     }
     const auto keycode = static_cast<std::uint8_t>(event.nativeScanCode());
     const auto state = static_cast<std::uint16_t>(event.nativeModifiers());
-    std::optional<KeyEvent> change;
-    if (event.type() == QEvent::KeyPress) {
-        if (!isRecording()) {
-            return keys_->isHeld(keycode);
-        }
-        change = keys_->press(keycode, state);
-    } else {
-        if (!keys_->isHeld(keycode)) {
-            // Pressed before the recording, as the key that pressed the button.
-            return false;
-        }
-        change = keys_->release(keycode, state);
-        if (!isRecording()) {
-            if (!keys_->holdsRegularKey()) {
-                letGo();
-            }
-            return true;
-        }
-    }
-    return !change || deliver(*change);
+    return event.type() == QEvent::KeyPress ? pressed(keycode, state) : released(keycode, state);
 }
 
 }  // namespace vantrel::qt

@@ -4,9 +4,9 @@
 #include <QObject>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "helpers/settings/RecorderKeyTap.hpp"
-#include "helpers/settings/RecorderKeys.hpp"
 #include "helpers/settings/ShortcutsInhibitor.hpp"
 
 namespace vantrel::qt {
@@ -16,24 +16,22 @@ namespace vantrel::qt {
 class WaylandKeyTap final : public QObject, public RecorderKeyTap {
   public:
     /// Null where Qt does not run on a Wayland compositor.
-    static std::unique_ptr<RecorderKeyTap> make(QWidget& window);
+    static std::unique_ptr<RecorderKeyTap> make(QWidget& window, Typed typed);
 
-    explicit WaylandKeyTap(QWidget& window) : window_(window) {}
+    WaylandKeyTap(QWidget& window, Typed typed) : RecorderKeyTap(std::move(typed)), window_(window) {}
     ~WaylandKeyTap() override;
 
-    std::unique_ptr<EventMonitor> record(std::uint32_t mask, ShortcutRecorderButton::EventHandler handler) override;
     void letGo() override;
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    void stopRecording() override;
+    void startRecording() override;
     void takeKeyboard();
     bool keyChanged(const QKeyEvent& event);
 
     QWidget& window_;
-    std::optional<RecorderKeys> keys_;  ///< while recording or while the chord's keys are still down
     std::optional<ShortcutsInhibitor> inhibitor_;
 };
 

@@ -25,23 +25,15 @@ RecorderKeyboard readRecorderKeyboard() {
 }  // namespace
 
 X11KeyTap::~X11KeyTap() {
-    endRecording();
+    setRecording(false);
     X11KeyTap::letGo();
 }
 
-std::unique_ptr<EventMonitor> X11KeyTap::record(std::uint32_t mask, ShortcutRecorderButton::EventHandler handler) {
-    auto monitor = startRecording(mask, std::move(handler));
+void X11KeyTap::startRecording() {
     startFiltering();
     readKeyboard();
     if (window_.isActiveWindow()) {
         grab();
-    }
-    return monitor;
-}
-
-void X11KeyTap::stopRecording() {
-    if (!isGrabbed_ || !keys_ || !keys_->holdsRegularKey()) {
-        letGo();
     }
 }
 
@@ -101,7 +93,8 @@ bool X11KeyTap::nativeEventFilter(const QByteArray& eventType, void* message, qi
         case XCB_KEY_PRESS:
             return keyPressed(*static_cast<const xcb_key_press_event_t*>(message));
         case XCB_KEY_RELEASE:
-            return keyReleased(*static_cast<const xcb_key_release_event_t*>(message));
+            return released(static_cast<const xcb_key_release_event_t*>(message)->detail,
+                            static_cast<const xcb_key_release_event_t*>(message)->state);
         case XCB_FOCUS_IN:
             return focusEntered(*static_cast<const xcb_focus_in_event_t*>(message));
         case XCB_FOCUS_OUT:
@@ -113,31 +106,10 @@ bool X11KeyTap::nativeEventFilter(const QByteArray& eventType, void* message, qi
 }
 
 bool X11KeyTap::keyPressed(const xcb_key_press_event_t& event) {
-    if (!keys_) {
-        return false;
-    }
-    if (!isRecording()) {
-        return keys_->isHeld(event.detail);
-    }
-    if (!isGrabbed_) {
+    if (isRecording() && keys_ && !isGrabbed_) {
         grab();
     }
-    const auto keyEvent = keys_->press(event.detail, event.state);
-    return !keyEvent || deliver(*keyEvent);
-}
-
-bool X11KeyTap::keyReleased(const xcb_key_release_event_t& event) {
-    if (!keys_ || !keys_->isHeld(event.detail)) {
-        return false;
-    }
-    const auto keyEvent = keys_->release(event.detail, event.state);
-    if (!isRecording()) {
-        if (!keys_->holdsRegularKey()) {
-            letGo();
-        }
-        return true;
-    }
-    return !keyEvent || deliver(*keyEvent);
+    return pressed(event.detail, event.state);
 }
 
 bool X11KeyTap::focusEntered(const xcb_focus_in_event_t& event) {

@@ -19,10 +19,10 @@ int main(int argumentCount, char* arguments[]) {
     std::string problem;
     const auto application = qt::QtApplication::start(argumentCount > 1 ? arguments[1] : "xcb", problem);
     if (!application) {
-        agent.send({settings_messages::problem, g_variant_new("s", problem.c_str())});
+        agent.send(messageOf(WindowProblem{.text = problem}));
         return EXIT_FAILURE;
     }
     const qt::DesktopColors colors;
-    const auto link = qt::AgentLink::create(std::move(agent), [] { QCoreApplication::quit(); });
+    const qt::AgentLink link(std::move(agent), [] { QCoreApplication::quit(); });
     return QApplication::exec();
 }

@@ -18,29 +18,7 @@ std::string name(SemanticColor color) {
     return "label";
 }
 
-std::string name(PreferencesPopUp popUp) {
-    return popUp == PreferencesPopUp::mode ? "mode" : "animation";
-}
-
-std::string name(bool value) {
-    return value ? "true" : "false";
-}
-
 }  // namespace
-
-class FakeShortcutRecorderButton::Monitor final : public EventMonitor {
-  public:
-    explicit Monitor(FakeShortcutRecorderButton& button) : button_(button) {}
-    ~Monitor() override {
-        button_.handler = nullptr;
-        button_.journal.emplace_back("recorder.removeMonitor");
-    }
-    Monitor(const Monitor&) = delete;
-    Monitor& operator=(const Monitor&) = delete;
-
-  private:
-    FakeShortcutRecorderButton& button_;
-};
 
 void FakeShortcutRecorderButton::setDelegate(std::weak_ptr<ShortcutRecorderButtonDelegate> newDelegate) {
     delegate = std::move(newDelegate);
@@ -63,7 +41,10 @@ std::unique_ptr<EventMonitor> FakeShortcutRecorderButton::addLocalMonitorForEven
     }
     monitorMask = mask;
     handler = std::move(newHandler);
-    return std::make_unique<Monitor>(*this);
+    return std::make_unique<EventMonitor>([this] {
+        handler = nullptr;
+        journal.emplace_back("recorder.removeMonitor");
+    });
 }
 
 void FakeShortcutRecorderButton::click() {
@@ -92,48 +73,9 @@ void FakePreferencesWindowView::setDelegate(std::weak_ptr<PreferencesWindowViewD
     delegate = std::move(newDelegate);
 }
 
-void FakePreferencesWindowView::setShortcutStatus(const std::string& text, SemanticColor color) {
-    shortcutStatus = text;
-    shortcutStatusColor = color;
-    journal.push_back("window.setShortcutStatus(" + text + ", " + name(color) + ")");
-}
-
-void FakePreferencesWindowView::setTitles(PreferencesPopUp popUpName, const std::vector<std::string>& titles) {
-    popUp(popUpName).titles = titles;
-}
-
-void FakePreferencesWindowView::selectItem(PreferencesPopUp popUpName, std::size_t index) {
-    popUp(popUpName).selectedIndex = static_cast<std::int64_t>(index);
-    journal.push_back("window.selectItem(" + name(popUpName) + ", " + std::to_string(index) + ")");
-}
-
-std::int64_t FakePreferencesWindowView::indexOfSelectedItem(PreferencesPopUp popUpName) const {
-    return popUps.at(static_cast<std::size_t>(popUpName)).selectedIndex;
-}
-
-void FakePreferencesWindowView::setSoundChecked(bool checked) {
-    soundChecked = checked;
-    journal.push_back("window.setSoundChecked(" + name(checked) + ")");
-}
-
-void FakePreferencesWindowView::setSavedPointsSummary(const std::string& text) {
-    savedPointsSummary = text;
-    journal.push_back("window.setSavedPointsSummary(" + text + ")");
-}
-
-void FakePreferencesWindowView::setSavedPointsEmptyLabelHidden(bool hidden) {
-    emptyLabelHidden = hidden;
-    journal.push_back("window.setSavedPointsEmptyLabelHidden(" + name(hidden) + ")");
-}
-
-void FakePreferencesWindowView::setSavedPointsTableHidden(bool hidden) {
-    tableHidden = hidden;
-    journal.push_back("window.setSavedPointsTableHidden(" + name(hidden) + ")");
-}
-
-void FakePreferencesWindowView::setClearSavedPointsEnabled(bool enabled) {
-    clearEnabled = enabled;
-    journal.push_back("window.setClearSavedPointsEnabled(" + name(enabled) + ")");
+void FakePreferencesWindowView::setContent(const PreferencesWindowContent& newContent) {
+    content = newContent;
+    journal.push_back("window.setContent(" + content.shortcutStatus + ", " + name(content.shortcutStatusColor) + ")");
 }
 
 void FakePreferencesWindowView::reloadSavedPoints() {

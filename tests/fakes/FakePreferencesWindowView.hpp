@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -39,28 +38,17 @@ class FakeShortcutRecorderButton final : public ShortcutRecorderButton {
     bool refusesMonitor = false;
     std::uint32_t monitorMask = 0;
     EventHandler handler;  ///< empty when no monitor is installed
-
-  private:
-    class Monitor;
 };
 
-/// A settings window without a screen: it records what it is told, in fields and in the journal.
+/// A settings window without a screen: it records what it is told, in fields and, with the status of the shortcut, in
+/// the journal.
 class FakePreferencesWindowView final : public PreferencesWindowView {
   public:
     explicit FakePreferencesWindowView(Journal& calls) : journal(calls), recorderButton(calls) {}
 
     void setDelegate(std::weak_ptr<PreferencesWindowViewDelegate> newDelegate) override;
     ShortcutRecorderButton& shortcutRecorderButton() override { return recorderButton; }
-    void setShortcutStatus(const std::string& text, SemanticColor color) override;
-    void setTitles(PreferencesPopUp popUp, const std::vector<std::string>& titles) override;
-    void selectItem(PreferencesPopUp popUp, std::size_t index) override;
-    [[nodiscard]] std::int64_t indexOfSelectedItem(PreferencesPopUp popUp) const override;
-    void setSoundChecked(bool checked) override;
-    [[nodiscard]] bool isSoundChecked() const override { return soundChecked; }
-    void setSavedPointsSummary(const std::string& text) override;
-    void setSavedPointsEmptyLabelHidden(bool hidden) override;
-    void setSavedPointsTableHidden(bool hidden) override;
-    void setClearSavedPointsEnabled(bool enabled) override;
+    void setContent(const PreferencesWindowContent& newContent) override;
     void reloadSavedPoints() override;
     void showWindow() override;
     void makeKeyAndOrderFront() override;
@@ -68,23 +56,10 @@ class FakePreferencesWindowView final : public PreferencesWindowView {
     /// Draws every row of the table: their texts, in order.
     [[nodiscard]] std::vector<std::string> drawnRows() const;
 
-    struct PopUp {
-        std::vector<std::string> titles;
-        std::int64_t selectedIndex = -1;
-    };
-    [[nodiscard]] PopUp& popUp(PreferencesPopUp which) { return popUps.at(static_cast<std::size_t>(which)); }
-
     Journal& journal;
     FakeShortcutRecorderButton recorderButton;
     std::weak_ptr<PreferencesWindowViewDelegate> delegate;
-    std::string shortcutStatus;
-    SemanticColor shortcutStatusColor = SemanticColor::label;
-    std::array<PopUp, 2> popUps;
-    bool soundChecked = false;
-    std::string savedPointsSummary;
-    bool emptyLabelHidden = false;
-    bool tableHidden = false;
-    bool clearEnabled = false;
+    PreferencesWindowContent content;
 };
 
 /// Makes fake windows, or none while `isInstalled` is false.

@@ -20,9 +20,7 @@ std::string beginning(const std::string& text) {
 }  // namespace
 
 RemoteSettingsWindow::RemoteSettingsWindow(Helper::Start start)
-    : recorder_({.changed = [this] { sendContentSoon(); },
-                 .focusWanted = [this] { program_.send(Message(settings_messages::focusRecorder)); }}),
-      program_(std::move(start), {.received = [this](const Message& message) { obey(message); },
+    : program_(std::move(start), {.received = [this](const Message& message) { obey(message); },
                                   .ended = [this](const std::string& otherVersion) { ended(otherVersion); }}) {}
 
 void RemoteSettingsWindow::setDelegate(std::weak_ptr<PreferencesWindowViewDelegate> delegate) {
@@ -30,49 +28,17 @@ void RemoteSettingsWindow::setDelegate(std::weak_ptr<PreferencesWindowViewDelega
     reloadSavedPoints();
 }
 
-void RemoteSettingsWindow::setShortcutStatus(const std::string& text, SemanticColor color) {
-    content_.shortcutStatus = text;
-    content_.shortcutStatusColor = static_cast<std::uint32_t>(color);
+void RemoteSettingsWindow::setDelegate(std::weak_ptr<ShortcutRecorderButtonDelegate> delegate) {
+    recorder_ = std::move(delegate);
+}
+
+void RemoteSettingsWindow::setContent(const PreferencesWindowContent& content) {
+    content_.controls = content;
     sendContentSoon();
 }
 
-void RemoteSettingsWindow::setTitles(PreferencesPopUp popUp, const std::vector<std::string>& titles) {
-    (popUp == PreferencesPopUp::mode ? content_.modes : content_.animations) = titles;
-    sendContentSoon();
-}
-
-void RemoteSettingsWindow::selectItem(PreferencesPopUp popUp, std::size_t index) {
-    (popUp == PreferencesPopUp::mode ? content_.selectedMode : content_.selectedAnimation) =
-        static_cast<std::int32_t>(index);
-    sendContentSoon();
-}
-
-std::int64_t RemoteSettingsWindow::indexOfSelectedItem(PreferencesPopUp popUp) const {
-    return popUp == PreferencesPopUp::mode ? content_.selectedMode : content_.selectedAnimation;
-}
-
-void RemoteSettingsWindow::setSoundChecked(bool checked) {
-    content_.isSoundChecked = checked;
-    sendContentSoon();
-}
-
-void RemoteSettingsWindow::setSavedPointsSummary(const std::string& text) {
-    content_.savedPointsSummary = text;
-    sendContentSoon();
-}
-
-void RemoteSettingsWindow::setSavedPointsEmptyLabelHidden(bool hidden) {
-    content_.isEmptyLabelHidden = hidden;
-    sendContentSoon();
-}
-
-void RemoteSettingsWindow::setSavedPointsTableHidden(bool hidden) {
-    content_.isTableHidden = hidden;
-    sendContentSoon();
-}
-
-void RemoteSettingsWindow::setClearSavedPointsEnabled(bool enabled) {
-    content_.isClearingEnabled = enabled;
+void RemoteSettingsWindow::setTitle(const std::string& title) {
+    content_.recorderTitle = title;
     sendContentSoon();
 }
 
@@ -91,7 +57,7 @@ void RemoteSettingsWindow::showWindow() {
         return;
     }
     if (isNew && place_) {
-        program_.send(settings_messages::place(*place_));
+        program_.send(messageOf(*place_));
     }
     sendContent();
     program_.send(Message(settings_messages::show));
@@ -101,53 +67,68 @@ void RemoteSettingsWindow::makeKeyAndOrderFront() {
     program_.send(Message(settings_messages::bringToFront));
 }
 
+void RemoteSettingsWindow::makeFirstResponder() {
+    program_.send(Message(settings_messages::focusRecorder));
+}
+
+std::unique_ptr<EventMonitor> RemoteSettingsWindow::addLocalMonitorForEvents(std::uint32_t mask, EventHandler handler) {
+    recordedEvents_ = mask;
+    recordedEventHandler_ = std::move(handler);
+    sendContentSoon();
+    return std::make_unique<EventMonitor>([this] {
+        recordedEvents_ = 0;
+        recordedEventHandler_ = nullptr;
+        sendContentSoon();
+    });
+}
+
 void RemoteSettingsWindow::obey(const Message& message) {
-    if (const auto report = settings_messages::reportOf(message)) {
+    if (const auto report = valueOf<WindowReport>(message)) {
         take(*report);
-    } else if (const auto row = settings_messages::wantedRowOf(message)) {
+    } else if (const auto row = valueOf<WindowRow>(message)) {
         giveRow(*row);
-    } else if (const auto place = settings_messages::placeOf(message)) {
+    } else if (const auto place = valueOf<WindowPlace>(message)) {
         place_ = place;
-    } else if (message.is(settings_messages::problem, "s")) {
-        const std::string problem = g_variant_get_string(message.body.get(), nullptr);
+    } else if (const auto problem = valueOf<WindowProblem>(message)) {
         program_.end();
-        fail("the settings cannot be shown: " + problem, "Settings unavailable");
+        fail("the settings cannot be shown: " + problem->text, "Settings unavailable");
     }
 }
 
 void RemoteSettingsWindow::take(const WindowReport& report) {
-    using Delegate = PreferencesWindowViewDelegate;
     using Kind = WindowReport::Kind;
     content_.lastReport = report.number;
     // Every report is answered, also one that changes nothing.
     sendContentSoon();
+    const auto delegate = delegate_.lock();
+    const auto recorder = recorder_.lock();
+    if (!delegate || !recorder) {
+        return;
+    }
     switch (report.kind) {
         case Kind::shown:
             shown(report.value != 0);
             break;
         case Kind::recorderPressed:
-            recorder_.pressed();
+            recorder->toggleRecording();
             break;
         case Kind::key:
-            recorder_.keyEvent({static_cast<KeyEventType>(report.value), report.key, report.flags});
+            typed(report.key);
             break;
         case Kind::resetPressed:
-            tell(&Delegate::resetShortcut);
+            delegate->resetShortcut();
             break;
         case Kind::modeChosen:
-            content_.selectedMode = report.value;
-            tell(&Delegate::modeChanged);
+            delegate->modeChanged(report.value);
             break;
         case Kind::animationChosen:
-            content_.selectedAnimation = report.value;
-            tell(&Delegate::animationChanged);
+            delegate->animationChanged(report.value);
             break;
         case Kind::soundChosen:
-            content_.isSoundChecked = report.value != 0;
-            tell(&Delegate::soundChanged);
+            delegate->soundChanged(report.value != 0);
             break;
         case Kind::clearPressed:
-            tell(&Delegate::clearSavedPoints);
+            delegate->clearSavedPoints();
             break;
     }
 }
@@ -158,13 +139,24 @@ void RemoteSettingsWindow::giveRow(const WindowRow& wanted) {
         return;
     }
     if (const auto text = delegate->textForRow(wanted.row)) {
-        program_.send(settings_messages::rowText({.row = wanted, .text = beginning(*text)}));
+        program_.send(messageOf(WindowRowText{.row = wanted, .text = beginning(*text)}));
+    }
+}
+
+void RemoteSettingsWindow::typed(const KeyEvent& event) {
+    if ((recordedEvents_ & eventMask(event.type)) != 0) {
+        // A copy: the handler may remove its monitor.
+        const EventHandler handler = recordedEventHandler_;
+        handler(event);
     }
 }
 
 void RemoteSettingsWindow::shown(bool isShown) {
     isWanted_ = isShown;
-    recorder_.windowShown(isShown);
+    isShown_ = isShown;
+    if (const auto recorder = recorder_.lock()) {
+        recorder->viewWillMoveToWindow(isShown);
+    }
     if (isShown) {
         program_.keep();
     } else {
@@ -175,11 +167,12 @@ void RemoteSettingsWindow::shown(bool isShown) {
 void RemoteSettingsWindow::ended(const std::string& otherVersion) {
     // The next program counts its reports anew.
     content_.lastReport = 0;
-    recorder_.windowShown(false);
+    const bool wasWanted = isWanted_;
+    shown(false);
     if (!otherVersion.empty()) {
         // An upgrade while the agent runs.
         fail("start Vantrel again to open the settings (they are of version " + otherVersion + ")", "Restart Vantrel");
-    } else if (std::exchange(isWanted_, false)) {
+    } else if (wasWanted) {
         fail("the settings window has ended unexpectedly; the menu opens it again", "Settings ended");
     }
 }
@@ -187,12 +180,6 @@ void RemoteSettingsWindow::ended(const std::string& otherVersion) {
 void RemoteSettingsWindow::fail(const std::string& problem, const std::string& flashText) {
     if (const auto delegate = delegate_.lock()) {
         delegate->windowFailed(problem, flashText);
-    }
-}
-
-void RemoteSettingsWindow::tell(Action action) {
-    if (const auto delegate = delegate_.lock()) {
-        (delegate.get()->*action)();
     }
 }
 
@@ -204,9 +191,8 @@ void RemoteSettingsWindow::sendContentSoon() {
 }
 
 void RemoteSettingsWindow::sendContent() {
-    content_.recorderTitle = recorder_.title();
-    content_.recordedEvents = recorder_.recordedEvents();
-    program_.send(settings_messages::content(content_));
+    content_.recordsKeys = recordedEvents_ != 0;
+    program_.send(messageOf(content_));
 }
 
 }  // namespace vantrel::desktop

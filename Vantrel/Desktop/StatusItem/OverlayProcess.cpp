@@ -30,7 +30,7 @@ OverlayProcess::OverlayProcess(Helper::Start start, RowChosen rowChosen)
 void OverlayProcess::showText(const ScreenText& text) {
     if (program_.start()) {
         isTextShown_ = true;
-        program_.send(screen_messages::showText(text));
+        program_.send(messageOf(text));
         lingerOrStay();
     }
 }
@@ -45,14 +45,14 @@ void OverlayProcess::hideText() {
 void OverlayProcess::openMenu(const std::vector<MenuRow>& rows) {
     if (!rows.empty() && program_.start()) {
         isMenuOpen_ = true;
-        program_.send(screen_messages::openMenu(rows));
+        program_.send(messageOf(OpenMenu{rows}));
         lingerOrStay();
     }
 }
 
 void OverlayProcess::updateMenu(const std::vector<MenuRow>& rows) {
     if (isMenuOpen_) {
-        program_.send(screen_messages::updateMenu(rows));
+        program_.send(messageOf(UpdateMenu{rows}));
     }
 }
 
@@ -60,8 +60,8 @@ void OverlayProcess::obey(const Message& message) {
     if (message.is(screen_messages::menuClosed, "()")) {
         isMenuOpen_ = false;
         lingerOrStay();
-    } else if (const auto row = screen_messages::chosenRow(message)) {
-        rowChosen_(*row);
+    } else if (const auto chosen = valueOf<ChosenRow>(message)) {
+        rowChosen_(chosen->row);
     }
 }
 

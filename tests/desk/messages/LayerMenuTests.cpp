@@ -31,7 +31,7 @@ class LayerMenu : public MessagesDesk {
     Rect open(LayoutPoint point, const std::string& output = mainOutput) {
         movePointer(point);
         rememberTheScreen();
-        agent.send(screen_messages::openMenu(rows()));
+        agent.send(messageOf(OpenMenu{rows()}));
         EXPECT_TRUE(waitUntilSeenOn(output));
         return seenOn(output).value_or(Rect{});
     }
@@ -44,8 +44,8 @@ class LayerMenu : public MessagesDesk {
     /// Takes in what the program says; whether the menu has ended.
     bool hasEnded() {
         while (const auto message = agent.receive()) {
-            if (const auto row = screen_messages::chosenRow(*message)) {
-                chosen = row;
+            if (const auto choice = valueOf<ChosenRow>(*message)) {
+                chosen = choice->row;
             }
             isClosed = isClosed || message->is(screen_messages::menuClosed, "()");
         }
@@ -105,7 +105,7 @@ TEST_F(LayerMenu, keys_endHomeAndSpace_chooseARow) {
 TEST_F(LayerMenu, keys_beforeTheMenuIsSeen_areNotLost) {
     movePointer({.x = 300, .y = 200});
     const auto window = openWindow();
-    agent.send(screen_messages::openMenu(rows()));
+    agent.send(messageOf(OpenMenu{rows()}));
     ASSERT_TRUE(waitUntil([&] { return !window->hasKeyboard(); }));
     desk.person().type({escape});
     ASSERT_TRUE(waitForEnd());
@@ -201,7 +201,7 @@ TEST_F(LayerMenu, release_ofTheOpeningClick_doesNotChoose) {
     movePointer({.x = -500, .y = 500});
     rememberTheScreen();
     desk.person().pressButton();
-    agent.send(screen_messages::openMenu(rows()));
+    agent.send(messageOf(OpenMenu{rows()}));
     ASSERT_TRUE(waitUntil([&] { return seenOn(mainOutput) || seenOn(secondOutput); }));
     desk.person().releaseButton();
     EXPECT_TRUE(staysOpen());
@@ -215,7 +215,7 @@ TEST_F(LayerMenu, pointerNotTold_menuIsInTheMiddleOfADisplay) {
     movePointer({.x = 300, .y = 200});
     rememberTheScreen();
     desk.person().pressButton();
-    agent.send(screen_messages::openMenu(rows()));
+    agent.send(messageOf(OpenMenu{rows()}));
     ASSERT_TRUE(waitUntil([&] { return seenOn(mainOutput) || seenOn(secondOutput); }));
     const bool isOnMain = seenOn(mainOutput).has_value();
     const Rect seen = *seenOn(isOnMain ? mainOutput : secondOutput);
@@ -233,7 +233,7 @@ TEST_F(LayerMenu, rows_updatedWhileOpen_areShownInTheSamePlace) {
     const Rect former = open({.x = 300, .y = 200});
     std::vector<MenuRow> fewer = rows();
     fewer.pop_back();
-    agent.send(screen_messages::updateMenu(fewer));
+    agent.send(messageOf(UpdateMenu{fewer}));
     EXPECT_TRUE(waitUntil([&] {
         const auto seen = seenOn(mainOutput);
         return seen && seen->height < former.height && seen->x == former.x && seen->y == former.y;

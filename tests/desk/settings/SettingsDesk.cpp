@@ -48,7 +48,7 @@ Platform withRealHotKeys(Platform platform, x11::X11Session& x11, PreferencesWin
 PreferencesWindowViewResult WindowInThisProcess::makePreferencesWindowView() {
     return {.view = std::make_unique<desktop::RemoteSettingsWindow>([this] {
                 SocketPair pair;
-                link = qt::AgentLink::create(Channel(std::move(pair.second)), [] {});
+                link = std::make_unique<qt::AgentLink>(Channel(std::move(pair.second)), [] {});
                 return Channel(std::move(pair.first));
             }),
             .problem = {},
@@ -132,7 +132,7 @@ bool SettingsDesk::holds(const std::function<bool()>& condition, Duration time) 
 }
 
 QAbstractButton& SettingsDesk::recorder() {
-    return static_cast<qt::RecorderButton&>(window().shortcutRecorderButton());
+    return *window().findChild<QAbstractButton*>("recorder");
 }
 
 std::string SettingsDesk::recorderTitle() {

@@ -29,7 +29,7 @@ class WindowInThisProcess final : public PreferencesWindowViewFactory {
   public:
     PreferencesWindowViewResult makePreferencesWindowView() override;
 
-    std::shared_ptr<qt::AgentLink> link;  ///< of the last window that was shown
+    std::unique_ptr<qt::AgentLink> link;  ///< of the last window that was shown
 };
 
 /// The settings window on a private desk, in this process: the real controller with real hot keys; the rest of its

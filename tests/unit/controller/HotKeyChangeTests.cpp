@@ -17,22 +17,23 @@ class HotKeyChangeTest : public ControllerTest {
 
     /// Registrations, stores and what the person sees, in order.
     [[nodiscard]] fake::Journal visibleCalls() const {
-        return calls({"RegisterEventHotKey", "UnregisterEventHotKey", "setObjects", "setMenu",
-                      "window.setShortcutStatus", "setTitle"});
+        return calls(
+            {"RegisterEventHotKey", "UnregisterEventHotKey", "setObjects", "setMenu", "window.setContent", "setTitle"});
     }
 
     /// What the window says of the shortcut.
-    [[nodiscard]] const std::string& statusText() const { return fakes.preferencesWindowViews.view->shortcutStatus; }
+    [[nodiscard]] const std::string& statusText() const {
+        return fakes.preferencesWindowViews.view->content.shortcutStatus;
+    }
 };
 
 TEST_F(HotKeyChangeTest, apply_freeShortcut_replacesTheOldOneInOrder) {
     launchAndOpenSettings();
     controller->applyPrimaryShortcut({40, controlOptionCommand});
-    EXPECT_EQ(visibleCalls(),
-              (fake::Journal{"UnregisterEventHotKey(id 1)", "RegisterEventHotKey(40, 6400, id 1)",
-                             "setObjects(primaryHotKeyCode=40, primaryHotKeyModifiers=6400)", "setMenu",
-                             "window.setShortcutStatus(Ready. Use Ctrl + Option + Command + K., secondary)",
-                             "setTitle(Shortcut saved)"}));
+    EXPECT_EQ(visibleCalls(), (fake::Journal{"UnregisterEventHotKey(id 1)", "RegisterEventHotKey(40, 6400, id 1)",
+                                             "setObjects(primaryHotKeyCode=40, primaryHotKeyModifiers=6400)", "setMenu",
+                                             "window.setContent(Ready. Use Ctrl + Option + Command + K., secondary)",
+                                             "setTitle(Shortcut saved)"}));
     EXPECT_EQ(shortcutLine(), "Shortcut: Ctrl + Option + Command + K");
     EXPECT_TRUE(fakes.hotKeys.isRegistered({40, controlOptionCommand}));
     EXPECT_FALSE(fakes.hotKeys.isRegistered({2, hyper}));
@@ -45,7 +46,7 @@ TEST_F(HotKeyChangeTest, apply_shortcutInForce_releasesRegistersAndStoresItAgain
     EXPECT_EQ(visibleCalls(),
               (fake::Journal{"UnregisterEventHotKey(id 1)", "RegisterEventHotKey(2, 6912, id 1)",
                              "setObjects(primaryHotKeyCode=2, primaryHotKeyModifiers=6912)", "setMenu",
-                             "window.setShortcutStatus(Ready. With Raycast Hyper Key, use Caps Lock + D., secondary)",
+                             "window.setContent(Ready. With Raycast Hyper Key, use Caps Lock + D., secondary)",
                              "setTitle(Shortcut saved)"}));
 }
 
@@ -53,8 +54,8 @@ TEST_F(HotKeyChangeTest, apply_reservedShortcut_changesNothingAndSaysSo) {
     launchAndOpenSettings();
     controller->applyPrimaryShortcut({20, hyper});
     const std::string text = "Hyper + 3 is already reserved in Raycast. Hyper + 1 through Hyper + 5 are avoided.";
-    EXPECT_EQ(visibleCalls(), (fake::Journal{"setMenu", "window.setShortcutStatus(" + text + ", secondary)",
-                                             "setTitle(Shortcut busy)"}));
+    EXPECT_EQ(visibleCalls(),
+              (fake::Journal{"setMenu", "window.setContent(" + text + ", secondary)", "setTitle(Shortcut busy)"}));
     EXPECT_EQ(shortcutLine(), "Shortcut: Hyper + D");
     EXPECT_TRUE(fakes.defaults.values.empty());
 }
@@ -66,7 +67,7 @@ TEST_F(HotKeyChangeTest, apply_refusedShortcut_restoresThePreviousOne) {
     EXPECT_EQ(visibleCalls(),
               (fake::Journal{"UnregisterEventHotKey(id 1)", "RegisterEventHotKey(40, 6912, id 1)",
                              "RegisterEventHotKey(2, 6912, id 1)", "setMenu",
-                             "window.setShortcutStatus(Hyper + K is unavailable. Restored Hyper + D., secondary)",
+                             "window.setContent(Hyper + K is unavailable. Restored Hyper + D., secondary)",
                              "setTitle(Shortcut busy)"}));
     EXPECT_EQ(shortcutLine(), "Shortcut: Hyper + D");
     EXPECT_TRUE(fakes.hotKeys.isRegistered({2, hyper}));

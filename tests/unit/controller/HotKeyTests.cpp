@@ -38,7 +38,7 @@ TEST_F(HotKeyTest, launch_handlerRefused_flashesAndRegistersAllTheSame) {
                              "RegisterEventHotKey(123, 6400, id 3)", "RegisterEventHotKey(46, 6400, id 4)",
                              "RegisterEventHotKey(1, 6912, id 5)", "setMenu"}));
     EXPECT_EQ(shortcutLine(), "Shortcut: Hyper + D");
-    EXPECT_EQ(openSettings().shortcutStatus, "Ready. With Raycast Hyper Key, use Caps Lock + D.");
+    EXPECT_EQ(openSettings().content.shortcutStatus, "Ready. With Raycast Hyper Key, use Caps Lock + D.");
 }
 
 TEST_F(HotKeyTest, launch_storedShortcutReserved_registersTheFixedKeysOnly) {
@@ -46,7 +46,7 @@ TEST_F(HotKeyTest, launch_storedShortcutReserved_registersTheFixedKeysOnly) {
     launch();
     EXPECT_EQ(shortcutLine(), "Shortcut unavailable: Hyper + 3");
     EXPECT_EQ(fakes.statusBar.title, "Vantrel");
-    EXPECT_EQ(openSettings().shortcutStatus, "Hyper + 3 is reserved in Raycast. Choose a different Hyper key.");
+    EXPECT_EQ(openSettings().content.shortcutStatus, "Hyper + 3 is reserved in Raycast. Choose a different Hyper key.");
     EXPECT_EQ(releasedAtTheEnd(), "id 2, id 3, id 4, id 5");
 }
 
@@ -56,7 +56,7 @@ TEST_F(HotKeyTest, launch_shortcutRefused_tellsTheStatusAndDoesNotFlash) {
         relaunch();
         EXPECT_EQ(shortcutLine(), "Shortcut unavailable: Hyper + D");
         EXPECT_EQ(fakes.statusBar.title, "Vantrel");
-        EXPECT_EQ(openSettings().shortcutStatus,
+        EXPECT_EQ(openSettings().content.shortcutStatus,
                   "Hyper + D is unavailable right now. macOS returned " + std::to_string(status) + ".");
     }
 }
@@ -76,7 +76,7 @@ TEST_F(HotKeyTest, launch_whileRegisteredAndNowReserved_isNoLongerRegistered) {
     controller->applicationDidFinishLaunching();
     EXPECT_EQ(calls({"UnregisterEventHotKey"}), fake::Journal{"UnregisterEventHotKey(id 1)"});
     EXPECT_EQ(shortcutLine(), "Shortcut unavailable: Hyper + 1");
-    EXPECT_EQ(openSettings().shortcutStatus, "Hyper + 1 is reserved in Raycast. Choose a different Hyper key.");
+    EXPECT_EQ(openSettings().content.shortcutStatus, "Hyper + 1 is reserved in Raycast. Choose a different Hyper key.");
     EXPECT_EQ(releasedAtTheEnd(), "id 2, id 3, id 4, id 5");
 }
 
@@ -94,7 +94,7 @@ TEST_F(HotKeyTest, launch_fixedKeyRefused_isAbsentWithoutAWord) {
     EXPECT_TRUE(fakes.hotKeys.isRegistered({124, controlOptionCommand}));
     EXPECT_TRUE(fakes.hotKeys.isRegistered({1, hyper}));
     EXPECT_EQ(fakes.statusBar.title, "Vantrel");
-    EXPECT_EQ(openSettings().shortcutStatus, "Ready. With Raycast Hyper Key, use Caps Lock + D.");
+    EXPECT_EQ(openSettings().content.shortcutStatus, "Ready. With Raycast Hyper Key, use Caps Lock + D.");
     EXPECT_EQ(releasedAtTheEnd(), "id 1, id 2, id 5");
 }
 

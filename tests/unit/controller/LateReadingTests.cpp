@@ -164,9 +164,9 @@ TEST_F(LateReadingTest, singleValues_notChangedSince_comeIntoForce) {
     fakes.defaults.readLate({{"mode", "manual"s}, {"animation", "none"s}, {"soundEnabled", std::int64_t{0}}});
     EXPECT_TRUE(calls({"setObjects"}).empty());
     auto& window = openSettings();
-    EXPECT_EQ(window.popUp(PreferencesPopUp::mode).selectedIndex, 1) << "manual";
-    EXPECT_EQ(window.popUp(PreferencesPopUp::animation).selectedIndex, 0) << "none";
-    EXPECT_FALSE(window.soundChecked);
+    EXPECT_EQ(window.content.selectedMode, 1) << "manual";
+    EXPECT_EQ(window.content.selectedAnimation, 0) << "none";
+    EXPECT_FALSE(window.content.isSoundChecked);
 }
 
 TEST_F(LateReadingTest, singleValues_changedSince_stayAsChanged) {
@@ -174,9 +174,9 @@ TEST_F(LateReadingTest, singleValues_changedSince_stayAsChanged) {
     controller->preferencesDidChangeSound(true);
     fakes.defaults.readLate({{"mode", "manual"s}, {"animation", "none"s}, {"soundEnabled", std::int64_t{0}}});
     auto& window = openSettings();
-    EXPECT_EQ(window.popUp(PreferencesPopUp::mode).selectedIndex, 0) << "automatic";
-    EXPECT_EQ(window.popUp(PreferencesPopUp::animation).selectedIndex, 0) << "none";
-    EXPECT_TRUE(window.soundChecked);
+    EXPECT_EQ(window.content.selectedMode, 0) << "automatic";
+    EXPECT_EQ(window.content.selectedAnimation, 0) << "none";
+    EXPECT_TRUE(window.content.isSoundChecked);
 }
 
 TEST_F(LateReadingTest, shortcut_notChangedSince_isRegisteredAsAtLaunch) {
@@ -185,7 +185,7 @@ TEST_F(LateReadingTest, shortcut_notChangedSince_isRegisteredAsAtLaunch) {
     EXPECT_EQ(calls({"UnregisterEventHotKey", "RegisterEventHotKey", "setObjects"}),
               (fake::Journal{"UnregisterEventHotKey(id 1)", "RegisterEventHotKey(40, 6400, id 1)"}));
     EXPECT_EQ(shortcutLine(), "Shortcut: Ctrl + Option + Command + K");
-    EXPECT_EQ(openSettings().shortcutStatus, "Ready. Use Ctrl + Option + Command + K.");
+    EXPECT_EQ(openSettings().content.shortcutStatus, "Ready. Use Ctrl + Option + Command + K.");
 }
 
 TEST_F(LateReadingTest, shortcut_takenOrReserved_isToldAsAtLaunch) {
@@ -193,13 +193,13 @@ TEST_F(LateReadingTest, shortcut_takenOrReserved_isToldAsAtLaunch) {
     fakes.defaults.readLate(
         {{"primaryHotKeyCode", std::int64_t{40}}, {"primaryHotKeyModifiers", std::int64_t{0x1900}}});
     EXPECT_EQ(shortcutLine(), "Shortcut unavailable: Ctrl + Option + Command + K");
-    EXPECT_EQ(openSettings().shortcutStatus,
+    EXPECT_EQ(openSettings().content.shortcutStatus,
               "Ctrl + Option + Command + K is unavailable right now. macOS returned -9878.");
     fakes.defaults.values.clear();
     fakes.defaults.readLate(
         {{"primaryHotKeyCode", std::int64_t{18}}, {"primaryHotKeyModifiers", std::int64_t{0x1B00}}});
     EXPECT_EQ(shortcutLine(), "Shortcut unavailable: Hyper + 1");
-    EXPECT_EQ(openSettings().shortcutStatus, "Hyper + 1 is reserved in Raycast. Choose a different Hyper key.");
+    EXPECT_EQ(openSettings().content.shortcutStatus, "Hyper + 1 is reserved in Raycast. Choose a different Hyper key.");
 }
 
 TEST_F(LateReadingTest, shortcut_changedSince_staysRegistered) {
@@ -226,7 +226,7 @@ TEST_F(LateReadingTest, menuAndWindow_follow) {
     EXPECT_NE(fakes.statusBar.row("Mode: Manual: saved points"), nullptr);
     EXPECT_NE(fakes.statusBar.row("Saved Points: 2 points"), nullptr);
     EXPECT_NE(fakes.statusBar.row("Shortcut: Ctrl + Option + Command + K"), nullptr);
-    EXPECT_EQ(fakes.preferencesWindowViews.view->savedPointsSummary, "2 saved cursor points.");
+    EXPECT_EQ(fakes.preferencesWindowViews.view->content.savedPointsSummary, "2 saved cursor points.");
     EXPECT_TRUE(calls({"setTitle"}).empty()) << "no message for what a person did not ask for";
 }
 

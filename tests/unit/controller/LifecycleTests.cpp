@@ -19,9 +19,9 @@ TEST_F(LifecycleTest, create_nothingElse_makesAnUntitledItemAndBuiltInValues) {
     EXPECT_EQ(modeLine(), "Mode: Automatic: displays");
     EXPECT_EQ(savedPointsLine(), "Saved Points: none");
     auto& window = openSettings();
-    EXPECT_EQ(window.shortcutStatus, "Shortcut not registered yet.");
-    EXPECT_EQ(window.popUp(PreferencesPopUp::animation).selectedIndex, 1) << "glide";
-    EXPECT_TRUE(window.soundChecked);
+    EXPECT_EQ(window.content.shortcutStatus, "Shortcut not registered yet.");
+    EXPECT_EQ(window.content.selectedAnimation, 1) << "glide";
+    EXPECT_TRUE(window.content.isSoundChecked);
     layOutTwoDisplays();
     controller->teleportNextDisplay();
     EXPECT_EQ(storedPositions().size(), 1U) << "nothing but the display that was left";
@@ -39,7 +39,7 @@ TEST_F(LifecycleTest, launch_freshInstall_doesEverythingInOrder) {
                              "RegisterEventHotKey(46, 6400, id 4)", "RegisterEventHotKey(1, 6912, id 5)", "setMenu"}));
     EXPECT_EQ(fakes.statusBar.title, "Vantrel");
     EXPECT_EQ(shortcutLine(), "Shortcut: Hyper + D");
-    EXPECT_EQ(openSettings().shortcutStatus, "Ready. With Raycast Hyper Key, use Caps Lock + D.");
+    EXPECT_EQ(openSettings().content.shortcutStatus, "Ready. With Raycast Hyper Key, use Caps Lock + D.");
     for (const auto& registration : fakes.hotKeys.registrations()) {
         EXPECT_EQ(registration.hotKeyID.signature, 0x564E544CU);  // "VNTL"
     }

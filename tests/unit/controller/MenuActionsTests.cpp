@@ -87,9 +87,9 @@ TEST_F(StatusMenuActionsTest, selectMode_rawValue_setsStoresRebuildsAndRefreshes
     controller->openSettings();
     fakes.journal.clear();
     controller->selectMode(senderOf(std::string("manual")));
-    EXPECT_EQ(calls({"setObjects", "setMenu", "window.selectItem"}),
-              (Journal{"setObjects(mode=manual)", "setMenu", "window.selectItem(mode, 1)",
-                       "window.selectItem(animation, 1)"}));
+    EXPECT_EQ(calls({"setObjects", "setMenu", "window.reloadSavedPoints"}),
+              (Journal{"setObjects(mode=manual)", "setMenu", "window.reloadSavedPoints"}));
+    EXPECT_EQ(fakes.preferencesWindowViews.view->content.selectedMode, 1);
     controller->selectMode(senderOf(std::string("automatic")));
     EXPECT_EQ(modeLine(), "Mode: Automatic: displays");
 }
@@ -99,11 +99,11 @@ TEST_F(StatusMenuActionsTest, selectAnimation_rawValue_setsStoresRebuildsAndRefr
     controller->openSettings();
     fakes.journal.clear();
     controller->selectAnimation(senderOf(std::string("none")));
-    EXPECT_EQ(calls({"setObjects", "setMenu", "window.selectItem"}),
-              (Journal{"setObjects(animation=none)", "setMenu", "window.selectItem(mode, 0)",
-                       "window.selectItem(animation, 0)"}));
+    EXPECT_EQ(calls({"setObjects", "setMenu", "window.reloadSavedPoints"}),
+              (Journal{"setObjects(animation=none)", "setMenu", "window.reloadSavedPoints"}));
+    EXPECT_EQ(fakes.preferencesWindowViews.view->content.selectedAnimation, 0);
     controller->selectAnimation(senderOf(std::string("glide")));
-    EXPECT_EQ(fakes.preferencesWindowViews.view->popUp(PreferencesPopUp::animation).selectedIndex, 1);
+    EXPECT_EQ(fakes.preferencesWindowViews.view->content.selectedAnimation, 1);
 }
 
 TEST_F(StatusMenuActionsTest, select_unknownObject_isIgnoredInSilence) {
@@ -120,8 +120,8 @@ TEST_F(StatusMenuActionsTest, select_unknownObject_isIgnoredInSilence) {
     controller->selectAnimation(senderOf(std::string("manual")));
     EXPECT_EQ(fakes.journal, Journal{});
     auto& window = openSettings();
-    EXPECT_EQ(window.popUp(PreferencesPopUp::mode).selectedIndex, 0) << "automatic";
-    EXPECT_EQ(window.popUp(PreferencesPopUp::animation).selectedIndex, 1) << "glide";
+    EXPECT_EQ(window.content.selectedMode, 0) << "automatic";
+    EXPECT_EQ(window.content.selectedAnimation, 1) << "glide";
 }
 
 TEST_F(StatusMenuActionsTest, toggleSound_twice_returnsToTheStart) {
@@ -129,20 +129,20 @@ TEST_F(StatusMenuActionsTest, toggleSound_twice_returnsToTheStart) {
     controller->openSettings();
     fakes.journal.clear();
     controller->toggleSound();
-    EXPECT_EQ(calls({"setObjects", "setMenu", "window.setSoundChecked"}),
-              (Journal{"setObjects(soundEnabled=0)", "setMenu", "window.setSoundChecked(false)"}));
+    EXPECT_EQ(calls({"setObjects", "setMenu", "window.reloadSavedPoints"}),
+              (Journal{"setObjects(soundEnabled=0)", "setMenu", "window.reloadSavedPoints"}));
+    EXPECT_FALSE(fakes.preferencesWindowViews.view->content.isSoundChecked);
     controller->toggleSound();
-    EXPECT_TRUE(fakes.preferencesWindowViews.view->soundChecked);
+    EXPECT_TRUE(fakes.preferencesWindowViews.view->content.isSoundChecked);
     EXPECT_TRUE(std::get<bool>(fakes.defaults.values.at("soundEnabled")));
 }
 
 TEST_F(StatusMenuActionsTest, openSettings_firstTime_makesRefreshesActivatesAndShowsInOrder) {
     launch();
     controller->openSettings();
-    EXPECT_EQ(calls({"window.make", "window.setShortcutStatus", "window.reloadSavedPoints", "activate",
-                     "window.showWindow", "window.makeKeyAndOrderFront"}),
-              (Journal{"window.make",
-                       "window.setShortcutStatus(Ready. With Raycast Hyper Key, use Caps Lock + D., secondary)",
+    EXPECT_EQ(calls({"window.make", "window.setContent", "window.reloadSavedPoints", "activate", "window.showWindow",
+                     "window.makeKeyAndOrderFront"}),
+              (Journal{"window.make", "window.setContent(Ready. With Raycast Hyper Key, use Caps Lock + D., secondary)",
                        "window.reloadSavedPoints", "activate(ignoringOtherApps)", "window.showWindow",
                        "window.makeKeyAndOrderFront"}));
 }

@@ -18,8 +18,6 @@ class PreferencesWindowUpdatesTest : public ControllerTest {
 
     fake::FakePreferencesWindowView& view() { return *fakes.preferencesWindowViews.view; }
 
-    void choose(PreferencesPopUp popUp, std::int64_t index) { view().popUp(popUp).selectedIndex = index; }
-
     void record(std::uint32_t keyCode, std::uint32_t flags) {
         view().recorderButton.click();
         view().recorderButton.type({KeyEventType::keyDown, keyCode, flags});
@@ -41,7 +39,7 @@ TEST_F(PreferencesWindowUpdatesTest, refresh_pointThatCannotBeShown_isNoConcernU
     controller->saveCurrentPoint();
     fakes.pointer.location.x = std::numeric_limits<double>::quiet_NaN();
     controller->saveCurrentPoint();
-    EXPECT_EQ(view().savedPointsSummary, "2 saved cursor points.");
+    EXPECT_EQ(view().content.savedPointsSummary, "2 saved cursor points.");
 }
 
 TEST_F(PreferencesWindowUpdatesTest, refresh_listChangesAfterwards_windowKeepsItsCopy) {
@@ -58,11 +56,10 @@ TEST_F(PreferencesWindowUpdatesTest, refresh_listChangesAfterwards_windowKeepsIt
 TEST_F(PreferencesWindowUpdatesTest, record_freeChord_isAppliedShownAndStored) {
     launchAndOpenSettings();
     record(49, controlOption);
-    EXPECT_EQ(calls({"window.setShortcutStatus", "setObjects", "setMenu", "setTitle"}),
-              (Journal{"window.setShortcutStatus(Checking Ctrl + Option + Space..., secondary)",
+    EXPECT_EQ(calls({"window.setContent", "setObjects", "setMenu", "setTitle"}),
+              (Journal{"window.setContent(Checking Ctrl + Option + Space..., secondary)",
                        "setObjects(primaryHotKeyCode=49, primaryHotKeyModifiers=6144)", "setMenu",
-                       "window.setShortcutStatus(Ready. Use Ctrl + Option + Space., secondary)",
-                       "setTitle(Shortcut saved)"}));
+                       "window.setContent(Ready. Use Ctrl + Option + Space., secondary)", "setTitle(Shortcut saved)"}));
     EXPECT_EQ(view().recorderButton.title, "Ctrl + Option + Space");
     EXPECT_EQ(shortcutLine(), "Shortcut: Ctrl + Option + Space");
 }
@@ -71,9 +68,9 @@ TEST_F(PreferencesWindowUpdatesTest, record_chordHeldByAnother_isRestoredAndSaid
     launchAndOpenSettings();
     fakes.hotKeys.refusals[{49, 0x1800}] = eventHotKeyExistsErr;
     record(49, controlOption);
-    EXPECT_EQ(calls({"window.setShortcutStatus"}),
-              (Journal{"window.setShortcutStatus(Checking Ctrl + Option + Space..., secondary)",
-                       "window.setShortcutStatus(Ctrl + Option + Space is unavailable. Restored Hyper + D., "
+    EXPECT_EQ(calls({"window.setContent"}),
+              (Journal{"window.setContent(Checking Ctrl + Option + Space..., secondary)",
+                       "window.setContent(Ctrl + Option + Space is unavailable. Restored Hyper + D., "
                        "secondary)"}));
     EXPECT_EQ(view().recorderButton.title, "Hyper + D");
 }
@@ -83,9 +80,9 @@ TEST_F(PreferencesWindowUpdatesTest, record_chordAndRestoreRefused_isSaidInRed) 
     fakes.hotKeys.refusals[{49, 0x1800}] = eventHotKeyExistsErr;
     fakes.hotKeys.refusals[{2, 0x1B00}] = eventHotKeyInvalidErr;
     record(49, controlOption);
-    EXPECT_EQ(view().shortcutStatus,
+    EXPECT_EQ(view().content.shortcutStatus,
               "Ctrl + Option + Space is unavailable, and Hyper + D could not be restored. macOS returned -9878.");
-    EXPECT_EQ(view().shortcutStatusColor, SemanticColor::systemRed);
+    EXPECT_EQ(view().content.shortcutStatusColor, SemanticColor::systemRed);
     EXPECT_EQ(shortcutLine(), "Shortcut unavailable: Hyper + D");
 }
 
@@ -102,13 +99,12 @@ TEST_F(PreferencesWindowUpdatesTest, reset_anyShortcut_appliesHyperD) {
     window().resetShortcut();
     EXPECT_EQ(shortcutLine(), "Shortcut: Hyper + D");
     EXPECT_EQ(view().recorderButton.title, "Hyper + D");
-    EXPECT_EQ(view().shortcutStatus, "Ready. With Raycast Hyper Key, use Caps Lock + D.");
+    EXPECT_EQ(view().content.shortcutStatus, "Ready. With Raycast Hyper Key, use Caps Lock + D.");
 }
 
 TEST_F(PreferencesWindowUpdatesTest, mode_chosen_isSetStoredAndShownInOrder) {
     launchAndOpenSettings();
-    choose(PreferencesPopUp::mode, 1);
-    window().modeChanged();
+    window().modeChanged(1);
     EXPECT_EQ(calls({"setObjects", "setMenu", "window.reloadSavedPoints"}),
               (Journal{"setObjects(mode=manual)", "setMenu", "window.reloadSavedPoints"}));
     EXPECT_EQ(modeLine(), "Mode: Manual: saved points");
@@ -116,19 +112,18 @@ TEST_F(PreferencesWindowUpdatesTest, mode_chosen_isSetStoredAndShownInOrder) {
 
 TEST_F(PreferencesWindowUpdatesTest, animation_chosen_isSetStoredAndShownInOrder) {
     launchAndOpenSettings();
-    choose(PreferencesPopUp::animation, 0);
-    window().animationChanged();
+    window().animationChanged(0);
     EXPECT_EQ(calls({"setObjects", "setMenu", "window.reloadSavedPoints"}),
               (Journal{"setObjects(animation=none)", "setMenu", "window.reloadSavedPoints"}));
-    EXPECT_EQ(view().popUp(PreferencesPopUp::animation).selectedIndex, 0);
+    EXPECT_EQ(view().content.selectedAnimation, 0);
 }
 
 TEST_F(PreferencesWindowUpdatesTest, sound_switched_isSetStoredAndShownInOrder) {
     launchAndOpenSettings();
-    view().soundChecked = false;
-    window().soundChanged();
-    EXPECT_EQ(calls({"setObjects", "setMenu", "window.setSoundChecked"}),
-              (Journal{"setObjects(soundEnabled=0)", "setMenu", "window.setSoundChecked(false)"}));
+    window().soundChanged(false);
+    EXPECT_EQ(calls({"setObjects", "setMenu", "window.reloadSavedPoints"}),
+              (Journal{"setObjects(soundEnabled=0)", "setMenu", "window.reloadSavedPoints"}));
+    EXPECT_FALSE(view().content.isSoundChecked);
 }
 
 TEST_F(PreferencesWindowUpdatesTest, clear_pressed_emptiesStoresShowsAndFlashesInOrder) {
@@ -136,15 +131,14 @@ TEST_F(PreferencesWindowUpdatesTest, clear_pressed_emptiesStoresShowsAndFlashesI
     for (int point = 0; point < 3; ++point) {
         controller->saveCurrentPoint();
     }
-    EXPECT_EQ(view().savedPointsSummary, "3 saved cursor points.");
+    EXPECT_EQ(view().content.savedPointsSummary, "3 saved cursor points.");
     fakes.journal.clear();
     window().clearSavedPoints();
     EXPECT_EQ(storedData("savedPoints"), "[]");
-    EXPECT_EQ(calls({"setObjects", "setMenu", "window.setSavedPointsSummary", "setTitle"}),
-              (Journal{"setObjects(savedPoints=[])", "setMenu", "window.setSavedPointsSummary(No saved cursor points.)",
-                       "setTitle(Cleared)"}));
-    EXPECT_TRUE(view().tableHidden);
-    EXPECT_FALSE(view().clearEnabled);
+    EXPECT_EQ(calls({"setObjects", "setMenu", "window.reloadSavedPoints", "setTitle"}),
+              (Journal{"setObjects(savedPoints=[])", "setMenu", "window.reloadSavedPoints", "setTitle(Cleared)"}));
+    EXPECT_EQ(view().content.savedPointsSummary, "No saved cursor points.");
+    EXPECT_EQ(view().drawnRows(), std::vector<std::string>());
 }
 
 TEST_F(PreferencesWindowUpdatesTest, window_controllerGone_doesNothing) {
@@ -154,9 +148,9 @@ TEST_F(PreferencesWindowUpdatesTest, window_controllerGone_doesNothing) {
     controller.reset();
     fakes.journal.clear();
     held->resetShortcut();
-    held->modeChanged();
-    held->animationChanged();
-    held->soundChanged();
+    held->modeChanged(1);
+    held->animationChanged(0);
+    held->soundChanged(false);
     held->clearSavedPoints();
     EXPECT_EQ(fakes.journal, Journal{});
 }

@@ -23,11 +23,11 @@ TEST_F(SaveCurrentPointTest, save_withSound_doesEverythingInOrder) {
     const std::string json = R"([{"id":"00000000-0000-0000-0000-000000000001","name":"Point 1",)"
                              R"("point":{"x":-1020.5,"y":102},"displayID":2}])";
     controller->saveCurrentPoint();
-    EXPECT_EQ(calls({"CGEventCreate", "CGGetActiveDisplayList", "setObjects", "setMenu", "window.setShortcutStatus",
-                     "play", "setTitle", "CGWarpMouseCursorPosition"}),
+    EXPECT_EQ(calls({"CGEventCreate", "CGGetActiveDisplayList", "setObjects", "setMenu", "window.setContent", "play",
+                     "setTitle", "CGWarpMouseCursorPosition"}),
               (fake::Journal{"CGEventCreate", "CGGetActiveDisplayList(0)", "CGGetActiveDisplayList(2)",
                              "setObjects(savedPoints=" + json + ")", "setMenu",
-                             "window.setShortcutStatus(Ready. With Raycast Hyper Key, use Caps Lock + D., secondary)",
+                             "window.setContent(Ready. With Raycast Hyper Key, use Caps Lock + D., secondary)",
                              "play(Pop)", "setTitle(Saved)"}));
 }
 
@@ -109,9 +109,10 @@ TEST_F(SaveCurrentPointTest, clear_somePoints_forgetsThemInOrder) {
     controller->saveCurrentPoint();
     fakes.journal.clear();
     controller->clearSavedPoints();
-    EXPECT_EQ(calls({"setObjects", "setMenu", "window.setSavedPointsSummary", "setTitle", "play"}),
-              (fake::Journal{"setObjects(savedPoints=[])", "setMenu",
-                             "window.setSavedPointsSummary(No saved cursor points.)", "setTitle(Cleared)"}));
+    EXPECT_EQ(
+        calls({"setObjects", "setMenu", "window.reloadSavedPoints", "setTitle", "play"}),
+        (fake::Journal{"setObjects(savedPoints=[])", "setMenu", "window.reloadSavedPoints", "setTitle(Cleared)"}));
+    EXPECT_EQ(fakes.preferencesWindowViews.view->content.savedPointsSummary, "No saved cursor points.");
     EXPECT_EQ(jumpToSavedPoints(1), std::vector<std::string>{"No points"});
 }
 

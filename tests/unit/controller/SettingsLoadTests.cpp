@@ -70,7 +70,7 @@ TEST_F(SettingsLoadTest, launch_animationStored_takesExactRawStringsOnly) {
 TEST_F(SettingsLoadTest, launch_animationUnderTheFieldsName_isNotRead) {
     store("animationStyle", "none"s);
     launch();
-    EXPECT_EQ(openSettings().popUp(PreferencesPopUp::animation).selectedIndex, 1) << "glide";
+    EXPECT_EQ(openSettings().content.selectedAnimation, 1) << "glide";
 }
 
 TEST_F(SettingsLoadTest, launch_soundStored_convertsAsTheStoreDoes) {

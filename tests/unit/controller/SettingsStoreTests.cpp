@@ -58,8 +58,8 @@ TEST_F(SettingsStoreTest, relaunch_afterChanges_findsThemAgain) {
     EXPECT_EQ(modeLine(), "Mode: Manual: saved points");
     EXPECT_EQ(shortcutLine(), "Shortcut: Ctrl + Option + Command + K");
     auto& window = openSettings();
-    EXPECT_EQ(window.popUp(PreferencesPopUp::animation).selectedIndex, 0) << "none";
-    EXPECT_FALSE(window.soundChecked);
+    EXPECT_EQ(window.content.selectedAnimation, 0) << "none";
+    EXPECT_FALSE(window.content.isSoundChecked);
     EXPECT_EQ(window.drawnRows(), std::vector<std::string>{"Point 1 - x 700, y 500, display 1"});
     EXPECT_EQ(jumpToSavedPoints(1), std::vector<std::string>{"Point 1"});
     EXPECT_EQ(fakes.pointer.location, (CGPoint{700, 500}));
@@ -85,9 +85,9 @@ TEST_F(SettingsStoreTest, anyChange_isInForceBeforeItIsStored) {
     };
     expectWhenStoring([this] { return modeLine() == "Mode: Manual: saved points"; },
                       [this] { controller->preferencesDidChangeMode(VantrelMode::manual); });
-    expectWhenStoring([this] { return openSettings().popUp(PreferencesPopUp::animation).selectedIndex == 0; },
+    expectWhenStoring([this] { return openSettings().content.selectedAnimation == 0; },
                       [this] { controller->preferencesDidChangeAnimation(AnimationStyle::none); });
-    expectWhenStoring([this] { return !openSettings().soundChecked; },
+    expectWhenStoring([this] { return !openSettings().content.isSoundChecked; },
                       [this] { controller->preferencesDidChangeSound(false); });
     expectWhenStoring([this] { return shortcutLine() == "Shortcut: Ctrl + Option + Command + K"; },
                       [this] {

@@ -18,12 +18,10 @@ using Calls = std::vector<std::string>;
 /// Notes what the window asks for, with what the window then says.
 class Delegate final : public PreferencesWindowViewDelegate {
   public:
-    explicit Delegate(PreferencesWindowView& view) : view_(view) {}
-
     void resetShortcut() override { calls.emplace_back("reset"); }
-    void modeChanged() override { note("mode", view_.indexOfSelectedItem(PreferencesPopUp::mode)); }
-    void animationChanged() override { note("animation", view_.indexOfSelectedItem(PreferencesPopUp::animation)); }
-    void soundChanged() override { note("sound", view_.isSoundChecked() ? 1 : 0); }
+    void modeChanged(std::int64_t chosenIndex) override { note("mode", chosenIndex); }
+    void animationChanged(std::int64_t chosenIndex) override { note("animation", chosenIndex); }
+    void soundChanged(bool isChecked) override { note("sound", isChecked ? 1 : 0); }
     void clearSavedPoints() override { calls.emplace_back("clear"); }
     void windowFailed(const std::string& problem, const std::string& flashText) override {
         calls.push_back("failed: " + problem + " | " + flashText);
@@ -39,8 +37,6 @@ class Delegate final : public PreferencesWindowViewDelegate {
 
   private:
     void note(const std::string& what, std::int64_t value) { calls.push_back(what + " " + std::to_string(value)); }
-
-    PreferencesWindowView& view_;
 };
 
 class Recorder final : public ShortcutRecorderButtonDelegate {
@@ -58,8 +54,8 @@ class RemoteSettingsWindowTest : public testing::Test {
         window.setDelegate(delegate);
         window.shortcutRecorderButton().setDelegate(recorder);
         window.shortcutRecorderButton().setTitle("Hyper + D");
-        window.setTitles(PreferencesPopUp::mode, {"Automatic", "Manual"});
-        window.selectItem(PreferencesPopUp::mode, 0);
+        controls.selectedMode = 0;
+        window.setContent(controls);
     }
 
     Channel start() {
@@ -82,23 +78,22 @@ class RemoteSettingsWindowTest : public testing::Test {
     void receive() {
         while (const auto message = program.receive()) {
             names.push_back(message->name);
-            if (auto newContent = settings_messages::contentOf(*message)) {
+            if (auto newContent = valueOf<WindowContent>(*message)) {
                 content = *newContent;
-            } else if (auto text = settings_messages::rowTextOf(*message)) {
+            } else if (auto text = valueOf<WindowRowText>(*message)) {
                 rowText = *text;
-            } else if (auto newPlace = settings_messages::placeOf(*message)) {
+            } else if (auto newPlace = valueOf<WindowPlace>(*message)) {
                 place = *newPlace;
             }
         }
     }
 
-    void report(Kind kind, std::int32_t value = 0, std::uint32_t key = 0, std::uint32_t flags = 0) {
-        program.send(
-            settings_messages::report({.number = ++reports, .kind = kind, .value = value, .key = key, .flags = flags}));
+    void report(Kind kind, std::int32_t value = 0, const KeyEvent& key = {}) {
+        program.send(messageOf(WindowReport{.number = ++reports, .kind = kind, .value = value, .key = key}));
     }
 
-    void reportAndReceive(Kind kind, std::int32_t value = 0, std::uint32_t key = 0, std::uint32_t flags = 0) {
-        report(kind, value, key, flags);
+    void reportAndReceive(Kind kind, std::int32_t value = 0, const KeyEvent& key = {}) {
+        report(kind, value, key);
         takeTurns();
         receive();
     }
@@ -108,12 +103,13 @@ class RemoteSettingsWindowTest : public testing::Test {
     std::uint64_t reports = 0;
     Channel program;
     Calls names;
-    WindowContent content;
+    PreferencesWindowContent controls;
+    WindowContent content;  ///< what the program has got
     std::optional<WindowRowText> rowText;
     std::optional<WindowPlace> place;
     std::shared_ptr<Recorder> recorder = std::make_shared<Recorder>();
     RemoteSettingsWindow window{[this] { return start(); }};
-    std::shared_ptr<Delegate> delegate = std::make_shared<Delegate>(window);
+    std::shared_ptr<Delegate> delegate = std::make_shared<Delegate>();
 };
 
 TEST_F(RemoteSettingsWindowTest, made_notShown_startsNothing) {
@@ -122,15 +118,16 @@ TEST_F(RemoteSettingsWindowTest, made_notShown_startsNothing) {
 }
 
 TEST_F(RemoteSettingsWindowTest, showWindow_contentComesFirst) {
-    window.setSavedPointsSummary("3 saved cursor points.");
+    controls.savedPointsSummary = "3 saved cursor points.";
+    window.setContent(controls);
     window.showWindow();
     window.makeKeyAndOrderFront();
     takeTurns();
     receive();
     EXPECT_EQ(names, (Calls{"content", "show", "bring-to-front"}));
     EXPECT_EQ(content.recorderTitle, "Hyper + D");
-    EXPECT_EQ(content.modes, (Calls{"Automatic", "Manual"}));
-    EXPECT_EQ(content.savedPointsSummary, "3 saved cursor points.");
+    EXPECT_EQ(content.controls.selectedMode, 0);
+    EXPECT_EQ(content.controls.savedPointsSummary, "3 saved cursor points.");
     EXPECT_EQ(content.rows, 3U);
     EXPECT_EQ(starts, 1);
 }
@@ -138,30 +135,35 @@ TEST_F(RemoteSettingsWindowTest, showWindow_contentComesFirst) {
 TEST_F(RemoteSettingsWindowTest, manyChangesInATurn_areOneContent) {
     show();
     names.clear();
-    window.setSoundChecked(true);
-    window.setShortcutStatus("Checking...", SemanticColor::secondaryLabel);
-    window.setShortcutStatus("Taken.", SemanticColor::systemRed);
+    controls.shortcutStatus = "Checking...";
+    window.setContent(controls);
+    controls.shortcutStatus = "Taken.";
+    controls.shortcutStatusColor = SemanticColor::systemRed;
+    window.setContent(controls);
+    window.shortcutRecorderButton().setTitle("Press a key...");
     takeTurns();
     receive();
     EXPECT_EQ(names, Calls{"content"});
-    EXPECT_EQ(content.shortcutStatus, "Taken.");
-    EXPECT_EQ(content.shortcutStatusColor, static_cast<std::uint32_t>(SemanticColor::systemRed));
+    EXPECT_EQ(content.controls.shortcutStatus, "Taken.");
+    EXPECT_EQ(content.controls.shortcutStatusColor, SemanticColor::systemRed);
+    EXPECT_EQ(content.recorderTitle, "Press a key...");
 }
 
-TEST_F(RemoteSettingsWindowTest, reports_reachTheDelegateWithTheirValue) {
+TEST_F(RemoteSettingsWindowTest, reports_ofKnownKinds_reachTheDelegateWithTheirValue) {
     show();
     reportAndReceive(Kind::modeChosen, 1);
     reportAndReceive(Kind::animationChosen, 0);
     reportAndReceive(Kind::soundChosen, 1);
     reportAndReceive(Kind::resetPressed);
     reportAndReceive(Kind::clearPressed);
+    reportAndReceive(static_cast<Kind>(99), 1);
     EXPECT_EQ(delegate->calls, (Calls{"mode 1", "animation 0", "sound 1", "reset", "clear"}));
 }
 
 TEST_F(RemoteSettingsWindowTest, report_isAnsweredWithItsNumberThoughNothingChanges) {
     show();
     names.clear();
-    reportAndReceive(Kind::key, static_cast<std::int32_t>(KeyEventType::keyDown), 2, 0);
+    reportAndReceive(Kind::key, 0, {KeyEventType::keyDown, 2, 0});
     EXPECT_EQ(names, Calls{"content"});
     EXPECT_EQ(content.lastReport, reports);
 }
@@ -176,14 +178,15 @@ TEST_F(RemoteSettingsWindowTest, recorder_monitorInstalled_getsKeysUntilItGoes) 
                                                                             });
     takeTurns();
     receive();
-    EXPECT_EQ(content.recordedEvents, eventMask(KeyEventType::keyDown));
-    reportAndReceive(Kind::key, static_cast<std::int32_t>(KeyEventType::keyDown), 2, KeyEvent::shiftFlag);
-    reportAndReceive(Kind::key, static_cast<std::int32_t>(KeyEventType::flagsChanged), 56, 0);
+    EXPECT_TRUE(content.recordsKeys);
+    reportAndReceive(Kind::key, 0, {KeyEventType::keyDown, 2, KeyEvent::shiftFlag});
+    reportAndReceive(Kind::key, 0, {KeyEventType::flagsChanged, 56, 0});
+    reportAndReceive(Kind::key, 0, {static_cast<KeyEventType>(77), 56, 0});
     EXPECT_EQ(events, (std::vector<KeyEvent>{{KeyEventType::keyDown, 2, KeyEvent::shiftFlag}}));
     monitor.reset();
     takeTurns();
-    reportAndReceive(Kind::key, static_cast<std::int32_t>(KeyEventType::keyDown), 3, 0);
-    EXPECT_EQ(content.recordedEvents, 0U);
+    reportAndReceive(Kind::key, 0, {KeyEventType::keyDown, 3, 0});
+    EXPECT_FALSE(content.recordsKeys);
     EXPECT_EQ(events.size(), 1U);
 }
 
@@ -198,7 +201,7 @@ TEST_F(RemoteSettingsWindowTest, recorder_pressedAndWindowClosed_areTold) {
 
 TEST_F(RemoteSettingsWindowTest, rows_areGivenWhenTheyAreAskedFor) {
     show();
-    program.send(settings_messages::wantRow({.rowsVersion = content.rowsVersion, .row = 2}));
+    program.send(messageOf(WindowRow{.rowsVersion = content.rowsVersion, .row = 2}));
     takeTurns();
     receive();
     ASSERT_TRUE(rowText);
@@ -208,10 +211,10 @@ TEST_F(RemoteSettingsWindowTest, rows_areGivenWhenTheyAreAskedFor) {
 
 TEST_F(RemoteSettingsWindowTest, rows_ofOlderRowsOrNone_areNotGiven) {
     show();
-    program.send(settings_messages::wantRow({.rowsVersion = content.rowsVersion, .row = 3}));
+    program.send(messageOf(WindowRow{.rowsVersion = content.rowsVersion, .row = 3}));
     const std::uint32_t old = content.rowsVersion;
     window.reloadSavedPoints();
-    program.send(settings_messages::wantRow({.rowsVersion = old, .row = 0}));
+    program.send(messageOf(WindowRow{.rowsVersion = old, .row = 0}));
     takeTurns();
     receive();
     EXPECT_FALSE(rowText);
@@ -221,7 +224,7 @@ TEST_F(RemoteSettingsWindowTest, rows_ofOlderRowsOrNone_areNotGiven) {
 TEST_F(RemoteSettingsWindowTest, rows_longName_isCutWhereACharacterEnds) {
     delegate->longName = std::string(3992, 'x') + "\u00FC\u00FC\u00FC";
     show();
-    program.send(settings_messages::wantRow({.rowsVersion = content.rowsVersion, .row = 0}));
+    program.send(messageOf(WindowRow{.rowsVersion = content.rowsVersion, .row = 0}));
     takeTurns();
     receive();
     ASSERT_TRUE(rowText);
@@ -231,7 +234,7 @@ TEST_F(RemoteSettingsWindowTest, rows_longName_isCutWhereACharacterEnds) {
 
 TEST_F(RemoteSettingsWindowTest, programDies_recordingEndsAndTheNextShowingStartsAnother) {
     show();
-    program.send(settings_messages::place({.x = 30, .y = 40}));
+    program.send(messageOf(WindowPlace{.x = 30, .y = 40}));
     program.close();
     takeTurns();
     EXPECT_EQ(recorder->calls, Calls{"hidden"});
@@ -282,7 +285,7 @@ TEST_F(RemoteSettingsWindowTest, programDoesNotStart_isSaid) {
 
 TEST_F(RemoteSettingsWindowTest, programCannotShowAWindow_sayingWhyIsPassedOn) {
     window.showWindow();
-    program.send({settings_messages::problem, g_variant_new("s", "no plugin")});
+    program.send(messageOf(WindowProblem{.text = "no plugin"}));
     program.close();
     takeTurns();
     EXPECT_EQ(delegate->calls, Calls{"failed: the settings cannot be shown: no plugin | Settings unavailable"});
@@ -291,7 +294,8 @@ TEST_F(RemoteSettingsWindowTest, programCannotShowAWindow_sayingWhyIsPassedOn) {
 TEST_F(RemoteSettingsWindowTest, programDoesNotRead_isGivenUpAndNeverWaitedFor) {
     show();
     for (int count = 0; count < 100'000 && delegate->calls.empty(); ++count) {
-        window.setSavedPointsSummary(std::to_string(count));
+        controls.savedPointsSummary = std::to_string(count);
+        window.setContent(controls);
         takeTurns();
     }
     EXPECT_EQ(delegate->calls.size(), 1U);

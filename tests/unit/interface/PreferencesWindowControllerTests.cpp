@@ -68,7 +68,7 @@ class PreferencesWindowControllerTest : public testing::Test {
     }
 
     fake::FakePreferencesWindowView& view() { return *factory.view; }
-    auto& popUp(PreferencesPopUp which) { return view().popUp(which); }
+    const PreferencesWindowContent& content() { return view().content; }
     Calls takeCalls() { return std::exchange(journal, {}); }
 
     fake::Journal journal;
@@ -79,11 +79,8 @@ class PreferencesWindowControllerTest : public testing::Test {
 };
 
 TEST_F(PreferencesWindowControllerTest, create_fresh_isWiredAndEmpty) {
-    EXPECT_EQ(popUp(PreferencesPopUp::mode).titles, (Calls{"Automatic: displays", "Manual: saved points"}));
-    EXPECT_EQ(popUp(PreferencesPopUp::animation).titles, (Calls{"Instant", "Glide"}));
     EXPECT_EQ(view().delegate.lock(), controller);
-    EXPECT_EQ(view().shortcutStatus, "");
-    EXPECT_EQ(view().savedPointsSummary, "");
+    EXPECT_EQ(content(), PreferencesWindowContent());
     EXPECT_EQ(controller->numberOfRows(), 0U);
 }
 
@@ -95,13 +92,13 @@ TEST_F(PreferencesWindowControllerTest, refresh_stateGiven_pushesItInOrder) {
                          .animationStyle = AnimationStyle::none,
                          .soundEnabled = false,
                          .savedPoints = points(3)});
-    EXPECT_EQ(takeCalls(),
-              (Calls{"recorder.setTitle(Ctrl + Option + Command + M)",
-                     "window.setShortcutStatus(Ready. Use Ctrl + Option + Command + M., secondary)",
-                     "window.selectItem(mode, 1)", "window.selectItem(animation, 0)", "window.setSoundChecked(false)",
-                     "window.setSavedPointsSummary(3 saved cursor points.)",
-                     "window.setSavedPointsEmptyLabelHidden(true)", "window.setSavedPointsTableHidden(false)",
-                     "window.setClearSavedPointsEnabled(true)", "window.reloadSavedPoints"}));
+    EXPECT_EQ(takeCalls(), (Calls{"recorder.setTitle(Ctrl + Option + Command + M)",
+                                  "window.setContent(Ready. Use Ctrl + Option + Command + M., secondary)",
+                                  "window.reloadSavedPoints"}));
+    EXPECT_EQ(content().selectedMode, 1);
+    EXPECT_EQ(content().selectedAnimation, 0);
+    EXPECT_FALSE(content().isSoundChecked);
+    EXPECT_EQ(content().savedPointsSummary, "3 saved cursor points.");
     EXPECT_EQ(view().drawnRows(), (Calls{"Point 1 - x 0, y 0", "Point 2 - x 1, y 0", "Point 3 - x 2, y 0"}));
 }
 
@@ -109,15 +106,13 @@ TEST_F(PreferencesWindowControllerTest, refresh_noPoints_showsTheEmptyState) {
     PreferencesWindowState state;
     state.primaryShortcutStatusText = "Shortcut not registered yet.";
     controller->refresh(state);
-    EXPECT_EQ(view().shortcutStatus, "Shortcut not registered yet.");
-    EXPECT_EQ(view().shortcutStatusColor, SemanticColor::systemRed);
-    EXPECT_EQ(view().savedPointsSummary, "No saved cursor points.");
-    EXPECT_FALSE(view().emptyLabelHidden);
-    EXPECT_TRUE(view().tableHidden);
-    EXPECT_FALSE(view().clearEnabled);
-    EXPECT_EQ(popUp(PreferencesPopUp::mode).selectedIndex, 0);
-    EXPECT_EQ(popUp(PreferencesPopUp::animation).selectedIndex, 1);
-    EXPECT_TRUE(view().soundChecked);
+    EXPECT_EQ(content().shortcutStatus, "Shortcut not registered yet.");
+    EXPECT_EQ(content().shortcutStatusColor, SemanticColor::systemRed);
+    EXPECT_EQ(content().savedPointsSummary, "No saved cursor points.");
+    EXPECT_EQ(view().drawnRows(), Calls{});
+    EXPECT_EQ(content().selectedMode, 0);
+    EXPECT_EQ(content().selectedAnimation, 1);
+    EXPECT_TRUE(content().isSoundChecked);
 }
 
 TEST_F(PreferencesWindowControllerTest, refresh_whileRecording_leavesThePrompt) {
@@ -129,14 +124,15 @@ TEST_F(PreferencesWindowControllerTest, refresh_whileRecording_leavesThePrompt) 
 }
 
 TEST_F(PreferencesWindowControllerTest, refresh_valueOutsideTheLists_leavesTheSelection) {
-    popUp(PreferencesPopUp::mode).selectedIndex = 1;
-    popUp(PreferencesPopUp::animation).selectedIndex = 0;
     PreferencesWindowState state;
+    state.mode = VantrelMode::manual;
+    state.animationStyle = AnimationStyle::none;
+    controller->refresh(state);
     state.mode = static_cast<VantrelMode>(7);
     state.animationStyle = static_cast<AnimationStyle>(7);
     controller->refresh(state);
-    EXPECT_EQ(popUp(PreferencesPopUp::mode).selectedIndex, 1);
-    EXPECT_EQ(popUp(PreferencesPopUp::animation).selectedIndex, 0);
+    EXPECT_EQ(content().selectedMode, 1);
+    EXPECT_EQ(content().selectedAnimation, 0);
 }
 
 TEST_F(PreferencesWindowControllerTest, resetShortcut_pressed_asksTheDelegate) {
@@ -146,16 +142,14 @@ TEST_F(PreferencesWindowControllerTest, resetShortcut_pressed_asksTheDelegate) {
 
 TEST_F(PreferencesWindowControllerTest, modeChanged_eachIndex_givesItsMode) {
     for (const std::int64_t index : {1, 0}) {
-        popUp(PreferencesPopUp::mode).selectedIndex = index;
-        controller->modeChanged();
+        controller->modeChanged(index);
     }
     EXPECT_EQ(takeCalls(), (Calls{"didChangeMode(manual)", "didChangeMode(automatic)"}));
 }
 
 TEST_F(PreferencesWindowControllerTest, animationChanged_eachIndex_givesItsStyle) {
     for (const std::int64_t index : {1, 0}) {
-        popUp(PreferencesPopUp::animation).selectedIndex = index;
-        controller->animationChanged();
+        controller->animationChanged(index);
     }
     EXPECT_EQ(takeCalls(), (Calls{"didChangeAnimation(glide)", "didChangeAnimation(none)"}));
 }
@@ -163,18 +157,15 @@ TEST_F(PreferencesWindowControllerTest, animationChanged_eachIndex_givesItsStyle
 TEST_F(PreferencesWindowControllerTest, popUpChanged_indexOutOfRange_isIgnored) {
     for (const std::int64_t index : {std::int64_t{-1}, std::int64_t{2}, std::numeric_limits<std::int64_t>::max(),
                                      std::numeric_limits<std::int64_t>::min()}) {
-        popUp(PreferencesPopUp::mode).selectedIndex = index;
-        popUp(PreferencesPopUp::animation).selectedIndex = index;
-        controller->modeChanged();
-        controller->animationChanged();
+        controller->modeChanged(index);
+        controller->animationChanged(index);
     }
     EXPECT_EQ(takeCalls(), Calls{});
 }
 
 TEST_F(PreferencesWindowControllerTest, soundChanged_eachState_isHandedOn) {
     for (const bool checked : {true, false}) {
-        view().soundChecked = checked;
-        controller->soundChanged();
+        controller->soundChanged(checked);
     }
     EXPECT_EQ(takeCalls(), (Calls{"didChangeSound(true)", "didChangeSound(false)"}));
 }
@@ -189,38 +180,36 @@ TEST_F(PreferencesWindowControllerTest, recorder_recorded_showsCheckingBeforeAsk
     takeCalls();
     view().recorderButton.type({KeyEventType::keyDown, 49, KeyEvent::controlFlag | KeyEvent::optionFlag});
     EXPECT_EQ(takeCalls(), (Calls{"recorder.removeMonitor", "recorder.setTitle(Hyper + D)",
-                                  "window.setShortcutStatus(Checking Ctrl + Option + Space..., secondary)",
+                                  "window.setContent(Checking Ctrl + Option + Space..., secondary)",
                                   "didRecordShortcut(Ctrl + Option + Space)"}));
 }
 
 TEST_F(PreferencesWindowControllerTest, recorder_rejected_showsTheMessageInRed) {
     view().recorderButton.click();
     view().recorderButton.type({KeyEventType::keyDown, 49, 0});
-    EXPECT_EQ(view().shortcutStatus, "Use at least one modifier plus a regular key.");
-    EXPECT_EQ(view().shortcutStatusColor, SemanticColor::systemRed);
+    EXPECT_EQ(content().shortcutStatus, "Use at least one modifier plus a regular key.");
+    EXPECT_EQ(content().shortcutStatusColor, SemanticColor::systemRed);
 }
 
 TEST_F(PreferencesWindowControllerTest, recorder_cancelled_showsItInTheSecondaryColour) {
     view().recorderButton.click();
     view().recorderButton.click();
-    EXPECT_EQ(view().shortcutStatus, "Shortcut recording cancelled.");
-    EXPECT_EQ(view().shortcutStatusColor, SemanticColor::secondaryLabel);
+    EXPECT_EQ(content().shortcutStatus, "Shortcut recording cancelled.");
+    EXPECT_EQ(content().shortcutStatusColor, SemanticColor::secondaryLabel);
 }
 
 TEST_F(PreferencesWindowControllerTest, actions_delegateGone_doNothingButSayChecking) {
     const std::weak_ptr<Delegate> weakDelegate = delegate;
     delegate.reset();
     EXPECT_TRUE(weakDelegate.expired());
-    popUp(PreferencesPopUp::mode).selectedIndex = 0;
-    popUp(PreferencesPopUp::animation).selectedIndex = 0;
     controller->resetShortcut();
-    controller->modeChanged();
-    controller->animationChanged();
-    controller->soundChanged();
+    controller->modeChanged(0);
+    controller->animationChanged(0);
+    controller->soundChanged(true);
     controller->clearSavedPoints();
     EXPECT_EQ(takeCalls(), Calls{});
     controller->shortcutRecorderViewDidRecord(controller->shortcutRecorder(), {49, 0x1800});
-    EXPECT_EQ(takeCalls(), Calls{"window.setShortcutStatus(Checking Ctrl + Option + Space..., secondary)"});
+    EXPECT_EQ(takeCalls(), Calls{"window.setContent(Checking Ctrl + Option + Space..., secondary)"});
 }
 
 TEST_F(PreferencesWindowControllerTest, textForRow_rowThatDoesNotExist_isNone) {
@@ -255,9 +244,9 @@ TEST_F(PreferencesWindowControllerDeathTest, operations_anotherThread_areFatal) 
     queue.onMainThread = false;
     EXPECT_DEATH(controller->refresh({}), "refresh must be called on the main thread");
     EXPECT_DEATH(controller->resetShortcut(), "resetShortcut must be called on the main thread");
-    EXPECT_DEATH(controller->modeChanged(), "modeChanged must be called on the main thread");
-    EXPECT_DEATH(controller->animationChanged(), "animationChanged must be called on the main thread");
-    EXPECT_DEATH(controller->soundChanged(), "soundChanged must be called on the main thread");
+    EXPECT_DEATH(controller->modeChanged(0), "modeChanged must be called on the main thread");
+    EXPECT_DEATH(controller->animationChanged(0), "animationChanged must be called on the main thread");
+    EXPECT_DEATH(controller->soundChanged(true), "soundChanged must be called on the main thread");
     EXPECT_DEATH(controller->clearSavedPoints(), "clearSavedPoints must be called on the main thread");
     EXPECT_DEATH((void)controller->numberOfRows(), "numberOfRows must be called on the main thread");
     EXPECT_DEATH((void)controller->textForRow(0), "textForRow must be called on the main thread");

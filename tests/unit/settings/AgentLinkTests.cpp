@@ -6,6 +6,7 @@
 #include <QComboBox>
 #include <QListView>
 #include <QTest>
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -20,13 +21,9 @@ using Kind = WindowReport::Kind;
 WindowContent sampleContent() {
     WindowContent content;
     content.recorderTitle = "Hyper + D";
-    content.shortcutStatus = "Ready.";
-    content.modes = {"Automatic: displays", "Manual: saved points"};
-    content.selectedMode = 0;
-    content.animations = {"Instant", "Glide"};
-    content.selectedAnimation = 1;
-    content.isEmptyLabelHidden = true;
-    content.isClearingEnabled = true;
+    content.controls.shortcutStatus = "Ready.";
+    content.controls.selectedMode = 0;
+    content.controls.selectedAnimation = 1;
     content.rows = 1000;
     content.rowsVersion = 1;
     return content;
@@ -38,17 +35,17 @@ class AgentLinkTest : public testing::Test {
     AgentLinkTest() {
         ChannelEnds ends;
         agent = std::move(ends.agent);
-        link = AgentLink::create(std::move(ends.helper), [this] { ++timesGone; });
+        link.emplace(std::move(ends.helper), [this] { ++timesGone; });
     }
 
     void show(const WindowContent& content) {
-        agent.send(settings_messages::content(content));
+        agent.send(messageOf(content));
         agent.send(Message(settings_messages::show));
         turn();
     }
 
     void sendContent(const WindowContent& content) {
-        agent.send(settings_messages::content(content));
+        agent.send(messageOf(content));
         turn();
     }
 
@@ -57,11 +54,11 @@ class AgentLinkTest : public testing::Test {
             QApplication::processEvents();
         }
         while (const auto message = agent.receive()) {
-            if (const auto report = settings_messages::reportOf(*message)) {
+            if (const auto report = valueOf<WindowReport>(*message)) {
                 reports.push_back(*report);
-            } else if (const auto row = settings_messages::wantedRowOf(*message)) {
+            } else if (const auto row = valueOf<WindowRow>(*message)) {
                 wantedRows.insert(row->row);
-            } else if (const auto closedAt = settings_messages::placeOf(*message)) {
+            } else if (const auto closedAt = valueOf<WindowPlace>(*message)) {
                 place = *closedAt;
             }
         }
@@ -79,7 +76,7 @@ class AgentLinkTest : public testing::Test {
     std::string problem;
     std::unique_ptr<QtApplication> application = QtApplication::start("offscreen", problem);
     Channel agent;
-    std::shared_ptr<AgentLink> link;
+    std::optional<AgentLink> link;
     int timesGone = 0;
     std::vector<WindowReport> reports;
     std::set<std::uint32_t> wantedRows;
@@ -117,8 +114,8 @@ TEST_F(AgentLinkTest, content_setByTheAgent_isNoReport) {
     show(sampleContent());
     WindowContent content = sampleContent();
     content.lastReport = 1;
-    content.selectedMode = 1;
-    content.isSoundChecked = true;
+    content.controls.selectedMode = 1;
+    content.controls.isSoundChecked = true;
     sendContent(content);
     EXPECT_EQ(modes().currentIndex(), 1);
     EXPECT_EQ(reports.size(), 1U);
@@ -141,8 +138,8 @@ TEST_F(AgentLinkTest, rowText_comes_isShownUntilThereAreOtherRows) {
     show(sampleContent());
     table().grab();
     const QModelIndex first = table().model()->index(0, 0);
-    agent.send(settings_messages::rowText({.row = {.rowsVersion = 1, .row = 0}, .text = "Desk - x 1, y 2"}));
-    agent.send(settings_messages::rowText({.row = {.rowsVersion = 9, .row = 0}, .text = "of other rows"}));
+    agent.send(messageOf(WindowRowText{.row = {.rowsVersion = 1, .row = 0}, .text = "Desk - x 1, y 2"}));
+    agent.send(messageOf(WindowRowText{.row = {.rowsVersion = 9, .row = 0}, .text = "of other rows"}));
     turn();
     EXPECT_EQ(first.data().toString(), "Desk - x 1, y 2");
     WindowContent content = sampleContent();
@@ -163,15 +160,13 @@ TEST_F(AgentLinkTest, windowClosed_isReportedWithItsPlace) {
 }
 
 TEST_F(AgentLinkTest, place_isWhereTheWindowComesBack) {
-    agent.send(settings_messages::place({.x = 50, .y = 20}));
+    agent.send(messageOf(WindowPlace{.x = 50, .y = 20}));
     show(sampleContent());
     EXPECT_EQ(link->window().pos(), QPoint(50, 20));
 }
 
 TEST_F(AgentLinkTest, agentGone_noticedByADrawnRow_isToldOnce) {
-    WindowContent content = sampleContent();
-    content.isTableHidden = false;
-    show(content);
+    show(sampleContent());
     agent.close();
     table().scrollToBottom();
     table().grab();

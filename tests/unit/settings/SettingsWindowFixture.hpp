@@ -20,32 +20,12 @@ namespace vantrel::qt {
 
 using Calls = std::vector<std::string>;
 
-/// Notes what the window asks for.
-class Delegate final : public PreferencesWindowViewDelegate {
-  public:
-    void resetShortcut() override { calls.emplace_back("resetShortcut"); }
-    void modeChanged() override { calls.emplace_back("modeChanged"); }
-    void animationChanged() override { calls.emplace_back("animationChanged"); }
-    void soundChanged() override { calls.emplace_back("soundChanged"); }
-    void clearSavedPoints() override { calls.emplace_back("clearSavedPoints"); }
-    void windowFailed(const std::string& /*problem*/, const std::string& /*flashText*/) override {}
-    [[nodiscard]] std::size_t numberOfRows() const override { return rows; }
-    [[nodiscard]] std::optional<std::string> textForRow(std::int64_t row) const override {
-        return "Point " + std::to_string(row) + " - x 0, y 0";
-    }
-
-    Calls calls;
-    std::size_t rows = 0;
-};
-
-/// Notes what the recorder's button asks for.
-class Recorder final : public ShortcutRecorderButtonDelegate {
-  public:
-    void toggleRecording() override { calls.emplace_back("toggleRecording"); }
-    void viewWillMoveToWindow(bool hasWindow) override { calls.emplace_back(hasWindow ? "shown" : "hidden"); }
-
-    Calls calls;
-};
+/// The name of what the person did, with the value chosen.
+inline std::string nameOf(const WindowReport& report) {
+    static const std::vector<std::string> names{"shown",       "recorder",         "key",          "reset",
+                                                "mode chosen", "animation chosen", "sound chosen", "clear"};
+    return names.at(static_cast<std::size_t>(report.kind)) + " " + std::to_string(report.value);
+}
 
 /// The drawn window without a display, without saved points. On a screen with room for every font, or on one of the
 /// others in screens/.
@@ -57,23 +37,40 @@ class SettingsWindowTest : public testing::Test {
     }
 
     void makeWindow() {
-        window.emplace();
-        window->setDelegate(delegate);
-        window->shortcutRecorderButton().setDelegate(recorder);
-        window->setTitles(PreferencesPopUp::mode, {"Automatic: displays", "Manual: saved points"});
-        window->setTitles(PreferencesPopUp::animation, {"Instant", "Glide"});
-        window->shortcutRecorderButton().setTitle("Hyper + D");
-        window->setShortcutStatus("Ready. With Raycast Hyper Key, use Caps Lock + D.", SemanticColor::secondaryLabel);
-        window->setSavedPointsSummary("No saved cursor points.");
-        window->setSavedPointsTableHidden(true);
-        window->setClearSavedPointsEnabled(false);
+        window.emplace(SettingsWindow::Events{
+            .reported = [this](const WindowReport& report) { calls.push_back(nameOf(report)); },
+            .textForRow = [](std::uint32_t row) { return "Point " + std::to_string(row) + " - x 0, y 0"; }});
+        content = {.recorderTitle = "Hyper + D",
+                   .controls = {.shortcutStatus = "Ready. With Raycast Hyper Key, use Caps Lock + D.",
+                                .shortcutStatusColor = SemanticColor::secondaryLabel,
+                                .selectedMode = 0,
+                                .selectedAnimation = 0,
+                                .savedPointsSummary = "No saved cursor points."}};
+        window->setContent(content);
     }
 
     void show() {
         window->showWindow();
         QApplication::processEvents();
-        delegate->calls.clear();
-        recorder->calls.clear();
+        calls.clear();
+    }
+
+    void setStatus(const std::string& text, SemanticColor color) {
+        content.controls.shortcutStatus = text;
+        content.controls.shortcutStatusColor = color;
+        window->setContent(content);
+    }
+
+    void setRecorderTitle(const std::string& title) {
+        content.recorderTitle = title;
+        window->setContent(content);
+    }
+
+    void setSavedPoints(std::uint32_t count) {
+        content.rows = count;
+        content.controls.savedPointsSummary = std::to_string(count) + " saved cursor points.";
+        window->setContent(content);
+        window->reloadSavedPoints(count);
     }
 
     template <typename Widget>
@@ -95,7 +92,7 @@ class SettingsWindowTest : public testing::Test {
         throw std::runtime_error("no section " + title);
     }
 
-    RecorderButton& recorderButton() { return static_cast<RecorderButton&>(window->shortcutRecorderButton()); }
+    QPushButton& recorderButton() { return *window->findChild<QPushButton*>("recorder"); }
     QComboBox& popUp(int index) { return *window->findChildren<QComboBox*>().at(index); }
     /// By its name: pop-up buttons have lists too.
     QListView& table() { return *window->findChild<QListView*>("savedPoints"); }
@@ -113,8 +110,8 @@ class SettingsWindowTest : public testing::Test {
 
     std::string problem;
     std::unique_ptr<QtApplication> application;
-    std::shared_ptr<Delegate> delegate = std::make_shared<Delegate>();
-    std::shared_ptr<Recorder> recorder = std::make_shared<Recorder>();
+    Calls calls;  ///< what the window has reported
+    WindowContent content;
     std::optional<SettingsWindow> window;
 };
 

@@ -19,8 +19,7 @@ class WindowRoomTest : public SettingsWindowTest {
     void showInFont(double points) {
         setFontSize(points);
         makeWindow();
-        window->setClearSavedPointsEnabled(true);
-        window->setSavedPointsTableHidden(false);
+        setSavedPoints(1);
         show();
         window->activateWindow();
         QApplication::processEvents();
@@ -110,7 +109,7 @@ TEST_F(SmallScreenTest, status_growsBeyondTheScreen_windowDoesNot) {
         text += "The shortcut is unavailable. ";
     }
     const int before = scroller().verticalScrollBar()->maximum();
-    window->setShortcutStatus(text, SemanticColor::systemRed);
+    setStatus(text, SemanticColor::systemRed);
     EXPECT_TRUE(QTest::qWaitFor([&] { return scroller().verticalScrollBar()->maximum() > before; }));
     EXPECT_TRUE(window->screen()->availableGeometry().contains(window->geometry()));
 }

@@ -92,8 +92,8 @@ TEST_F(SettingsWindowTest, layout_everyFontSize_cutsNothing) {
             SCOPED_TRACE(testing::Message() << points << " points, " << title);
             setFontSize(points);
             makeWindow();
-            window->setShortcutStatus(longestStatus, SemanticColor::systemRed);
-            window->shortcutRecorderButton().setTitle(title);
+            setStatus(longestStatus, SemanticColor::systemRed);
+            setRecorderTitle(title);
             show();
             for (const QLabel* const label : window->findChildren<QLabel*>()) {
                 SCOPED_TRACE(label->text().toStdString());
@@ -124,7 +124,7 @@ TEST_F(SettingsWindowTest, recorder_longShortcut_isBrokenNotCut) {
     // Longer than a shortcut can be, so that it is too long in any font.
     const QString title =
         "Ctrl + Option + Command + Right Arrow + Ctrl + Option + Command + Right Arrow + Ctrl + Option + Command";
-    window->shortcutRecorderButton().setTitle(title.toStdString());
+    setRecorderTitle(title.toStdString());
     show();
     const QStringList lines = recorderButton().text().split('\n');
     EXPECT_GT(lines.size(), 1);
@@ -144,34 +144,31 @@ TEST_F(SettingsWindowTest, status_growsToThreeLines_windowGrowsAndDoesNotShrink)
     for (int count = 0; count < 6; ++count) {
         text += longestStatus;
     }
-    window->setShortcutStatus(text, SemanticColor::systemRed);
+    setStatus(text, SemanticColor::systemRed);
     EXPECT_TRUE(QTest::qWaitFor([&] { return window->height() > before; }));
     const int grown = window->height();
-    window->setShortcutStatus("Ready.", SemanticColor::secondaryLabel);
+    setStatus("Ready.", SemanticColor::secondaryLabel);
     EXPECT_TRUE(QTest::qWaitFor([&] { return status().height() == labelBefore; }));
     EXPECT_EQ(window->height(), grown);
 }
 
-TEST_F(SettingsWindowTest, controls_used_reachTheDelegate) {
+TEST_F(SettingsWindowTest, controls_used_areReported) {
     show();
-    window->setClearSavedPointsEnabled(true);
+    setSavedPoints(1);
     withText<QPushButton>("Reset").click();
     QTest::keyClick(&popUp(0), Qt::Key_Down);
     QTest::keyClick(&popUp(1), Qt::Key_Down);
     withText<QCheckBox>("Play feedback sound").click();
     withText<QPushButton>("Clear Saved Points").click();
-    EXPECT_EQ(delegate->calls,
-              (Calls{"resetShortcut", "modeChanged", "animationChanged", "soundChanged", "clearSavedPoints"}));
-    EXPECT_EQ(window->indexOfSelectedItem(PreferencesPopUp::mode), 1);
-    EXPECT_EQ(window->indexOfSelectedItem(PreferencesPopUp::animation), 1);
-    EXPECT_TRUE(window->isSoundChecked());
     recorderButton().click();
-    EXPECT_EQ(recorder->calls, Calls{"toggleRecording"});
+    EXPECT_EQ(calls,
+              (Calls{"reset 0", "mode chosen 1", "animation chosen 1", "sound chosen 1", "clear 0", "recorder 0"}));
 }
 
 TEST_F(SettingsWindowTest, wheel_overAPopUpButton_choosesNothing) {
     show();
-    window->selectItem(PreferencesPopUp::animation, 1);
+    content.controls.selectedAnimation = 1;
+    window->setContent(content);
     for (QComboBox* const button : {&popUp(0), &popUp(1)}) {
         for (const int turn : {120, -120}) {
             const QPointF place = button->rect().center();
@@ -181,33 +178,31 @@ TEST_F(SettingsWindowTest, wheel_overAPopUpButton_choosesNothing) {
         }
         EXPECT_FALSE(button->hasFocus());
     }
-    EXPECT_EQ(window->indexOfSelectedItem(PreferencesPopUp::mode), 0);
-    EXPECT_EQ(window->indexOfSelectedItem(PreferencesPopUp::animation), 1);
-    EXPECT_EQ(delegate->calls, Calls{});
+    EXPECT_EQ(popUp(0).currentIndex(), 0);
+    EXPECT_EQ(popUp(1).currentIndex(), 1);
+    EXPECT_EQ(calls, Calls{});
 }
 
-TEST_F(SettingsWindowTest, controls_setByTheController_areNoActions) {
+TEST_F(SettingsWindowTest, controls_setByTheAgent_areNoReports) {
     show();
-    window->selectItem(PreferencesPopUp::mode, 1);
-    window->selectItem(PreferencesPopUp::animation, 1);
-    window->setSoundChecked(true);
-    window->setSoundChecked(false);
-    EXPECT_EQ(delegate->calls, Calls{});
+    content.controls.selectedMode = 1;
+    content.controls.selectedAnimation = 1;
+    for (const bool isChecked : {true, false}) {
+        content.controls.isSoundChecked = isChecked;
+        window->setContent(content);
+        EXPECT_EQ(withText<QCheckBox>("Play feedback sound").isChecked(), isChecked);
+    }
+    EXPECT_EQ(popUp(0).currentIndex(), 1);
+    EXPECT_EQ(popUp(1).currentIndex(), 1);
+    EXPECT_EQ(calls, Calls{});
 }
 
-TEST_F(SettingsWindowTest, controls_delegateGone_doNothing) {
-    show();
-    const std::weak_ptr<Delegate> heldDelegate = delegate;
-    const std::weak_ptr<Recorder> heldRecorder = recorder;
-    delegate.reset();
-    recorder.reset();
-    EXPECT_TRUE(heldDelegate.expired());
-    EXPECT_TRUE(heldRecorder.expired());
-    withText<QPushButton>("Reset").click();
-    withText<QCheckBox>("Play feedback sound").click();
-    recorderButton().click();
-    EXPECT_TRUE(window->isSoundChecked()) << "the box was clicked";
-    EXPECT_EQ(recorderButton().text().toStdString(), "Hyper + D");
+TEST_F(SettingsWindowTest, popUps_fresh_haveTheTitlesInOrder) {
+    EXPECT_EQ(popUp(0).itemText(0), "Automatic: displays");
+    EXPECT_EQ(popUp(0).itemText(1), "Manual: saved points");
+    EXPECT_EQ(popUp(1).itemText(0), "Instant");
+    EXPECT_EQ(popUp(1).itemText(1), "Glide");
+    EXPECT_EQ(popUp(0).count() + popUp(1).count(), 4);
 }
 
 TEST_F(SettingsWindowTest, keys_enterAndSpace_pressButtons) {
@@ -216,13 +211,11 @@ TEST_F(SettingsWindowTest, keys_enterAndSpace_pressButtons) {
         QTest::keyClick(&withText<QPushButton>("Reset"), key);
         QTest::keyClick(&recorderButton(), key);
     }
-    EXPECT_EQ(delegate->calls, (Calls{"resetShortcut", "resetShortcut", "resetShortcut"}));
-    EXPECT_EQ(recorder->calls, (Calls{"toggleRecording", "toggleRecording", "toggleRecording"}));
+    EXPECT_EQ(calls, (Calls{"reset 0", "recorder 0", "reset 0", "recorder 0", "reset 0", "recorder 0"}));
 }
 
 TEST_F(SettingsWindowTest, keys_tab_goesFromTopToBottom) {
-    window->setClearSavedPointsEnabled(true);
-    window->setSavedPointsTableHidden(false);
+    setSavedPoints(1);
     show();
     const std::vector<const QWidget*> order{&recorderButton(),
                                             &withText<QPushButton>("Reset"),
@@ -240,7 +233,7 @@ TEST_F(SettingsWindowTest, keys_tab_goesFromTopToBottom) {
 }
 
 TEST_F(SettingsWindowTest, keys_escape_closesFromEveryControl) {
-    window->setSavedPointsTableHidden(false);
+    setSavedPoints(1);
     for (QWidget* const control : std::initializer_list<QWidget*>{
              &recorderButton(), &popUp(0), &withText<QCheckBox>("Play feedback sound"), &table()}) {
         show();
@@ -251,16 +244,17 @@ TEST_F(SettingsWindowTest, keys_escape_closesFromEveryControl) {
 
 TEST_F(SettingsWindowTest, close_any_hidesAndComesBackAsItWas) {
     show();
-    window->selectItem(PreferencesPopUp::mode, 1);
+    content.controls.selectedMode = 1;
+    window->setContent(content);
     const QPoint place = window->pos();
     window->close();
-    EXPECT_EQ(recorder->calls, Calls{"hidden"});
+    EXPECT_EQ(calls, Calls{"shown 0"});
     window->showWindow();
     window->makeKeyAndOrderFront();
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(window->pos(), place);
-    EXPECT_EQ(window->indexOfSelectedItem(PreferencesPopUp::mode), 1);
-    EXPECT_EQ(recorder->calls, (Calls{"hidden", "shown"}));
+    EXPECT_EQ(popUp(0).currentIndex(), 1);
+    EXPECT_EQ(calls, (Calls{"shown 0", "shown 1"}));
 }
 
 TEST_F(SettingsWindowTest, savedPoints_noneAndSome_changeWhatIsShown) {
@@ -268,15 +262,12 @@ TEST_F(SettingsWindowTest, savedPoints_noneAndSome_changeWhatIsShown) {
     EXPECT_TRUE(withText<QLabel>("No saved points yet.").isVisible());
     EXPECT_FALSE(table().isVisible());
     EXPECT_FALSE(withText<QPushButton>("Clear Saved Points").isEnabled());
-    delegate->rows = 3;
-    window->setSavedPointsSummary("3 saved cursor points.");
-    window->setSavedPointsEmptyLabelHidden(true);
-    window->setSavedPointsTableHidden(false);
-    window->setClearSavedPointsEnabled(true);
-    window->reloadSavedPoints();
+    setSavedPoints(3);
     EXPECT_FALSE(withText<QLabel>("No saved points yet.").isVisible());
     EXPECT_TRUE(withText<QLabel>("3 saved cursor points.").isVisible());
     EXPECT_EQ(table().model()->rowCount(), 3);
+    EXPECT_TRUE(table().isVisible());
+    EXPECT_TRUE(withText<QPushButton>("Clear Saved Points").isEnabled());
 }
 
 }  // namespace

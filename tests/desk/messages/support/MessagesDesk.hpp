@@ -34,7 +34,7 @@ class MessagesDesk : public testing::Test {
     /// Kills the program that the process has started, as a fault of its own would.
     static void killOverlay(pid_t parent = getpid());
 
-    void show(const std::string& text) { agent.send(screen_messages::showText({.text = text})); }
+    void show(const std::string& text) { agent.send(messageOf(ScreenText{.text = text})); }
     void hide() { agent.send(Message(screen_messages::hideText)); }
 
     /// Opens a window in the middle of the main display and waits until it is seen.
