@@ -3,9 +3,8 @@
 #include <QApplication>
 #include <QDBusConnection>
 #include <QPalette>
-#include <string_view>
 
-#include "Vantrel/Backends/X11/XcbHandles.hpp"
+#include "Vantrel/Backends/X11/XcbRequests.hpp"
 #include "helpers/settings/ColorPreferences.hpp"
 #include "helpers/settings/ServerConnection.hpp"
 
@@ -37,13 +36,6 @@ QPalette darkPalette() {
     return palette;
 }
 
-xcb_atom_t xsettingsProperty(xcb_connection_t* server) {
-    constexpr std::string_view name = "_XSETTINGS_SETTINGS";
-    const auto cookie = xcb_intern_atom(server, 0, static_cast<std::uint16_t>(name.size()), name.data());
-    const auto reply = x11::adopt(xcb_intern_atom_reply(server, cookie, nullptr));
-    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-}
-
 }  // namespace
 
 DesktopColors::DesktopColors() {
@@ -54,7 +46,7 @@ DesktopColors::DesktopColors() {
                                           "org.freedesktop.portal.Settings", "SettingChanged",
                                           {"org.freedesktop.appearance"}, QString(), &followSoon_, SLOT(start()));
     if (xcb_connection_t* const server = serverConnection()) {
-        xsettings_ = xsettingsProperty(server);
+        xsettings_ = x11::internAtom(server, "_XSETTINGS_SETTINGS");
         qApp->installNativeEventFilter(this);
     }
     // What nobody tells of is found when the person comes back from where they changed it.

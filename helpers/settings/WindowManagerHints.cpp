@@ -9,7 +9,7 @@
 #include <string_view>
 #include <thread>
 
-#include "Vantrel/Backends/X11/XcbHandles.hpp"
+#include "Vantrel/Backends/X11/XcbRequests.hpp"
 #include "helpers/settings/ServerConnection.hpp"
 
 namespace vantrel::qt {
@@ -20,12 +20,6 @@ constexpr std::uint32_t sourceIsPager = 2;
 
 xcb_window_t root(xcb_connection_t* server) {
     return xcb_setup_roots_iterator(xcb_get_setup(server)).data->root;
-}
-
-xcb_atom_t atom(xcb_connection_t* server, std::string_view name) {
-    const auto cookie = xcb_intern_atom(server, 0, static_cast<std::uint16_t>(name.size()), name.data());
-    const auto reply = x11::adopt(xcb_intern_atom_reply(server, cookie, nullptr));
-    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
 /// The first value of a property of 32-bit values; none when there is no such property.
@@ -40,16 +34,9 @@ std::optional<std::uint32_t> property(xcb_connection_t* server, xcb_window_t win
 
 void askWindowManager(xcb_connection_t* server, xcb_window_t window, std::string_view message,
                       const std::array<std::uint32_t, 5>& data) {
-    xcb_client_message_event_t event{};
-    event.response_type = XCB_CLIENT_MESSAGE;
-    event.format = 32;
-    event.window = window;
-    event.type = atom(server, message);
-    for (std::size_t index = 0; index < data.size(); ++index) {
-        event.data.data32[index] = data[index];
-    }
-    xcb_send_event(server, 0, root(server), XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
-                   reinterpret_cast<const char*>(&event));
+    x11::sendClientMessage(server, root(server),
+                           XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT, window,
+                           x11::internAtom(server, message), data);
 }
 
 }  // namespace
@@ -61,7 +48,7 @@ void WindowManagerHints::waitUntilWithdrawn(QWidget& window) {
     }
     constexpr std::uint32_t withdrawnState = 0;
     const auto id = static_cast<xcb_window_t>(window.winId());
-    const xcb_atom_t state = atom(server, "WM_STATE");
+    const xcb_atom_t state = x11::internAtom(server, "WM_STATE");
     const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(100);
     while (property(server, id, state).value_or(withdrawnState) != withdrawnState &&
            std::chrono::steady_clock::now() < end) {
@@ -75,10 +62,10 @@ void WindowManagerHints::skipTaskBar(QWidget& window) {
         return;
     }
     // Qt keeps what it finds in this property when it shows the window.
-    const std::array<xcb_atom_t, 2> states{atom(server, "_NET_WM_STATE_SKIP_TASKBAR"),
-                                           atom(server, "_NET_WM_STATE_SKIP_PAGER")};
+    const std::array<xcb_atom_t, 2> states{x11::internAtom(server, "_NET_WM_STATE_SKIP_TASKBAR"),
+                                           x11::internAtom(server, "_NET_WM_STATE_SKIP_PAGER")};
     xcb_change_property(server, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window.winId()),
-                        atom(server, "_NET_WM_STATE"), XCB_ATOM_ATOM, 32, states.size(), states.data());
+                        x11::internAtom(server, "_NET_WM_STATE"), XCB_ATOM_ATOM, 32, states.size(), states.data());
 }
 
 void WindowManagerHints::bringToFront(QWidget& window) {
@@ -89,7 +76,7 @@ void WindowManagerHints::bringToFront(QWidget& window) {
         return;
     }
     const auto id = static_cast<xcb_window_t>(window.winId());
-    if (const auto desktop = property(server, root(server), atom(server, "_NET_CURRENT_DESKTOP"))) {
+    if (const auto desktop = property(server, root(server), x11::internAtom(server, "_NET_CURRENT_DESKTOP"))) {
         askWindowManager(server, id, "_NET_WM_DESKTOP", {*desktop, sourceIsPager});
     }
     askWindowManager(server, id, "_NET_ACTIVE_WINDOW", {sourceIsPager, XCB_CURRENT_TIME, XCB_NONE});

@@ -4,12 +4,12 @@
 #include <cstdlib>
 #include <utility>
 
+#include "Vantrel/Backends/Common/DisplayList.hpp"
 #include "Vantrel/Backends/Common/HotKeyRegistry.hpp"
 #include "Vantrel/Backends/Wayland/OverlayReader.hpp"
 #include "Vantrel/Backends/Wayland/SessionSocket.hpp"
 #include "Vantrel/Backends/Wayland/UnboundHotKeys.hpp"
 #include "Vantrel/Backends/Wayland/WaylandCursor.hpp"
-#include "Vantrel/Backends/Wayland/WaylandDisplays.hpp"
 #include "Vantrel/Backends/Wayland/WaylandEventSource.hpp"
 #include "Vantrel/Handles/LoopSource.hpp"
 
@@ -117,7 +117,7 @@ struct WaylandSession::Abilities {
     OverlayReader reader;
     std::unique_ptr<Compositor> compositor;
     WaylandScreen screen;
-    WaylandDisplays displays{screen};
+    backend::DisplayList displays{screen.layout(), [this] { screen.refreshLayout(); }};
     WaylandCursor cursor{screen};
     UnboundHotKeys unbound;
     backend::HotKeyRegistry hotKeys{compositor ? compositor->hotKeys() : unbound};

@@ -42,16 +42,10 @@ xcb_window_t AgentSelection::makeWindow(std::uint32_t eventMask) {
     return window;
 }
 
-xcb_window_t AgentSelection::owner() const {
-    const auto cookie = xcb_get_selection_owner(connection_.get(), selection_);
-    const auto reply = adopt(xcb_get_selection_owner_reply(connection_.get(), cookie, nullptr));
-    return reply ? reply->owner : static_cast<xcb_window_t>(XCB_NONE);
-}
-
 bool AgentSelection::claim() {
     // The grab makes looking and taking one step, so that of two starts at the same moment one wins.
     xcb_grab_server(connection_.get());
-    const bool isFree = owner() == XCB_NONE;
+    const bool isFree = selectionOwner(connection_.get(), selection_) == XCB_NONE;
     if (isFree) {
         window_ = makeWindow(XCB_EVENT_MASK_NO_EVENT);
         xcb_set_selection_owner(connection_.get(), window_, selection_, XCB_CURRENT_TIME);
@@ -62,7 +56,7 @@ bool AgentSelection::claim() {
 }
 
 bool AgentSelection::send(const std::vector<std::string>& urls) {
-    const xcb_window_t agent = owner();
+    const xcb_window_t agent = selectionOwner(connection_.get(), selection_);
     if (agent == XCB_NONE) {
         return false;
     }
@@ -80,13 +74,7 @@ bool AgentSelection::send(const std::vector<std::string>& urls) {
         sent += length;
     } while (sent < text.size());
 
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = agent;
-    message.type = urls_;
-    message.data.data32[0] = window;
-    xcb_send_event(connection_.get(), 0, agent, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char*>(&message));
+    sendClientMessage(connection_.get(), agent, XCB_EVENT_MASK_NO_EVENT, agent, urls_, {window});
     xcb_flush(connection_.get());
     return waitForReceipt(window);
 }

@@ -34,7 +34,6 @@ class AgentSelection final : public X11EventListener {
 
   private:
     xcb_window_t makeWindow(std::uint32_t eventMask);
-    [[nodiscard]] xcb_window_t owner() const;
     bool waitForReceipt(xcb_window_t window);
     void receive(xcb_window_t window);
 

@@ -10,12 +10,6 @@ constexpr std::uint32_t edidLengthInWords = 32;  // the base block, 128 bytes
 
 }  // namespace
 
-void OutputNames::doubtAll() {
-    for (const auto& [output, identity] : outputs_) {
-        doubted_.insert(output);
-    }
-}
-
 void OutputNames::ask(xcb_randr_output_t output) {
     if (edidAtom_ == XCB_ATOM_NONE) {
         edidAtom_ = connection_.atom("EDID");
@@ -26,7 +20,7 @@ void OutputNames::ask(xcb_randr_output_t output) {
 }
 
 void OutputNames::askAgain() {
-    for (const xcb_randr_output_t output : std::exchange(doubted_, {})) {
+    for (const auto& [output, identity] : outputs_) {
         ask(output);
     }
 }

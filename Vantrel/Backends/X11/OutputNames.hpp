@@ -3,7 +3,6 @@
 #include <xcb/randr.h>
 
 #include <cstdint>
-#include <set>
 #include <span>
 #include <string>
 #include <unordered_map>
@@ -15,16 +14,14 @@
 
 namespace vantrel::x11 {
 
-/// What the server's outputs and monitor names are called, asked once and kept until an event says that it changed.
+/// What the server's outputs and monitor names are called, kept so that they need not be waited for when the
+/// layout changes.
 class OutputNames {
   public:
     explicit OutputNames(X11Connection& connection) : connection_(connection) {}
 
-    /// The display on an output may be another one now.
-    void doubt(xcb_randr_output_t output) { doubted_.insert(output); }
-    void doubtAll();
-
-    /// Asks anew about the doubted outputs, without waiting: the answers share the next round trip.
+    /// Asks anew about the outputs, which may have other displays now, without waiting: the answers share the next
+    /// round trip.
     void askAgain();
 
     /// Takes the answers to askAgain(), then asks and waits for what is still unknown about these outputs and atoms.
@@ -47,7 +44,6 @@ class OutputNames {
     X11Connection& connection_;
     xcb_atom_t edidAtom_ = XCB_ATOM_NONE;
     std::vector<Question> questions_;
-    std::set<xcb_randr_output_t> doubted_;
     std::unordered_map<xcb_randr_output_t, backend::OutputIdentity> outputs_;
     std::unordered_map<xcb_atom_t, std::string> atoms_;
 };

@@ -43,28 +43,9 @@ ScreenState::ScreenState(X11Connection& connection) : connection_(connection), n
 
 void ScreenState::eventArrived(const xcb_generic_event_t& event) {
     const std::uint8_t type = event.response_type & 0x7FU;
-    if (type == XCB_CONFIGURE_NOTIFY || type == connection_.randrFirstEvent() + XCB_RANDR_SCREEN_CHANGE_NOTIFY) {
-        layoutIsStale_ = true;
-        return;
-    }
-    if (type != connection_.randrFirstEvent() + XCB_RANDR_NOTIFY) {
-        return;
-    }
-    layoutIsStale_ = true;
-    const auto& notify = reinterpret_cast<const xcb_randr_notify_event_t&>(event);
-    switch (notify.subCode) {
-        case XCB_RANDR_NOTIFY_OUTPUT_CHANGE:
-            names_.doubt(notify.u.oc.output);
-            break;
-        case XCB_RANDR_NOTIFY_OUTPUT_PROPERTY:
-            names_.doubt(notify.u.op.output);
-            break;
-        case XCB_RANDR_NOTIFY_RESOURCE_CHANGE:
-            names_.doubtAll();
-            break;
-        default:
-            break;
-    }
+    layoutIsStale_ = layoutIsStale_ || type == XCB_CONFIGURE_NOTIFY ||
+                     type == connection_.randrFirstEvent() + XCB_RANDR_SCREEN_CHANGE_NOTIFY ||
+                     type == connection_.randrFirstEvent() + XCB_RANDR_NOTIFY;
 }
 
 void ScreenState::synchronize() {

@@ -28,30 +28,18 @@ std::string noDisplayMessage() {
 }  // namespace
 
 std::unique_ptr<X11Connection> X11Connection::open(std::string& error) {
-    int screenNumber = 0;
     // The constructor is private, so make_unique cannot reach it.
-    std::unique_ptr<X11Connection> connection(new X11Connection(xcb_connect(nullptr, &screenNumber)));
+    std::unique_ptr<X11Connection> connection(new X11Connection);
     if (connection->isLost()) {
         error = noDisplayMessage();
         return nullptr;
     }
-    if (!connection->setUp(screenNumber, error)) {
+    connection->screen_ = screenOfNumber(connection->get(), connection->screenNumber_);
+    if (connection->screen_ == nullptr) {
+        error = "the X server has no screen";
         return nullptr;
     }
-    return connection;
-}
-
-bool X11Connection::setUp(int screenNumber, std::string& error) {
-    xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(get()));
-    for (; screenNumber > 0 && screens.rem > 1; --screenNumber) {
-        xcb_screen_next(&screens);
-    }
-    if (screens.rem == 0) {
-        error = "the X server has no screen";
-        return false;
-    }
-    root_ = screens.data->root;
-    return startExtensions(error);
+    return connection->startExtensions(error) ? std::move(connection) : nullptr;
 }
 
 bool X11Connection::startExtensions(std::string& error) {
@@ -98,12 +86,6 @@ bool X11Connection::startExtensions(std::string& error) {
         return false;
     }
     return true;
-}
-
-xcb_atom_t X11Connection::atom(std::string_view name) const {
-    const auto cookie = xcb_intern_atom(get(), 0, static_cast<std::uint16_t>(name.size()), name.data());
-    const auto reply = adopt(xcb_intern_atom_reply(get(), cookie, nullptr));
-    return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
 }
 
 void X11Connection::arrived(XcbPointer<xcb_generic_event_t> event) {

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "Vantrel/Backends/X11/XcbHandles.hpp"
+#include "Vantrel/Backends/X11/XcbRequests.hpp"
 
 namespace vantrel::x11 {
 
@@ -34,7 +34,9 @@ class X11Connection {
     static std::unique_ptr<X11Connection> open(std::string& error);
 
     [[nodiscard]] xcb_connection_t* get() const { return connection_.get(); }
-    [[nodiscard]] xcb_window_t root() const { return root_; }
+    [[nodiscard]] const xcb_screen_t& screen() const { return *screen_; }
+    [[nodiscard]] int screenNumber() const { return screenNumber_; }
+    [[nodiscard]] xcb_window_t root() const { return screen_->root; }
     [[nodiscard]] std::uint8_t randrFirstEvent() const { return randrFirstEvent_; }
     [[nodiscard]] std::uint8_t xkbFirstEvent() const { return xkbFirstEvent_; }
     /// The major opcode of the X input extension; 0 when the server lacks version 2.1.
@@ -44,7 +46,7 @@ class X11Connection {
     [[nodiscard]] bool isLost() const { return xcb_connection_has_error(get()) != 0; }
 
     /// The number of a named atom, made where it does not exist yet; XCB_ATOM_NONE when the connection is lost.
-    [[nodiscard]] xcb_atom_t atom(std::string_view name) const;
+    [[nodiscard]] xcb_atom_t atom(std::string_view name) const { return internAtom(get(), name); }
 
     /// Listeners are not owned and outlive the connection's last event.
     void addListener(X11EventListener& listener) { listeners_.push_back(&listener); }
@@ -67,13 +69,13 @@ class X11Connection {
         void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
     };
 
-    explicit X11Connection(xcb_connection_t* connection) : connection_(connection) {}
-    bool setUp(int screenNumber, std::string& error);
+    X11Connection() : connection_(xcb_connect(nullptr, &screenNumber_)) {}
     bool startExtensions(std::string& error);
     void arrived(XcbPointer<xcb_generic_event_t> event);
 
+    int screenNumber_ = 0;
     std::unique_ptr<xcb_connection_t, Disconnect> connection_;
-    xcb_window_t root_ = XCB_NONE;
+    const xcb_screen_t* screen_ = nullptr;
     std::uint8_t randrFirstEvent_ = 0;
     std::uint8_t xkbFirstEvent_ = 0;
     std::uint8_t xinputOpcode_ = 0;

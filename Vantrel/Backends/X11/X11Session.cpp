@@ -2,12 +2,12 @@
 
 #include <utility>
 
+#include "Vantrel/Backends/Common/DisplayList.hpp"
 #include "Vantrel/Backends/Common/HotKeyRegistry.hpp"
 #include "Vantrel/Backends/X11/AgentSelection.hpp"
 #include "Vantrel/Backends/X11/ScreenState.hpp"
 #include "Vantrel/Backends/X11/Tray/TrayItemPresenter.hpp"
 #include "Vantrel/Backends/X11/X11Connection.hpp"
-#include "Vantrel/Backends/X11/X11Displays.hpp"
 #include "Vantrel/Backends/X11/X11EventSource.hpp"
 #include "Vantrel/Backends/X11/X11HotKeyBinder.hpp"
 #include "Vantrel/Backends/X11/X11Pointer.hpp"
@@ -41,7 +41,7 @@ struct X11Session::Parts {
     std::unique_ptr<X11Connection> connection;
     ScreenState screen{*connection};
     LayoutRefresh layoutRefresh{*connection, screen};
-    X11Displays displays{screen};
+    backend::DisplayList displays{screen.layout(), [this] { screen.synchronize(); }};
     X11Pointer pointer{screen};
     AgentSelection selection{*connection};
     /// Made when first asked for: a start that only hands over its URLs needs no keymap.

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "Vantrel/Backends/X11/XcbHandles.hpp"
+#include "Vantrel/Backends/X11/XcbRequests.hpp"
 
 namespace vantrel::x11 {
 
@@ -81,12 +81,6 @@ bool readSetting(Reader& reader, const XSettingHandler& handler) {
     return true;
 }
 
-xcb_atom_t atom(xcb_connection_t* connection, const std::string& name) {
-    const auto cookie = xcb_intern_atom(connection, 1, static_cast<std::uint16_t>(name.size()), name.c_str());
-    const auto reply = adopt(xcb_intern_atom_reply(connection, cookie, nullptr));
-    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-}
-
 }  // namespace
 
 void readXSettings(std::string_view property, const XSettingHandler& handler) {
@@ -102,17 +96,13 @@ void readXSettings(std::string_view property, const XSettingHandler& handler) {
 
 std::string publishedXSettings(xcb_connection_t* connection, int screen) {
     constexpr std::uint32_t longest = 1U << 20U;  // in units of four bytes
-    const xcb_atom_t selection = atom(connection, "_XSETTINGS_S" + std::to_string(screen));
-    const xcb_atom_t property = atom(connection, "_XSETTINGS_SETTINGS");
-    if (selection == XCB_ATOM_NONE || property == XCB_ATOM_NONE) {
+    const xcb_window_t owner =
+        selectionOwner(connection, internAtom(connection, "_XSETTINGS_S" + std::to_string(screen)));
+    if (owner == XCB_NONE) {
         return {};
     }
-    const auto owner =
-        adopt(xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, selection), nullptr));
-    if (!owner || owner->owner == XCB_NONE) {
-        return {};
-    }
-    const auto cookie = xcb_get_property(connection, 0, owner->owner, property, XCB_ATOM_ANY, 0, longest);
+    const xcb_atom_t property = internAtom(connection, "_XSETTINGS_SETTINGS");
+    const auto cookie = xcb_get_property(connection, 0, owner, property, XCB_ATOM_ANY, 0, longest);
     const auto reply = adopt(xcb_get_property_reply(connection, cookie, nullptr));
     if (!reply || reply->format != 8) {
         return {};

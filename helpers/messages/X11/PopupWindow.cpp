@@ -94,7 +94,7 @@ void PopupWindow::place(const Rect& bounds, int cornerRadius, const std::functio
 }
 
 void PopupWindow::setShape(const Rect& bounds, int cornerRadius) {
-    if (visual_.hasAlpha) {
+    if (hasAlpha()) {
         return;
     }
     const auto rows = roundedRows(bounds.width, bounds.height, cornerRadius);

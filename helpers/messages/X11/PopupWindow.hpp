@@ -21,8 +21,7 @@ class PopupWindow {
     PopupWindow(const PopupWindow&) = delete;
     PopupWindow& operator=(const PopupWindow&) = delete;
 
-    [[nodiscard]] xcb_window_t window() const { return window_; }
-    [[nodiscard]] bool hasAlpha() const { return visual_.hasAlpha; }
+    [[nodiscard]] bool hasAlpha() const { return visual_.depth == 32; }
 
     /// Gives the window the bounds, corners of that radius, and what `draw` draws.
     void place(const Rect& bounds, int cornerRadius, const std::function<void(cairo_t*)>& draw);
@@ -32,7 +31,7 @@ class PopupWindow {
     void setShape(const Rect& bounds, int cornerRadius);
 
     const Screen& screen_;
-    WindowVisual visual_;
+    x11::Visual visual_;
     xcb_colormap_t colormap_;
     xcb_window_t window_;
 };

@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cstdlib>
 #include <limits>
+#include <string>
 #include <string_view>
 
 #include "helpers/messages/Typesetter.hpp"
@@ -51,11 +52,8 @@ std::unique_ptr<Screen> Screen::connect() {
         xcb_disconnect(connection);
         return nullptr;
     }
-    xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
-    for (int skipped = 0; skipped < number && screens.rem > 1; ++skipped) {
-        xcb_screen_next(&screens);
-    }
-    return std::unique_ptr<Screen>(new Screen(connection, screens.data, number));  // NOLINT: private constructor
+    xcb_screen_t* const screen = x11::screenOfNumber(connection, number);
+    return std::unique_ptr<Screen>(new Screen(connection, screen, number));  // NOLINT: private constructor
 }
 
 Screen::Screen(xcb_connection_t* connection, xcb_screen_t* screen, int number)
@@ -100,54 +98,20 @@ Rect Screen::monitorAt(Point point) const {
 }
 
 bool Screen::isComposited() const {
-    const xcb_atom_t selection = atom("_NET_WM_CM_S" + std::to_string(number_));
-    const auto owner = x11::adopt(
-        xcb_get_selection_owner_reply(connection_, xcb_get_selection_owner(connection_, selection), nullptr));
-    return owner && owner->owner != XCB_NONE;
+    return x11::selectionOwner(connection_, atom("_NET_WM_CM_S" + std::to_string(number_))) != XCB_NONE;
 }
 
-WindowVisual Screen::popupVisual() const {
+x11::Visual Screen::popupVisual() const {
     if (isComposited()) {
-        for (auto depths = xcb_screen_allowed_depths_iterator(screen_); depths.rem > 0; xcb_depth_next(&depths)) {
-            for (auto visuals = xcb_depth_visuals_iterator(depths.data); visuals.rem > 0;
-                 xcb_visualtype_next(&visuals)) {
-                if (depths.data->depth == 32 && visuals.data->_class == XCB_VISUAL_CLASS_TRUE_COLOR) {
-                    return {.type = visuals.data, .depth = 32, .hasAlpha = true};
-                }
-            }
+        const x11::Visual translucent = x11::findVisual(*screen_, [](const x11::Visual& visual) {
+            return visual.depth == 32 && visual.type->_class == XCB_VISUAL_CLASS_TRUE_COLOR;
+        });
+        if (translucent.type != nullptr) {
+            return translucent;
         }
     }
-    return findVisual(screen_->root_visual);
-}
-
-std::optional<WindowVisual> Screen::visualOf(xcb_window_t window) const {
-    const auto attributes = x11::adopt(
-        xcb_get_window_attributes_reply(connection_, xcb_get_window_attributes(connection_, window), nullptr));
-    if (!attributes) {
-        return std::nullopt;
-    }
-    return findVisual(attributes->visual);
-}
-
-WindowVisual Screen::findVisual(xcb_visualid_t identifier) const {
-    for (auto depths = xcb_screen_allowed_depths_iterator(screen_); depths.rem > 0; xcb_depth_next(&depths)) {
-        for (auto visuals = xcb_depth_visuals_iterator(depths.data); visuals.rem > 0; xcb_visualtype_next(&visuals)) {
-            if (visuals.data->visual_id == identifier) {
-                return {.type = visuals.data, .depth = depths.data->depth, .hasAlpha = depths.data->depth == 32};
-            }
-        }
-    }
-    return {};
-}
-
-double Screen::dotsPerInch() const {
-    return dotsPerInch_;
-}
-
-xcb_atom_t Screen::atom(const std::string& name) const {
-    const auto reply = x11::adopt(xcb_intern_atom_reply(
-        connection_, xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.c_str()), nullptr));
-    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+    return x11::findVisual(
+        *screen_, [this](const x11::Visual& visual) { return visual.type->visual_id == screen_->root_visual; });
 }
 
 }  // namespace vantrel::overlay

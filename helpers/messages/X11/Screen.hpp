@@ -2,22 +2,13 @@
 
 #include <xcb/xcb.h>
 
-#include <cstdint>
 #include <memory>
-#include <optional>
-#include <string>
+#include <string_view>
 
-#include "Vantrel/Backends/X11/XcbHandles.hpp"
+#include "Vantrel/Backends/X11/XcbRequests.hpp"
 #include "helpers/messages/Rect.hpp"
 
 namespace vantrel::overlay {
-
-/// A kind of window that the server offers.
-struct WindowVisual {
-    xcb_visualtype_t* type = nullptr;
-    std::uint8_t depth = 0;
-    bool hasAlpha = false;
-};
 
 /// The X screen that the overlay draws on.
 class Screen {
@@ -39,21 +30,17 @@ class Screen {
     [[nodiscard]] Rect monitorAt(Point point) const;
 
     /// The visual with an alpha channel while a compositor runs, else the root window's.
-    [[nodiscard]] WindowVisual popupVisual() const;
-
-    /// The visual of an existing window; none when the window is gone.
-    [[nodiscard]] std::optional<WindowVisual> visualOf(xcb_window_t window) const;
+    [[nodiscard]] x11::Visual popupVisual() const;
 
     /// The font resolution that the desktop asks for (Xft.dpi), else 96.
-    [[nodiscard]] double dotsPerInch() const;
+    [[nodiscard]] double dotsPerInch() const { return dotsPerInch_; }
 
-    [[nodiscard]] xcb_atom_t atom(const std::string& name) const;
+    [[nodiscard]] xcb_atom_t atom(std::string_view name) const { return x11::internAtom(connection_, name); }
 
   private:
     Screen(xcb_connection_t* connection, xcb_screen_t* screen, int number);
 
     [[nodiscard]] bool isComposited() const;
-    [[nodiscard]] WindowVisual findVisual(xcb_visualid_t identifier) const;
 
     xcb_connection_t* connection_;
     xcb_screen_t* screen_;

@@ -13,39 +13,20 @@ namespace {
 constexpr std::uint32_t requestDock = 0;   // of the System Tray protocol's opcodes
 constexpr std::uint32_t xembedMapped = 1;  // of XEmbed's flags
 
-struct TrayVisual {
-    xcb_visualid_t identifier;
-    std::uint8_t depth;
-};
-
-xcb_screen_t* screenOf(xcb_connection_t* connection, xcb_window_t root) {
-    auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
-    while (screens.rem > 1 && screens.data->root != root) {
-        xcb_screen_next(&screens);
-    }
-    return screens.data;
-}
-
 /// The visual that the tray wants its icons to have, else the root window's.
-TrayVisual trayVisual(const X11Connection& connection, xcb_window_t manager) {
-    const xcb_screen_t* screen = screenOf(connection.get(), connection.root());
-    const auto property = adopt(
-        xcb_get_property_reply(connection.get(),
-                               xcb_get_property(connection.get(), 0, manager,
-                                                connection.atom("_NET_SYSTEM_TRAY_VISUAL"), XCB_ATOM_VISUALID, 0, 1),
-                               nullptr));
+Visual trayVisual(const X11Connection& connection, xcb_window_t manager) {
+    const auto cookie = xcb_get_property(connection.get(), 0, manager, connection.atom("_NET_SYSTEM_TRAY_VISUAL"),
+                                         XCB_ATOM_VISUALID, 0, 1);
+    const auto property = adopt(xcb_get_property_reply(connection.get(), cookie, nullptr));
+    const auto visualOf = [&connection](xcb_visualid_t identifier) {
+        return findVisual(connection.screen(),
+                          [identifier](const Visual& visual) { return visual.type->visual_id == identifier; });
+    };
+    Visual wanted;
     if (property && xcb_get_property_value_length(property.get()) == sizeof(xcb_visualid_t)) {
-        const auto wanted = *static_cast<const xcb_visualid_t*>(xcb_get_property_value(property.get()));
-        for (auto depths = xcb_screen_allowed_depths_iterator(screen); depths.rem > 0; xcb_depth_next(&depths)) {
-            for (auto visuals = xcb_depth_visuals_iterator(depths.data); visuals.rem > 0;
-                 xcb_visualtype_next(&visuals)) {
-                if (visuals.data->visual_id == wanted) {
-                    return {.identifier = wanted, .depth = depths.data->depth};
-                }
-            }
-        }
+        wanted = visualOf(*static_cast<const xcb_visualid_t*>(xcb_get_property_value(property.get())));
     }
-    return {.identifier = screen->root_visual, .depth = screen->root_depth};
+    return wanted.type != nullptr ? wanted : visualOf(connection.screen().root_visual);
 }
 
 void setText(const X11Connection& connection, xcb_window_t window, const char* property, const char* type,
@@ -72,13 +53,13 @@ TrayWindow::~TrayWindow() {
 
 void TrayWindow::createWindow(xcb_window_t manager) {
     xcb_connection_t* connection = connection_.get();
-    const TrayVisual visual = trayVisual(connection_, manager);
+    const Visual visual = trayVisual(connection_, manager);
     depth_ = visual.depth;
     colormap_ = xcb_generate_id(connection);
-    xcb_create_colormap(connection, XCB_COLORMAP_ALLOC_NONE, colormap_, connection_.root(), visual.identifier);
+    xcb_create_colormap(connection, XCB_COLORMAP_ALLOC_NONE, colormap_, connection_.root(), visual.type->visual_id);
     const std::uint32_t values[] = {0, 0, XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_STRUCTURE_NOTIFY, colormap_};
     xcb_create_window(connection, depth_, window_, connection_.root(), 0, 0, firstSize, firstSize, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, visual.identifier,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, visual.type->visual_id,
                       XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP, values);
     setText(connection_, window_, "_NET_WM_NAME", "UTF8_STRING", "Vantrel");
     setText(connection_, window_, "WM_NAME", "STRING", "Vantrel");
@@ -91,15 +72,8 @@ void TrayWindow::createWindow(xcb_window_t manager) {
 }
 
 void TrayWindow::askToDock(xcb_window_t manager) {
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = manager;
-    message.type = connection_.atom("_NET_SYSTEM_TRAY_OPCODE");
-    message.data.data32[0] = XCB_CURRENT_TIME;
-    message.data.data32[1] = requestDock;
-    message.data.data32[2] = window_;
-    xcb_send_event(connection_.get(), 0, manager, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char*>(&message));
+    sendClientMessage(connection_.get(), manager, XCB_EVENT_MASK_NO_EVENT, manager,
+                      connection_.atom("_NET_SYSTEM_TRAY_OPCODE"), {XCB_CURRENT_TIME, requestDock, window_});
 }
 
 // Some trays cut their icons off.
