@@ -56,12 +56,25 @@ bool WaylandDesk::isServed() const {
 }
 
 bool WaylandDesk::jump(const Chord& chord, LayoutPoint target) {
-    person_.type(chord);
-    return person_.waitFor(target, std::chrono::seconds(10));
+    return jump([&] { person_.type(chord); }, target);
 }
 
 bool WaylandDesk::jump(const std::string& url, LayoutPoint target) {
-    return open(url) && person_.waitFor(target, std::chrono::seconds(10));
+    return jump([&] { open(url); }, target);
+}
+
+bool WaylandDesk::jump(const std::function<void()>& ask, LayoutPoint target) {
+    const auto departure = person_.pointer();
+    for (int attempt = 0; attempt < 5; ++attempt) {
+        ask();
+        if (person_.waitFor(target, std::chrono::seconds(5))) {
+            return true;
+        }
+        if (person_.pointer() != departure) {
+            return false;
+        }
+    }
+    return false;
 }
 
 bool WaylandDesk::open(const std::string& url) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -51,15 +52,19 @@ class WaylandDesk {
     /// Whether an agent listens; a dead one's socket may stand there, too.
     [[nodiscard]] bool isServed() const;
 
-    /// Presses the chord and waits until the pointer is at the point; false when it does not get there.
+    /// Presses the chord and waits until the pointer is at the point; false when it does not get there. Where the
+    /// pointer does not move at all this is done again: a compositor that has no time to tell the agent where the
+    /// pointer is makes a jump none.
     bool jump(const Chord& chord, LayoutPoint target);
-    /// Has the agent obey the URL and waits for that.
+    /// The same, by having the agent obey the URL.
     bool jump(const std::string& url, LayoutPoint target);
 
     /// Hands the URL over to the agent; false when nobody takes it.
     bool open(const std::string& url);
 
   private:
+    bool jump(const std::function<void()>& ask, LayoutPoint target);
+
     std::unique_ptr<CompositorProcess> compositor_;
     SeatClient person_;
     Home home_;
