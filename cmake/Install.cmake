@@ -24,4 +24,4 @@ vantrel_install_with_program_place(systemd/vantrel.service.in ${VANTREL_SYSTEMD_
 install(FILES data/metainfo/org.vantrel.Vantrel.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 install(FILES data/man/vantrel.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(PROGRAMS data/xkb/caps-lock-hyper DESTINATION ${CMAKE_INSTALL_DATADIR}/vantrel)
-install(DIRECTORY data/xkb/symbols DESTINATION ${CMAKE_INSTALL_DATADIR}/vantrel)
+install(DIRECTORY data/xkb/rules data/xkb/symbols DESTINATION ${CMAKE_INSTALL_DATADIR}/vantrel)

@@ -86,7 +86,7 @@ int main(int count, char** arguments) {
         {
             SwayDesk desk;
             ChildProcessOptions floor;
-            floor.arguments = {VANTREL_BENCH_SWAY_FLOOR, "-400", "0", "-200", "250"};
+            floor.arguments = {VANTREL_BENCH_WAYLAND_FLOOR, "-400", "0", "-200", "250"};
             floor.environment = desk.environment();
             const ChildProcess process(floor);
             waitUntil([&] {

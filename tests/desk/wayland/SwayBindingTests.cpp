@@ -10,9 +10,10 @@ namespace {
 
 constexpr LayoutPoint onMain = SwayDesk::onMain;
 constexpr LayoutPoint centreOfSecond = SwayDesk::centreOfSecond;
-/// Where the person's own bindings send the pointer. Their command counts from the left edge of the second display.
+/// Where the person's own bindings send the pointer. Their command counts from the left edge of the second display,
+/// and a little further: newer sways cut the fraction off.
 constexpr LayoutPoint persons{.x = 100, .y = 150};
-constexpr auto personsCommand = "seat seat0 cursor set 500 150";
+constexpr auto personsCommand = "seat seat0 cursor set 500.001 150.001";
 
 struct Taken {
     const char* name;

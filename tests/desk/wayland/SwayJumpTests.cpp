@@ -54,6 +54,22 @@ TEST_P(SwayLock, lockOn_jumps) {
 
 INSTANTIATE_TEST_SUITE_P(Locks, SwayLock, testing::Values(keys::capsLock, keys::numLock));
 
+TEST(SwaySession, capsLockAsHyper_jumps) {
+    SwayDesk desk(SwayDesk::twoDisplays(), "us", "vantrel:hyper");
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    EXPECT_TRUE(desk.jump({keys::capsLock, keys::d}, centreOfSecond));
+    EXPECT_TRUE(desk.jump(hyper(keys::d), onMain)) << "the four keys themselves go on working";
+}
+
+TEST(SwaySession, capsLockWithoutTheOption_doesNothing) {
+    SwayDesk desk;
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    desk.person().type({keys::capsLock, keys::d});
+    EXPECT_TRUE(desk.person().staysAt(onMain));
+}
+
 TEST(SwaySession, russianAlone_jumpsAndTheSmallerChordDoesNot) {
     SwayDesk desk(SwayDesk::twoDisplays("input * xkb_layout ru\n"), "ru");
     const auto agent = desk.startAgent();

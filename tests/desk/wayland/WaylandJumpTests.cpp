@@ -24,7 +24,7 @@ class WaylandJump : public testing::TestWithParam<std::tuple<CompositorKind, Arr
 
 TEST_P(WaylandJump, thereAndBack_isExact) {
     const auto& [kind, arrangement] = GetParam();
-    WaylandDesk desk(kind.start(arrangement.outputs), "us");
+    WaylandDesk desk(kind.start(arrangement.outputs));
     const auto agent = desk.startAgent();
     desk.person().moveTo(arrangement.departure);
     for (int round = 0; round < 5; ++round) {
@@ -65,7 +65,7 @@ INSTANTIATE_TEST_SUITE_P(Compositors, WaylandJump,
 
 class WaylandAgent : public testing::TestWithParam<CompositorKind> {
   protected:
-    WaylandDesk desk{GetParam().start(WaylandDesk::twoOutputs()), "us"};
+    WaylandDesk desk{GetParam().start(WaylandDesk::twoOutputs())};
 };
 
 INSTANTIATE_TEST_SUITE_P(Compositors, WaylandAgent, testing::ValuesIn(installedCompositors()),

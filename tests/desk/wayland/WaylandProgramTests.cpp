@@ -21,7 +21,7 @@ bool isOneLine(const std::string& text) {
 
 class WaylandProgram : public testing::TestWithParam<CompositorKind> {
   protected:
-    WaylandDesk desk{GetParam().start(WaylandDesk::twoOutputs()), "us"};
+    WaylandDesk desk{GetParam().start(WaylandDesk::twoOutputs())};
 };
 
 INSTANTIATE_TEST_SUITE_P(Compositors, WaylandProgram, testing::ValuesIn(installedCompositors()),
@@ -55,7 +55,7 @@ TEST_P(WaylandProgram, firstStartWithURL_becomesTheAgentAndObeys) {
 }
 
 TEST_P(WaylandProgram, twoSessionsOneRuntimeDirectory_eachHasItsAgent) {
-    WaylandDesk other(GetParam().start(WaylandDesk::twoOutputs()), "us");
+    WaylandDesk other(GetParam().start(WaylandDesk::twoOutputs()));
     // A display of another directory is named by its path.
     other.environment().set("XDG_RUNTIME_DIR", desk.compositor().runtimeDirectory().native());
     other.environment().set("WAYLAND_DISPLAY", other.compositor().socket().native());
@@ -89,7 +89,7 @@ TEST_P(WaylandProgram, compositorEnds_oneLineAndOne) {
 
 class WaylandProgramEnd : public testing::TestWithParam<std::tuple<CompositorKind, int>> {
   protected:
-    WaylandDesk desk{std::get<0>(GetParam()).start(WaylandDesk::twoOutputs()), "us"};
+    WaylandDesk desk{std::get<0>(GetParam()).start(WaylandDesk::twoOutputs())};
 };
 
 TEST_P(WaylandProgramEnd, signal_endsInTheOrdinaryWay) {

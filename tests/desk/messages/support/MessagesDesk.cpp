@@ -1,5 +1,6 @@
 #include "tests/desk/messages/support/MessagesDesk.hpp"
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <stdexcept>
@@ -42,8 +43,9 @@ std::unique_ptr<TypingWindow> MessagesDesk::openWindow() {
     desk.control().run(std::string("focus output ") + mainOutput);
     auto window = std::make_unique<TypingWindow>(socket());
     const bool isSeen = waitUntil([this] {
-        const Picture picture = camera.take(mainOutput);
-        return (picture.at(picture.width / 2, picture.height / 2) & 0xFFFFFF) == TypingWindow::color;
+        const auto pixels = camera.take(mainOutput).pixels;
+        return std::any_of(pixels.begin(), pixels.end(),
+                           [](std::uint32_t pixel) { return (pixel & 0xFFFFFF) == TypingWindow::color; });
     });
     if (!isSeen) {
         throw std::runtime_error("the window is not seen");

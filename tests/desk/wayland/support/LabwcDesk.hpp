@@ -10,7 +10,7 @@ namespace vantrel::desk {
 /// A private session of labwc.
 class LabwcDesk final : public WaylandDesk {
   public:
-    explicit LabwcDesk(const LabwcOptions& options) : WaylandDesk(std::make_unique<LabwcProcess>(options), "us") {}
+    explicit LabwcDesk(const LabwcOptions& options) : WaylandDesk(std::make_unique<LabwcProcess>(options)) {}
 
     LabwcProcess& labwc() { return static_cast<LabwcProcess&>(compositor()); }
 };

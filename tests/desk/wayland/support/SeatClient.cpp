@@ -135,8 +135,8 @@ struct SeatClient::Events {
     static constexpr wl_seat_listener seat{.capabilities = capabilities, .name = none};
 };
 
-SeatClient::SeatClient(const std::filesystem::path& socket, const std::string& layouts)
-    : display_(wl_display_connect(socket.c_str())), xkb_(xkb_context_new(XKB_CONTEXT_NO_FLAGS)) {
+SeatClient::SeatClient(const std::filesystem::path& socket, const std::string& layouts, const std::string& options)
+    : display_(wl_display_connect(socket.c_str())), xkb_(xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES)) {
     if (!display_) {
         throw std::runtime_error("cannot connect to " + socket.native());
     }
@@ -153,8 +153,11 @@ SeatClient::SeatClient(const std::filesystem::path& socket, const std::string& l
     nothing_ = wl_shm_pool_create_buffer(pool, 0, 1, 1, 4, WL_SHM_FORMAT_ARGB8888);
     wl_shm_pool_destroy(pool);
 
+    // As if they were in the person's own XKB folder.
+    xkb_context_include_path_append(xkb_.get(), VANTREL_XKB_DATA);
+    xkb_context_include_path_append_default(xkb_.get());
     const xkb_rule_names names{
-        .rules = "evdev", .model = "pc105", .layout = layouts.c_str(), .variant = "", .options = ""};
+        .rules = "evdev", .model = "pc105", .layout = layouts.c_str(), .variant = "", .options = options.c_str()};
     keymap_.reset(xkb_keymap_new_from_names(xkb_.get(), &names, XKB_KEYMAP_COMPILE_NO_FLAGS));
     if (!keymap_) {
         throw std::runtime_error("no keymap for " + layouts);

@@ -43,8 +43,8 @@ inline std::ostream& operator<<(std::ostream& out, const LayoutPoint& point) {
 class SeatClient {
   public:
     /// Connects; throws when there is no such compositor or it lacks what a test needs. `layouts` are the keyboard's,
-    /// such as "us" or "us,ru".
-    SeatClient(const std::filesystem::path& socket, const std::string& layouts);
+    /// such as "us" or "us,ru", `options` those of its map, ours among them, such as "vantrel:hyper".
+    SeatClient(const std::filesystem::path& socket, const std::string& layouts, const std::string& options = {});
     ~SeatClient();
     SeatClient(const SeatClient&) = delete;
     SeatClient& operator=(const SeatClient&) = delete;

@@ -6,8 +6,9 @@ SwayOptions SwayDesk::twoDisplays(const std::string& configuration) {
     return {.outputs = twoOutputs(), .configuration = configuration, .files = {}};
 }
 
-SwayDesk::SwayDesk(const SwayOptions& options, const std::string& keyboardLayouts)
-    : WaylandDesk(std::make_unique<SwayProcess>(options), keyboardLayouts), control_(sway().controlSocket()) {
+SwayDesk::SwayDesk(const SwayOptions& options, const std::string& keyboardLayouts, const std::string& keyboardOptions)
+    : WaylandDesk(std::make_unique<SwayProcess>(options), keyboardLayouts, keyboardOptions),
+      control_(sway().controlSocket()) {
     environment().set("SWAYSOCK", sway().controlSocket().native());
 }
 

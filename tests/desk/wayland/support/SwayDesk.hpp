@@ -13,7 +13,8 @@ class SwayDesk final : public WaylandDesk {
   public:
     static SwayOptions twoDisplays(const std::string& configuration = {});
 
-    explicit SwayDesk(const SwayOptions& options = twoDisplays(), const std::string& keyboardLayouts = "us");
+    explicit SwayDesk(const SwayOptions& options = twoDisplays(), const std::string& keyboardLayouts = "us",
+                      const std::string& keyboardOptions = {});
 
     SwayProcess& sway() { return static_cast<SwayProcess&>(compositor()); }
     SwayControl& control() { return control_; }

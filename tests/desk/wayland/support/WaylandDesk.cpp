@@ -15,9 +15,10 @@ std::vector<PrivateOutput> WaylandDesk::twoOutputs() {
     return {{.mode = "640x480"}, {.mode = "400x300", .x = -400, .y = 100}};
 }
 
-WaylandDesk::WaylandDesk(std::unique_ptr<CompositorProcess> compositor, const std::string& keyboardLayouts)
+WaylandDesk::WaylandDesk(std::unique_ptr<CompositorProcess> compositor, const std::string& keyboardLayouts,
+                         const std::string& keyboardOptions)
     : compositor_(std::move(compositor)),
-      person_(compositor_->socket(), keyboardLayouts),
+      person_(compositor_->socket(), keyboardLayouts, keyboardOptions),
       environment_(Environment::minimal()) {
     home_.enter(environment_);
     environment_.set("XDG_RUNTIME_DIR", compositor_->runtimeDirectory().native());

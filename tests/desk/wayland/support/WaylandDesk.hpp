@@ -25,7 +25,8 @@ class WaylandDesk {
     static constexpr LayoutPoint onMain{.x = 300, .y = 200};
     static constexpr LayoutPoint centreOfSecond{.x = -200, .y = 250};
 
-    WaylandDesk(std::unique_ptr<CompositorProcess> compositor, const std::string& keyboardLayouts);
+    explicit WaylandDesk(std::unique_ptr<CompositorProcess> compositor, const std::string& keyboardLayouts = "us",
+                         const std::string& keyboardOptions = {});
     virtual ~WaylandDesk() = default;
     WaylandDesk(const WaylandDesk&) = delete;
     WaylandDesk& operator=(const WaylandDesk&) = delete;
