@@ -107,6 +107,13 @@ struct WaylandSession::Abilities {
         return nullptr;
     }
 
+    static std::unique_ptr<HotKeyServices> makeHotKeys(Compositor* compositor) {
+        if (compositor == nullptr) {
+            return std::make_unique<UnboundHotKeys>();
+        }
+        return std::make_unique<backend::HotKeyRegistry>(compositor->hotKeys());
+    }
+
     void lookUnderPointer() {
         if (!compositor || !compositor->lookUnderPointer()) {
             pointers.stir();
@@ -119,8 +126,7 @@ struct WaylandSession::Abilities {
     WaylandScreen screen;
     backend::DisplayList displays{screen.layout(), [this] { screen.refreshLayout(); }};
     WaylandCursor cursor{screen};
-    UnboundHotKeys unbound;
-    backend::HotKeyRegistry hotKeys{compositor ? compositor->hotKeys() : unbound};
+    std::unique_ptr<HotKeyServices> hotKeys = makeHotKeys(compositor.get());
 };
 
 struct WaylandSession::Parts {
@@ -187,7 +193,7 @@ PointerWarper& WaylandSession::pointerWarper() {
 }
 
 HotKeyServices& WaylandSession::hotKeys() {
-    return abilities().hotKeys;
+    return *abilities().hotKeys;
 }
 
 bool WaylandSession::claim() {

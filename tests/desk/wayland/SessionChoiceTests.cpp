@@ -22,7 +22,7 @@ TEST(SessionChoice, compositorWithoutTheProtocols_oneLineNamesThem) {
     Environment environment = Environment::minimal();
     home.enter(environment);
     environment.set("XDG_RUNTIME_DIR", weston.runtimeDirectory().native());
-    environment.set("WAYLAND_DISPLAY", WestonProcess::displayName);
+    environment.set("WAYLAND_DISPLAY", weston.displayName());
     AgentProcess agent(environment, home.path() / "stderr");
     EXPECT_EQ(agent.waitForExit(), failure);
     EXPECT_TRUE(isOneLine(agent.standardError())) << agent.standardError();
@@ -35,7 +35,7 @@ TEST(SessionChoice, compositorWithoutTheProtocols_oneLineNamesThem) {
 TEST(SessionChoice, compositorWithoutTheProtocolsAndADisplay_staysRefused) {
     const WestonProcess weston;
     Desk desk({.hasSessionBus = false});
-    desk.environment().set("WAYLAND_DISPLAY", (weston.runtimeDirectory() / WestonProcess::displayName).native());
+    desk.environment().set("WAYLAND_DISPLAY", weston.socket().native());
     const auto agent = desk.startProgram();
     EXPECT_EQ(agent->waitForExit(), failure);
     EXPECT_NE(agent->standardError().find("zwlr_layer_shell_v1"), std::string::npos) << agent->standardError();

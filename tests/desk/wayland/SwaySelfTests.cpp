@@ -26,7 +26,7 @@ TEST(SwayDesk, start_asRoot_isAnOrdinaryUsers) {
 
 TEST(SwayDesk, moveTo_eachDisplay_isSeenThere) {
     const SwayProcess sway(threeOutputs());
-    SeatClient person(sway.runtimeDirectory() / sway.displayName(), "us");
+    SeatClient person(sway.socket(), "us");
     for (const LayoutPoint point :
          {LayoutPoint{.x = 700, .y = 500}, {.x = -1000, .y = -90}, {.x = 1600.5, .y = 600.25}}) {
         EXPECT_NO_THROW(person.moveTo(point)) << point;
@@ -37,7 +37,7 @@ TEST(SwayDesk, type_aPersonsBinding_runsIt) {
     SwayOptions options = threeOutputs();
     options.configuration = "bindsym Ctrl+Mod1+Shift+Mod4+d seat seat0 cursor set 1200 300\n";
     const SwayProcess sway(options);
-    SeatClient person(sway.runtimeDirectory() / sway.displayName(), "us");
+    SeatClient person(sway.socket(), "us");
     person.moveTo({.x = 700, .y = 500});
     person.type(hyper(keys::d));
     EXPECT_TRUE(person.waitFor({.x = 176, .y = 200}));

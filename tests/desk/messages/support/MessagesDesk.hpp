@@ -55,7 +55,7 @@ class MessagesDesk : public testing::Test {
     /// Puts the pointer there, also where something covers what the person watches it with.
     void putPointer(LayoutPoint point);
 
-    [[nodiscard]] std::filesystem::path socket() { return desk.sway().runtimeDirectory() / desk.sway().displayName(); }
+    [[nodiscard]] std::filesystem::path socket() { return desk.sway().socket(); }
 
     SwayDesk desk;
     Camera camera;

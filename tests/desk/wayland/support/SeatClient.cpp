@@ -30,6 +30,7 @@ struct SeatClient::Output {
     int y = 0;
     int width = 0;
     int height = 0;
+    bool isWatched = false;  ///< by the window behind everything
 };
 
 namespace {
@@ -80,6 +81,9 @@ struct SeatClient::Events {
     static void motion(void* data, wl_pointer*, std::uint32_t, wl_fixed_t x, wl_fixed_t y) {
         client(data).onSurface_ = {.x = wl_fixed_to_double(x), .y = wl_fixed_to_double(y)};
     }
+    static void button(void* data, wl_pointer*, std::uint32_t, std::uint32_t, std::uint32_t, std::uint32_t state) {
+        client(data).clicks_ += state == WL_POINTER_BUTTON_STATE_PRESSED ? 1 : 0;
+    }
     static void position(void* data, zxdg_output_v1*, std::int32_t x, std::int32_t y) {
         output(data).x = x;
         output(data).y = y;
@@ -98,6 +102,7 @@ struct SeatClient::Events {
         wl_surface_attach(output(data).surface, output(data).content, 0, 0);
         wl_surface_damage(output(data).surface, 0, 0, static_cast<int>(width), static_cast<int>(height));
         wl_surface_commit(output(data).surface);
+        output(data).isWatched = true;
     }
     static void capabilities(void* data, wl_seat* handle, std::uint32_t available) {
         if ((available & WL_SEAT_CAPABILITY_POINTER) != 0 && client(data).pointerDevice_ == nullptr) {
@@ -116,7 +121,7 @@ struct SeatClient::Events {
         listener.enter = enter;
         listener.leave = leave;
         listener.motion = motion;
-        listener.button = none;
+        listener.button = button;
         listener.axis = none;
         listener.frame = none;
         listener.axis_source = none;
@@ -347,8 +352,11 @@ std::optional<LayoutPoint> SeatClient::pointer() {
 
 std::size_t SeatClient::displayCount() {
     synchronise();
-    return static_cast<std::size_t>(
-        std::count_if(outputs_.begin(), outputs_.end(), [](const auto& output) { return output->width > 0; }));
+    const auto count =
+        std::count_if(outputs_.begin(), outputs_.end(), [](const auto& output) { return output->isWatched; });
+    // What has just been told to be there has come to the compositor then.
+    synchronise();
+    return static_cast<std::size_t>(count);
 }
 
 bool SeatClient::waitFor(LayoutPoint point, Duration deadline) {

@@ -61,13 +61,15 @@ class SeatClient {
     void moveTo(LayoutPoint point);
     void pressButton();
     void releaseButton();
+    /// How many presses of a button came to the window behind everything up to now.
+    [[nodiscard]] int clicks() const { return clicks_; }
 
     /// Where the pointer was last seen; none when something covers it.
     std::optional<LayoutPoint> pointer();
     bool waitFor(LayoutPoint point, Duration deadline = generousDeadline);
     bool staysAt(LayoutPoint point, Duration time = quietTime);
 
-    /// The displays whose place and size have been told up to now.
+    /// The displays on which the pointer can be seen by now.
     std::size_t displayCount();
 
     /// Waits until the compositor has carried out all that was asked.
@@ -118,6 +120,7 @@ class SeatClient {
 
     wl_surface* pointed_ = nullptr;  ///< the surface under the pointer
     LayoutPoint onSurface_;
+    int clicks_ = 0;
 };
 
 }  // namespace vantrel::desk

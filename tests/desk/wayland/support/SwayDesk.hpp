@@ -1,66 +1,26 @@
 #pragma once
 
-#include <memory>
 #include <string>
-#include <vector>
 
-#include "tests/desk/support/AgentProcess.hpp"
-#include "tests/desk/support/Environment.hpp"
-#include "tests/desk/support/Home.hpp"
-#include "tests/desk/support/StoredDefaults.hpp"
-#include "tests/desk/wayland/support/SeatClient.hpp"
 #include "tests/desk/wayland/support/SwayControl.hpp"
 #include "tests/desk/wayland/support/SwayProcess.hpp"
+#include "tests/desk/wayland/support/WaylandDesk.hpp"
 
 namespace vantrel::desk {
 
-/// A private Wayland session: sway, a person at it, and an empty home, without a bus. Instant animation and no sound
-/// are stored, because most tests ask where the pointer lands.
-class SwayDesk {
+/// A private session of sway.
+class SwayDesk final : public WaylandDesk {
   public:
-    /// The main display 640 x 480 at (0, 0), and to its left a second one, 400 x 300 at (-400, 100). They are small
-    /// because sway paints them without a graphics card, and does nothing else meanwhile.
     static SwayOptions twoDisplays(const std::string& configuration = {});
-
-    static constexpr LayoutPoint onMain{.x = 300, .y = 200};
-    static constexpr LayoutPoint centreOfSecond{.x = -200, .y = 250};
 
     explicit SwayDesk(const SwayOptions& options = twoDisplays(), const std::string& keyboardLayouts = "us",
                       const std::string& keyboardOptions = {});
-    ~SwayDesk() = default;
-    SwayDesk(const SwayDesk&) = delete;
-    SwayDesk& operator=(const SwayDesk&) = delete;
 
-    SwayProcess& sway() { return sway_; }
+    SwayProcess& sway() { return static_cast<SwayProcess&>(compositor()); }
     SwayControl& control() { return control_; }
-    SeatClient& person() { return person_; }
-
-    /// The environment of a program in this session; to be changed before the program starts.
-    Environment& environment() { return environment_; }
-
-    /// The agent's store.
-    [[nodiscard]] StoredDefaults defaults() const { return StoredDefaults(home_.storeFile()); }
-
-    /// Starts the program with the arguments and does not wait for anything.
-    std::unique_ptr<AgentProcess> startProgram(const std::vector<std::string>& arguments = {});
-
-    /// Starts the agent and waits until it serves, which is after it has registered its hot keys. Throws, with what the
-    /// agent wrote on stderr, when it does not get there.
-    std::unique_ptr<AgentProcess> startAgent();
-
-    /// Presses the chord and waits until the pointer is at the point; false when it does not get there.
-    bool jump(const Chord& chord, LayoutPoint target);
 
   private:
-    /// Whether an agent listens; a dead one's socket may stand there, too.
-    [[nodiscard]] bool isServed() const;
-
-    SwayProcess sway_;
     SwayControl control_;
-    SeatClient person_;
-    Home home_;
-    Environment environment_;
-    int programs_ = 0;
 };
 
 }  // namespace vantrel::desk

@@ -1,0 +1,85 @@
+// Keys that a person binds to URLs in labwc's rc.xml, where no program can bind keys.
+#include <gtest/gtest.h>
+
+#include "tests/desk/support/TemporaryDirectory.hpp"
+#include "tests/desk/wayland/support/LabwcDesk.hpp"
+
+namespace vantrel::desk {
+namespace {
+
+constexpr LayoutPoint onMain = WaylandDesk::onMain;
+constexpr LayoutPoint centreOfSecond = WaylandDesk::centreOfSecond;
+
+/// The program where the compositor's user may start it; the build's directories need not be open to everybody.
+class PersonsProgram {
+  public:
+    PersonsProgram() {
+        using std::filesystem::perms;
+        std::filesystem::permissions(directory_.path(), perms::owner_all | perms::others_read | perms::others_exec);
+        std::filesystem::copy_file(VANTREL_PROGRAM, path());
+    }
+    [[nodiscard]] std::filesystem::path path() const { return directory_.path() / "vantrel"; }
+
+    /// An entry for rc.xml that opens the URL.
+    [[nodiscard]] std::string binding(const std::string& key, const std::string& url) const {
+        return "<keybind key=\"" + key + "\" onRelease=\"yes\"><action name=\"Execute\" command=\"" + path().native() +
+               " " + url + "\"/></keybind>\n";
+    }
+
+  private:
+    TemporaryDirectory directory_{"program"};
+};
+
+/// A session in which the agent is started as a person has it started.
+class LabwcBinding : public testing::Test {
+  protected:
+    LabwcBinding() {
+        if (!waitUntil([this] { return desk.isServed(); }) || !desk.open("about:blank")) {
+            throw std::runtime_error("the agent does not become ready");
+        }
+        desk.person().moveTo(onMain);
+    }
+
+    PersonsProgram program;
+    LabwcDesk desk{{.outputs = WaylandDesk::twoOutputs(),
+                    .keyboard = program.binding("W-C-A-S-d", "vantrel://teleport") +
+                                program.binding("W-C-A-Left", "vantrel://previous"),
+                    .autostart = program.path().native() + " &\n"}};
+};
+
+TEST_F(LabwcBinding, chord_jumps) {
+    for (int round = 0; round < 3; ++round) {
+        EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
+        EXPECT_TRUE(desk.jump(controlOptionCommand(keys::leftArrow), onMain));
+    }
+}
+
+TEST_F(LabwcBinding, wrongChords_doNothing) {
+    desk.person().type({keys::d});
+    desk.person().type(controlOptionCommand(keys::d));
+    desk.person().type(hyper(keys::leftArrow));
+    EXPECT_TRUE(desk.person().staysAt(onMain));
+}
+
+TEST_F(LabwcBinding, heldKey_jumpsOnce) {
+    desk.person().hold(hyper(keys::d));
+    // Keys repeat after 600 ms.
+    EXPECT_TRUE(desk.person().staysAt(onMain, std::chrono::milliseconds(1500)));
+    desk.person().letGo();
+    EXPECT_TRUE(desk.person().waitFor(centreOfSecond));
+    EXPECT_TRUE(desk.person().staysAt(centreOfSecond));
+    EXPECT_TRUE(desk.jump(hyper(keys::d), onMain)) << "the next press acts again";
+}
+
+TEST_F(LabwcBinding, chordAddedLater_jumpsAfterReconfigure) {
+    desk.person().type(hyper("AC01"));
+    EXPECT_TRUE(desk.person().staysAt(onMain));
+    desk.labwc().reconfigure(program.binding("W-C-A-S-a", "vantrel://next"));
+    // Until it has: a chord that is typed meanwhile leaves it deaf to that key.
+    desk.person().synchronise();
+    desk.person().synchronise();
+    EXPECT_TRUE(desk.jump(hyper("AC01"), centreOfSecond));
+}
+
+}  // namespace
+}  // namespace vantrel::desk

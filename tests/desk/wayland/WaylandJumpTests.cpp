@@ -1,0 +1,187 @@
+// Jumps in a Wayland session of any kind, from a URL to the pointer.
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <tuple>
+
+#include "tests/desk/wayland/support/InstalledCompositors.hpp"
+#include "tests/desk/wayland/support/WaylandDesk.hpp"
+
+namespace vantrel::desk {
+namespace {
+
+constexpr LayoutPoint onMain = WaylandDesk::onMain;
+constexpr LayoutPoint centreOfSecond = WaylandDesk::centreOfSecond;
+
+struct Arrangement {
+    const char* name;
+    std::vector<PrivateOutput> outputs;
+    LayoutPoint departure;  ///< on the main display
+    LayoutPoint centre;     ///< of the other one
+};
+
+class WaylandJump : public testing::TestWithParam<std::tuple<CompositorKind, Arrangement>> {};
+
+TEST_P(WaylandJump, thereAndBack_isExact) {
+    const auto& [kind, arrangement] = GetParam();
+    WaylandDesk desk(kind.start(arrangement.outputs));
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(arrangement.departure);
+    for (int round = 0; round < 5; ++round) {
+        ASSERT_TRUE(desk.jump("vantrel://next", arrangement.centre)) << desk.person().pointer().value_or(LayoutPoint{});
+        ASSERT_TRUE(desk.jump("vantrel://previous", arrangement.departure))
+            << desk.person().pointer().value_or(LayoutPoint{});
+    }
+}
+
+const std::vector arrangements{
+    Arrangement{"plain", WaylandDesk::twoOutputs(), onMain, centreOfSecond},
+    Arrangement{"scaleOneAndAQuarter",
+                {{.mode = "500x400", .scale = "1.25"}, {.mode = "500x400", .x = 400, .y = 0, .scale = "1.25"}},
+                {300.5, 200.25},
+                {600, 160}},
+    Arrangement{"scaleOneAndAHalf",
+                {{.mode = "600x450", .scale = "1.5"}, {.mode = "600x450", .x = 400, .y = 0, .scale = "1.5"}},
+                {300, 200},
+                {600, 150}},
+    Arrangement{"scaleTwo",
+                {{.mode = "800x600", .scale = "2"}, {.mode = "400x300", .x = 400, .y = 0}},
+                {300.5, 200.5},
+                {600, 150}},
+    Arrangement{"turned",
+                {{.mode = "400x300"}, {.mode = "400x300", .x = 400, .y = 0, .transform = "90"}},
+                {300, 200},
+                {550, 200}},
+    Arrangement{"negativeOrigin",
+                {{.mode = "400x300"}, {.mode = "800x600", .x = -400, .y = -100, .scale = "2"}},
+                {300, 200},
+                {-200, 50}}};
+
+INSTANTIATE_TEST_SUITE_P(Compositors, WaylandJump,
+                         testing::Combine(testing::ValuesIn(installedCompositors()), testing::ValuesIn(arrangements)),
+                         [](const auto& test) {
+                             return std::get<0>(test.param).name + "_" + std::get<1>(test.param).name;
+                         });
+
+class WaylandAgent : public testing::TestWithParam<CompositorKind> {
+  protected:
+    WaylandDesk desk{GetParam().start(WaylandDesk::twoOutputs())};
+};
+
+INSTANTIATE_TEST_SUITE_P(Compositors, WaylandAgent, testing::ValuesIn(installedCompositors()),
+                         [](const auto& test) { return test.param.name; });
+
+TEST_P(WaylandAgent, departures_areStoredUnderEachDisplay) {
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    ASSERT_TRUE(desk.jump("vantrel://next", centreOfSecond));
+    ASSERT_TRUE(desk.jump("vantrel://next", onMain));
+    const auto stored = nlohmann::json::parse(desk.defaults().read("rememberedPositions").value_or(""), nullptr, false);
+    ASSERT_TRUE(stored.is_object());
+    std::vector<LayoutPoint> points;
+    for (const auto& point : stored) {
+        points.push_back({.x = point.at("x"), .y = point.at("y")});
+    }
+    EXPECT_EQ(points.size(), 2U) << stored;
+    EXPECT_NE(std::find(points.begin(), points.end(), onMain), points.end()) << stored;
+    EXPECT_NE(std::find(points.begin(), points.end(), centreOfSecond), points.end()) << stored;
+}
+
+TEST_P(WaylandAgent, savedPoint_comesBackThere) {
+    constexpr LayoutPoint saved{.x = 300.5, .y = 200.25};
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(saved);
+    ASSERT_TRUE(desk.open("vantrel://save-point"));
+    ASSERT_TRUE(
+        waitUntil([&] { return desk.defaults().read("savedPoints").value_or("").find("300.5") != std::string::npos; }));
+    desk.person().moveTo({.x = -100, .y = 300});
+    EXPECT_TRUE(desk.jump("vantrel://manual", saved));
+}
+
+TEST_P(WaylandAgent, urlOfNoCommand_movesNothing) {
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    EXPECT_TRUE(desk.open("vantrel://nonsense"));
+    EXPECT_TRUE(desk.person().staysAt(onMain));
+}
+
+TEST_P(WaylandAgent, urlsInQuickSuccession_areAllObeyed) {
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    constexpr int count = 9;
+    std::vector<std::unique_ptr<AgentProcess>> starts;
+    for (int number = 0; number < count; ++number) {
+        starts.push_back(desk.startProgram({"vantrel://next"}));
+    }
+    for (const auto& start : starts) {
+        EXPECT_EQ(start->waitForExit(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+    }
+    // An odd number of jumps ends on the other display; until then it is passed on the way.
+    EXPECT_TRUE(waitUntil([&] { return desk.person().staysAt(centreOfSecond); }, std::chrono::seconds(10)));
+}
+
+TEST_P(WaylandAgent, glide_endsExactlyOnTheTarget) {
+    desk.defaults().writeText("animation", "glide");
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    EXPECT_TRUE(desk.jump("vantrel://next", centreOfSecond));
+    EXPECT_TRUE(desk.person().staysAt(centreOfSecond));
+    EXPECT_TRUE(desk.jump("vantrel://next", onMain));
+}
+
+TEST_P(WaylandAgent, displayMovedAndSwitchedOff_theNextJumpKnows) {
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    auto outputs = WaylandDesk::twoOutputs();
+    outputs[1].x = 640;
+    outputs[1].y = 0;
+    desk.compositor().arrange(outputs);
+    EXPECT_TRUE(desk.jump("vantrel://next", {.x = 840, .y = 150}));
+    ASSERT_TRUE(desk.jump("vantrel://next", onMain));
+    if (!desk.compositor().switchOff(2)) {
+        GTEST_SKIP() << "this compositor cannot switch off a display that is none";
+    }
+    ASSERT_TRUE(desk.open("vantrel://next"));
+    EXPECT_TRUE(desk.person().staysAt(onMain));
+    desk.compositor().arrange(outputs);
+    ASSERT_TRUE(waitUntil([&] { return desk.person().displayCount() == 2; }));
+    EXPECT_TRUE(desk.jump("vantrel://next", {.x = 840, .y = 150}));
+}
+
+TEST_P(WaylandAgent, buttonHeld_movesNothingAndRemembersNothing) {
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    desk.person().pressButton();
+    ASSERT_TRUE(desk.open("vantrel://next"));
+    EXPECT_TRUE(desk.person().staysAt(onMain));
+    desk.person().releaseButton();
+    EXPECT_EQ(desk.defaults().read("rememberedPositions"), std::nullopt);
+    EXPECT_TRUE(desk.jump("vantrel://next", centreOfSecond));
+}
+
+TEST_P(WaylandAgent, jump_windowBeneath_getsTheNextClick) {
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    int clicks = 0;
+    for (const LayoutPoint target : {centreOfSecond, onMain}) {
+        ASSERT_TRUE(desk.jump("vantrel://next", target));
+        desk.person().pressButton();
+        desk.person().releaseButton();
+        EXPECT_EQ(desk.person().clicks(), ++clicks);
+    }
+}
+
+TEST_P(WaylandAgent, pointSaved_windowBeneath_getsTheNextClick) {
+    // The pointer is read, and then nothing moves it.
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    ASSERT_TRUE(desk.open("vantrel://save-point"));
+    ASSERT_TRUE(waitUntil([&] { return desk.defaults().read("savedPoints").has_value(); }));
+    EXPECT_TRUE(desk.person().waitFor(onMain));
+    desk.person().pressButton();
+    desk.person().releaseButton();
+    EXPECT_EQ(desk.person().clicks(), 1);
+}
+
+}  // namespace
+}  // namespace vantrel::desk

@@ -1,0 +1,119 @@
+// The program in a Wayland session of any kind: one agent each, what other starts hand over, the end of the compositor.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <tuple>
+
+#include "tests/desk/wayland/support/InstalledCompositors.hpp"
+#include "tests/desk/wayland/support/WaylandDesk.hpp"
+
+namespace vantrel::desk {
+namespace {
+
+constexpr LayoutPoint onMain = WaylandDesk::onMain;
+constexpr LayoutPoint centreOfSecond = WaylandDesk::centreOfSecond;
+constexpr ExitStatus success{.code = 0, .signal = std::nullopt};
+constexpr ExitStatus failure{.code = 1, .signal = std::nullopt};
+
+bool isOneLine(const std::string& text) {
+    return text.ends_with('\n') && std::count(text.begin(), text.end(), '\n') == 1;
+}
+
+class WaylandProgram : public testing::TestWithParam<CompositorKind> {
+  protected:
+    WaylandDesk desk{GetParam().start(WaylandDesk::twoOutputs())};
+};
+
+INSTANTIATE_TEST_SUITE_P(Compositors, WaylandProgram, testing::ValuesIn(installedCompositors()),
+                         [](const auto& test) { return test.param.name; });
+
+TEST_P(WaylandProgram, secondStart_saysSoAndEnds) {
+    const auto agent = desk.startAgent();
+    const auto second = desk.startProgram();
+    EXPECT_EQ(second->waitForExit(), success);
+    EXPECT_NE(second->standardError().find("already running"), std::string::npos) << second->standardError();
+    EXPECT_TRUE(isOneLine(second->standardError()));
+    EXPECT_TRUE(agent->isRunning());
+}
+
+TEST_P(WaylandProgram, secondStartWithURL_hasTheAgentObeyIt) {
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    for (const LayoutPoint target : {centreOfSecond, onMain}) {
+        const auto second = desk.startProgram({"vantrel://teleport"});
+        EXPECT_EQ(second->waitForExit(), success);
+        EXPECT_EQ(second->standardError(), "");
+        EXPECT_TRUE(desk.person().waitFor(target));
+    }
+}
+
+TEST_P(WaylandProgram, firstStartWithURL_becomesTheAgentAndObeys) {
+    desk.person().moveTo(onMain);
+    const auto agent = desk.startProgram({"vantrel:next"});
+    EXPECT_TRUE(desk.person().waitFor(centreOfSecond));
+    EXPECT_TRUE(agent->isRunning());
+}
+
+TEST_P(WaylandProgram, twoSessionsOneRuntimeDirectory_eachHasItsAgent) {
+    WaylandDesk other(GetParam().start(WaylandDesk::twoOutputs()));
+    // A display of another directory is named by its path.
+    other.environment().set("XDG_RUNTIME_DIR", desk.compositor().runtimeDirectory().native());
+    other.environment().set("WAYLAND_DISPLAY", other.compositor().socket().native());
+    const auto agent = desk.startAgent();
+    other.person().moveTo(onMain);
+    const auto otherAgent = other.startProgram({"vantrel://next"});
+    EXPECT_TRUE(other.person().waitFor(centreOfSecond));
+    desk.person().moveTo(onMain);
+    EXPECT_TRUE(desk.jump("vantrel://next", centreOfSecond));
+    EXPECT_TRUE(other.jump("vantrel://next", onMain));
+    EXPECT_TRUE(desk.person().staysAt(centreOfSecond));
+    EXPECT_TRUE(agent->isRunning());
+    EXPECT_TRUE(otherAgent->isRunning());
+}
+
+TEST_P(WaylandProgram, killed_theNextStartIsTheAgent) {
+    for (int round = 0; round < 3; ++round) {
+        const auto agent = desk.startAgent();
+        desk.person().moveTo(onMain);
+        EXPECT_TRUE(desk.jump("vantrel://next", centreOfSecond));
+        agent->kill();
+    }
+}
+
+TEST_P(WaylandProgram, compositorEnds_oneLineAndOne) {
+    const auto agent = desk.startAgent();
+    desk.compositor().stop();
+    EXPECT_EQ(agent->waitForExit(), failure);
+    EXPECT_EQ(agent->standardError(), "vantrel: the Wayland compositor went away\n");
+}
+
+class WaylandProgramEnd : public testing::TestWithParam<std::tuple<CompositorKind, int>> {
+  protected:
+    WaylandDesk desk{std::get<0>(GetParam()).start(WaylandDesk::twoOutputs())};
+};
+
+TEST_P(WaylandProgramEnd, signal_endsInTheOrdinaryWay) {
+    const auto agent = desk.startAgent();
+    agent->sendSignal(std::get<1>(GetParam()));
+    EXPECT_EQ(agent->waitForExit(), success);
+    EXPECT_EQ(agent->standardError(), "");
+    EXPECT_FALSE(std::filesystem::exists(desk.agentSocket()));
+}
+
+INSTANTIATE_TEST_SUITE_P(Signals, WaylandProgramEnd,
+                         testing::Combine(testing::ValuesIn(installedCompositors()),
+                                          testing::Values(SIGTERM, SIGINT, SIGHUP)),
+                         [](const auto& test) {
+                             return std::get<0>(test.param).name + "_" + std::to_string(std::get<1>(test.param));
+                         });
+
+TEST_P(WaylandProgram, frozenCompositor_endsAllTheSame) {
+    const auto agent = desk.startAgent();
+    desk.compositor().freeze();
+    agent->sendSignal(SIGTERM);
+    EXPECT_EQ(agent->waitForExit(), success);
+    desk.compositor().thaw();
+}
+
+}  // namespace
+}  // namespace vantrel::desk

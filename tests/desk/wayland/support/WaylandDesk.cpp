@@ -1,0 +1,85 @@
+#include "tests/desk/wayland/support/WaylandDesk.hpp"
+
+#include <sys/socket.h>
+#include <sys/un.h>
+
+#include <cstring>
+#include <stdexcept>
+#include <utility>
+
+#include "Vantrel/Handles/FileDescriptor.hpp"
+
+namespace vantrel::desk {
+
+std::vector<PrivateOutput> WaylandDesk::twoOutputs() {
+    return {{.mode = "640x480"}, {.mode = "400x300", .x = -400, .y = 100}};
+}
+
+WaylandDesk::WaylandDesk(std::unique_ptr<CompositorProcess> compositor, const std::string& keyboardLayouts,
+                         const std::string& keyboardOptions)
+    : compositor_(std::move(compositor)),
+      person_(compositor_->socket(), keyboardLayouts, keyboardOptions),
+      environment_(Environment::minimal()) {
+    home_.enter(environment_);
+    environment_.set("XDG_RUNTIME_DIR", compositor_->runtimeDirectory().native());
+    environment_.set("WAYLAND_DISPLAY", compositor_->displayName());
+    // Also keeps GLib from looking for a bus elsewhere or starting one.
+    environment_.set("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+    defaults().writeText("animation", "none");
+    defaults().writeInteger("soundEnabled", 0);
+}
+
+std::unique_ptr<AgentProcess> WaylandDesk::startProgram(const std::vector<std::string>& arguments) {
+    const auto errors = home_.path() / ("stderr" + std::to_string(++programs_));
+    return std::make_unique<AgentProcess>(environment_, errors, arguments);
+}
+
+std::unique_ptr<AgentProcess> WaylandDesk::startAgent() {
+    auto agent = startProgram();
+    waitUntil([&] { return !agent->isRunning() || isServed(); });
+    // Of a foreign scheme: the agent takes it, when it has launched, and does nothing about it.
+    if (!agent->isRunning() || !open("about:blank") || !agent->isRunning()) {
+        throw std::runtime_error("the agent does not become ready: " + agent->standardError());
+    }
+    return agent;
+}
+
+std::filesystem::path WaylandDesk::agentSocket() const {
+    return compositor_->runtimeDirectory() / ("vantrel-" + compositor_->displayName() + ".sock");
+}
+
+bool WaylandDesk::isServed() const {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::strncpy(address.sun_path, agentSocket().c_str(), sizeof address.sun_path - 1);
+    const FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    return connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+}
+
+bool WaylandDesk::jump(const Chord& chord, LayoutPoint target) {
+    return jump([&] { person_.type(chord); }, target);
+}
+
+bool WaylandDesk::jump(const std::string& url, LayoutPoint target) {
+    return jump([&] { open(url); }, target);
+}
+
+bool WaylandDesk::jump(const std::function<void()>& ask, LayoutPoint target) {
+    const auto departure = person_.pointer();
+    for (int attempt = 0; attempt < 5; ++attempt) {
+        ask();
+        if (person_.waitFor(target, std::chrono::seconds(5))) {
+            return true;
+        }
+        if (person_.pointer() != departure) {
+            return false;
+        }
+    }
+    return false;
+}
+
+bool WaylandDesk::open(const std::string& url) {
+    return startProgram({url})->waitForExit() == ExitStatus{.code = 0, .signal = std::nullopt};
+}
+
+}  // namespace vantrel::desk
