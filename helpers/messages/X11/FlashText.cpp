@@ -47,7 +47,7 @@ void FlashText::look() {
     nextLook_ = Clock::now() + lookInterval;
     if (isWaiting_) {
         isWaiting_ = false;
-        window_ = std::make_unique<PopupWindow>(screen_, "Vantrel", "_NET_WM_WINDOW_TYPE_NOTIFICATION",
+        window_ = std::make_unique<PopupWindow>(screen_, "Vantrel message", "_NET_WM_WINDOW_TYPE_NOTIFICATION",
                                                 PopupWindow::Input::none);
         monitor_ = screen_.monitorAt(pointer);
         place();

@@ -18,7 +18,7 @@ PopupMenu::PopupMenu(const Screen& screen, const Typesetter& typesetter, std::ve
     : screen_(screen),
       view_(typesetter, std::move(rows), {.changed = [this] { draw(); }, .ended = std::move(ended)}),
       origin_(screen.pointer()),
-      window_(screen, "Vantrel", "_NET_WM_WINDOW_TYPE_POPUP_MENU", PopupWindow::Input::pointer),
+      window_(screen, "Vantrel menu", "_NET_WM_WINDOW_TYPE_POPUP_MENU", PopupWindow::Input::pointer),
       grab_(screen),
       lastAttempt_(Clock::now() + longestAttempt) {
     place();

@@ -46,6 +46,7 @@ PopupWindow::PopupWindow(const Screen& screen, const std::string& title, const s
     xcb_create_window(connection, visual_.depth, window_, screen.root(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
                       visual_.type->visual_id,
                       XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_COLORMAP, values);
+    setText(screen, window_, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, title);
     setText(screen, window_, screen.atom("_NET_WM_NAME"), screen.atom("UTF8_STRING"), title);
     // The instance's name and the class's, each with its NUL.
     constexpr char instanceAndClass[] = "vantrel-overlay\0Vantrel";
