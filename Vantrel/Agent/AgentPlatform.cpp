@@ -16,7 +16,7 @@ AgentPlatform::AgentPlatform(std::unique_ptr<DisplaySession> session)
       defaults_(desktop::defaultStorePath()),
       statusBar_([this](ItemPresenter::Events events) { return session_->makeItemPresenter(std::move(events)); },
                  starterOf("vantrel-overlay")),
-      eventSounds_(starterOf("vantrel-sound")),
+      sounds_(starterOf("vantrel-sound")),
       preferencesWindowViews_(session_->windowingSystem()),
       application_(mainQueue_, [this](GDBusConnection* bus) { statusBar_.setSessionBus(bus); }) {
     // The last that the process does before it sleeps: what a burst of changes has freed goes back to the system.

@@ -9,7 +9,6 @@
 #include "Vantrel/Desktop/RandomUUIDGenerator.hpp"
 #include "Vantrel/Desktop/SettingsWindow/SettingsProgram.hpp"
 #include "Vantrel/Desktop/Sound/CanberraSoundPlayer.hpp"
-#include "Vantrel/Desktop/Sound/DelayedSoundPlayer.hpp"
 #include "Vantrel/Desktop/StatusItem/DesktopStatusBar.hpp"
 #include "Vantrel/Desktop/Store/SQLiteUserDefaults.hpp"
 #include "Vantrel/Platform/DisplaySession.hpp"
@@ -43,8 +42,7 @@ class AgentPlatform {
     desktop::GLibRunLoop runLoop_;
     desktop::SQLiteUserDefaults defaults_;
     desktop::DesktopStatusBar statusBar_;
-    desktop::CanberraSoundPlayer eventSounds_;
-    desktop::DelayedSoundPlayer sounds_{eventSounds_, mainQueue_};
+    desktop::CanberraSoundPlayer sounds_;
     desktop::RandomUUIDGenerator uuids_;
     desktop::GLibURLParser urls_;
     desktop::SettingsProgram preferencesWindowViews_;

@@ -16,23 +16,28 @@ namespace vantrel {
 // Values as GVariants, and back. A struct is the tuple of what its `fields()` ties together, so that each is described
 // once, for both ends and both directions.
 
-inline GVariant* variantOf(bool value) {
-    return g_variant_new_boolean(value ? TRUE : FALSE);
-}
-inline GVariant* variantOf(std::int32_t value) {
-    return g_variant_new_int32(value);
-}
-inline GVariant* variantOf(std::uint32_t value) {
-    return g_variant_new_uint32(value);
-}
-inline GVariant* variantOf(std::uint64_t value) {
-    return g_variant_new_uint64(value);
-}
-inline GVariant* variantOf(double value) {
-    return g_variant_new_double(value);
-}
-inline GVariant* variantOf(const std::string& value) {
-    return g_variant_new_string(value.c_str());
+template <typename Value>
+GVariant* variantOf(const Value& value) {
+    if constexpr (std::is_same_v<Value, bool>) {
+        return g_variant_new_boolean(value ? TRUE : FALSE);
+    } else if constexpr (std::is_same_v<Value, std::int32_t>) {
+        return g_variant_new_int32(value);
+    } else if constexpr (std::is_same_v<Value, std::uint64_t>) {
+        return g_variant_new_uint64(value);
+    } else if constexpr (std::is_same_v<Value, double>) {
+        return g_variant_new_double(value);
+    } else if constexpr (std::is_same_v<Value, std::string>) {
+        return g_variant_new_string(value.c_str());
+    } else if constexpr (std::is_same_v<Value, std::uint32_t> || std::is_enum_v<Value>) {
+        return g_variant_new_uint32(static_cast<std::uint32_t>(value));
+    } else {
+        return std::apply(
+            [](const auto&... field) {
+                GVariant* const children[] = {variantOf(field)...};
+                return g_variant_new_tuple(children, sizeof...(field));
+            },
+            Value::fields(value));
+    }
 }
 
 template <typename Element>
@@ -43,20 +48,6 @@ GVariant* variantOf(const std::vector<Element>& values) {
         children.push_back(variantOf(value));
     }
     return g_variant_new_array(g_variant_get_type(example.get()), children.data(), children.size());
-}
-
-template <typename Value>
-GVariant* variantOf(const Value& value) {
-    if constexpr (std::is_enum_v<Value>) {
-        return variantOf(static_cast<std::uint32_t>(value));
-    } else {
-        return std::apply(
-            [](const auto&... field) {
-                GVariant* const children[] = {variantOf(field)...};
-                return g_variant_new_tuple(children, sizeof...(field));
-            },
-            Value::fields(value));
-    }
 }
 
 /// Reads what variantOf() made of a value of that type.

@@ -50,9 +50,7 @@ void AppDelegate::selectMode(const MenuItem& sender) {
     if (!newMode) {
         return;
     }
-    storeMode(*newMode);
-    rebuildMenu();
-    refreshPreferencesWindow();
+    preferencesDidChangeMode(*newMode);
 }
 
 void AppDelegate::selectAnimation(const MenuItem& sender) {
@@ -65,16 +63,12 @@ void AppDelegate::selectAnimation(const MenuItem& sender) {
     if (!style) {
         return;
     }
-    storeAnimationStyle(*style);
-    rebuildMenu();
-    refreshPreferencesWindow();
+    preferencesDidChangeAnimation(*style);
 }
 
 void AppDelegate::toggleSound() {
     assertMainThread("toggleSound");
-    storeSoundEnabled(!soundEnabled);
-    rebuildMenu();
-    refreshPreferencesWindow();
+    preferencesDidChangeSound(!soundEnabled);
 }
 
 void AppDelegate::openSettings() {

@@ -1,17 +1,10 @@
 #include "Vantrel/Desktop/GLibURLParser.hpp"
 
-#include <glib.h>
-
-#include <memory>
+#include "Vantrel/Handles/GLibHandles.hpp"
 
 namespace vantrel::desktop {
 
 namespace {
-
-struct GFree {
-    void operator()(char* text) const { g_free(text); }
-};
-using OwnedText = std::unique_ptr<char, GFree>;
 
 /// The pieces of a URL between which "?" and "#" stand. GLib gets the first alone: given the whole, it refuses the URL
 /// for one bad percent code in its query.
@@ -37,7 +30,7 @@ Pieces piecesOf(std::string_view text) {
 
 /// The text with its percent codes replaced; none for a bad code, a NUL or what is not UTF-8.
 std::optional<std::string> decoded(std::string_view text) {
-    const OwnedText result(g_uri_unescape_segment(text.data(), text.data() + text.size(), nullptr));
+    const GCharPointer result(g_uri_unescape_segment(text.data(), text.data() + text.size(), nullptr));
     if (!result || g_utf8_validate(result.get(), -1, nullptr) == FALSE) {
         return std::nullopt;
     }
@@ -77,9 +70,9 @@ std::optional<URLComponents> hierarchyOf(const std::string& text) {
                     nullptr, nullptr) == FALSE) {
         return std::nullopt;
     }
-    const OwnedText scheme(schemeText);
-    const OwnedText host(hostText);
-    const OwnedText path(pathText);
+    const GCharPointer scheme(schemeText);
+    const GCharPointer host(hostText);
+    const GCharPointer path(pathText);
     URLComponents components;
     if (scheme) {
         // GLib gives it in lower case.

@@ -6,7 +6,6 @@
 #include <limits>
 #include <string_view>
 #include <system_error>
-#include <type_traits>
 
 namespace vantrel {
 namespace {

@@ -5,6 +5,8 @@
 
 #include <memory>
 
+#include "Vantrel/Handles/GLibHandles.hpp"
+
 namespace vantrel::overlay {
 
 struct CairoDeleter {
@@ -17,12 +19,9 @@ struct SurfaceDeleter {
 };
 using SurfacePointer = std::unique_ptr<cairo_surface_t, SurfaceDeleter>;
 
-struct PangoObjectDeleter {
-    void operator()(gpointer object) const { g_object_unref(object); }
-};
-using LayoutPointer = std::unique_ptr<PangoLayout, PangoObjectDeleter>;
-using ContextPointer = std::unique_ptr<PangoContext, PangoObjectDeleter>;
-using FontMapPointer = std::unique_ptr<PangoFontMap, PangoObjectDeleter>;
+using LayoutPointer = GObjectPointer<PangoLayout>;
+using ContextPointer = GObjectPointer<PangoContext>;
+using FontMapPointer = GObjectPointer<PangoFontMap>;
 
 struct FontDescriptionDeleter {
     void operator()(PangoFontDescription* description) const { pango_font_description_free(description); }

@@ -1,10 +1,11 @@
 #include "helpers/messages/MenuView.hpp"
 
+#include <xkbcommon/xkbcommon-keysyms.h>
+
 #include <algorithm>
 #include <string>
 #include <utility>
 
-#include "helpers/messages/Keysyms.hpp"
 #include "helpers/messages/Palette.hpp"
 
 namespace vantrel::overlay {
@@ -155,20 +156,20 @@ void MenuView::keyPressed(std::span<const std::uint32_t> ofKey, bool isControlHe
     }
     const std::uint32_t key = ofKey.empty() ? 0 : ofKey.front();
     switch (key) {
-        case keysyms::escape:
+        case XKB_KEY_Escape:
             leave();
             break;
-        case keysyms::up:
-        case keysyms::down:
-            pointAt(nextChoice(rows_, pointedRow_, key == keysyms::down));
+        case XKB_KEY_Up:
+        case XKB_KEY_Down:
+            pointAt(nextChoice(rows_, pointedRow_, key == XKB_KEY_Down));
             break;
-        case keysyms::home:
-        case keysyms::end:
-            pointAt(nextChoice(rows_, std::nullopt, key == keysyms::home));
+        case XKB_KEY_Home:
+        case XKB_KEY_End:
+            pointAt(nextChoice(rows_, std::nullopt, key == XKB_KEY_Home));
             break;
-        case keysyms::enter:
-        case keysyms::keypadEnter:
-        case keysyms::space:
+        case XKB_KEY_Return:
+        case XKB_KEY_KP_Enter:
+        case XKB_KEY_space:
             if (pointedRow_) {
                 end(pointedRow_);
             }

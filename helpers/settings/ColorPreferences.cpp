@@ -1,29 +1,14 @@
 #include "helpers/settings/ColorPreferences.hpp"
 
-#include <algorithm>
+#include <QRegularExpression>
+#include <QString>
 
 namespace vantrel::qt {
 
-namespace {
-
-bool isWordDark(std::string_view word) {
-    constexpr std::string_view dark = "dark";
-    return std::equal(word.begin(), word.end(), dark.begin(), dark.end(),
-                      [](char letter, char wanted) { return (letter | ' ') == wanted; });
-}
-
-}  // namespace
-
 bool isDarkTheme(std::string_view name) {
     // A word of its own: "Arc-Darker" is a light theme with dark title bars.
-    while (!name.empty()) {
-        const std::size_t end = std::min(name.find_first_of("-_: "), name.size());
-        if (isWordDark(name.substr(0, end))) {
-            return true;
-        }
-        name.remove_prefix(std::min(end + 1, name.size()));
-    }
-    return false;
+    static const QRegularExpression dark("(^|[-_: ])dark($|[-_: ])", QRegularExpression::CaseInsensitiveOption);
+    return dark.match(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()))).hasMatch();
 }
 
 bool prefersDark(const ColorPreferences& preferences) {

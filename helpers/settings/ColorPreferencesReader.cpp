@@ -87,13 +87,11 @@ std::string gtkTheme() {
     }
     std::string theme;
     if (xcb_connection_t* const server = serverConnection()) {
-        x11::readXSettings(x11::publishedXSettings(server, 0),
-                           [&theme](std::string_view name, const x11::XSettingValue& value) {
-                               const auto* const text = std::get_if<std::string_view>(&value);
-                               if (text != nullptr && name == "Net/ThemeName") {
-                                   theme = *text;
-                               }
-                           });
+        const std::string published = x11::publishedXSettings(server, 0);
+        const x11::XSettings settings = x11::readXSettings(published);
+        if (const auto* const text = x11::valueIn<std::string_view>(settings, "Net/ThemeName")) {
+            theme = *text;
+        }
     } else {
         theme = gnomeSetting("gtk-theme").value_or("");
     }

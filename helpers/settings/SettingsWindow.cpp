@@ -1,6 +1,5 @@
 #include "helpers/settings/SettingsWindow.hpp"
 
-#include <QAccessibleWidget>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QCursor>
@@ -15,6 +14,7 @@
 
 #include "Vantrel/Interface/PreferencesWindowLayout.hpp"
 #include "Vantrel/Interface/SettingEnumerations.hpp"
+#include "helpers/settings/AccessibleRole.hpp"
 #include "helpers/settings/DesktopFonts.hpp"
 #include "helpers/settings/FormLayout.hpp"
 #include "helpers/settings/QtObjects.hpp"
@@ -33,18 +33,6 @@ void addTitles(QComboBox& button, const Values& values) {
     for (const auto value : values) {
         button.addItem(QString::fromStdString(std::string(title(value))));
     }
-}
-
-/// A plain widget is a mere filler to a screen reader, which would not tell that a window came.
-class AccessibleWindow final : public QAccessibleWidget {
-  public:
-    explicit AccessibleWindow(QWidget* window) : QAccessibleWidget(window, QAccessible::Dialog) {}
-};
-
-QAccessibleInterface* makeAccessibleWindow(const QString& /*className*/, QObject* object) {
-    auto* const window = dynamic_cast<SettingsWindow*>(object);
-    // Qt's cache of interfaces takes it over.
-    return window != nullptr ? std::make_unique<AccessibleWindow>(window).release() : nullptr;
 }
 
 }  // namespace
@@ -69,7 +57,8 @@ SettingsWindow::SettingsWindow(Events events)
       savedPointsEmptyLabel_(SemanticColor::secondaryLabel, Texts::savedPointsEmpty),
       savedPointsTable_(events_.textForRow),
       clearSavedPointsButton_(Texts::clearSavedPointsButton) {
-    QAccessible::installFactory(makeAccessibleWindow);
+    // A plain widget is a mere filler to a screen reader, which would not tell that a window came.
+    giveAccessibleRole<SettingsWindow, QAccessible::Dialog>();
     setWindowTitle(Texts::windowTitle);
     resize(Layout::contentWidth, Layout::contentHeight);
     setWindowIcon(QIcon::fromTheme("org.vantrel.Vantrel"));

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QWidget>
-#include <memory>
 
 struct wl_display;
 struct zwp_keyboard_shortcuts_inhibit_manager_v1;

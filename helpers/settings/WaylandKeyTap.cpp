@@ -2,8 +2,6 @@
 
 #include <QApplication>
 #include <QEvent>
-#include <chrono>
-#include <string>
 #include <utility>
 
 #include "Vantrel/Backends/Wayland/SeatKeymap.hpp"

@@ -19,17 +19,15 @@ using Connection = std::unique_ptr<xcb_connection_t, Disconnector>;
 }  // namespace
 
 EventSoundPreference eventSoundPreference(std::string_view xsettings) {
-    EventSoundPreference settings;
-    x11::readXSettings(xsettings, [&settings](std::string_view name, const x11::XSettingValue& value) {
-        const auto* const number = std::get_if<std::uint32_t>(&value);
-        const auto* const text = std::get_if<std::string_view>(&value);
-        if (number != nullptr && name == "Net/EnableEventSounds") {
-            settings.areEnabled = *number != 0;
-        } else if (text != nullptr && name == "Net/SoundThemeName") {
-            settings.themeName = *text;
-        }
-    });
-    return settings;
+    const x11::XSettings settings = x11::readXSettings(xsettings);
+    EventSoundPreference preference;
+    if (const auto* const number = x11::valueIn<std::uint32_t>(settings, "Net/EnableEventSounds")) {
+        preference.areEnabled = *number != 0;
+    }
+    if (const auto* const text = x11::valueIn<std::string_view>(settings, "Net/SoundThemeName")) {
+        preference.themeName = *text;
+    }
+    return preference;
 }
 
 EventSoundPreference currentEventSoundPreference() {

@@ -1,7 +1,6 @@
 #include "Vantrel/Backends/Common/HotKeyRegistry.hpp"
 
 #include <algorithm>
-#include <utility>
 
 namespace vantrel::backend {
 

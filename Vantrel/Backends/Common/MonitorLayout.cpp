@@ -1,12 +1,7 @@
 #include "Vantrel/Backends/Common/MonitorLayout.hpp"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
-#include <cstdio>
-#include <iterator>
-#include <numeric>
-#include <set>
 #include <tuple>
 #include <utility>
 
@@ -15,14 +10,6 @@
 namespace vantrel::backend {
 
 namespace {
-
-/// A monitor without an area shows nothing and stands for nothing, wherever it is.
-std::vector<Monitor> withArea(const std::vector<Monitor>& monitors) {
-    std::vector<Monitor> result;
-    std::copy_if(monitors.begin(), monitors.end(), std::back_inserter(result),
-                 [](const Monitor& monitor) { return monitor.width > 0 && monitor.height > 0; });
-    return result;
-}
 
 bool holds(const Monitor& outer, const Monitor& inner) {
     return outer.x <= inner.x && outer.y <= inner.y && inner.x + inner.width <= outer.x + outer.width &&
@@ -68,13 +55,6 @@ DisplayIdentity identityOf(const Monitor& monitor) {
     return identityOfOutput(output->edid, output->connector);
 }
 
-std::vector<DisplayIdentity> identitiesOf(const std::vector<Monitor>& monitors) {
-    std::vector<DisplayIdentity> identities;
-    identities.reserve(monitors.size());
-    std::transform(monitors.begin(), monitors.end(), std::back_inserter(identities), identityOf);
-    return identities;
-}
-
 /// The corner of the main display: the primary one, or the larger one that it mirrors, else the first.
 std::pair<std::int32_t, std::int32_t> originOf(const std::vector<Monitor>& all, const std::vector<Monitor>& counted) {
     const auto primary = std::find_if(all.begin(), all.end(), [](const Monitor& monitor) { return monitor.isPrimary; });
@@ -90,8 +70,11 @@ std::pair<std::int32_t, std::int32_t> originOf(const std::vector<Monitor>& all, 
 }  // namespace
 
 DisplayLayout layoutOfMonitors(const std::vector<Monitor>& listed) {
-    const std::vector<Monitor> monitors = withArea(listed);
+    std::vector<Monitor> monitors = listed;
+    // Without an area one shows nothing and stands for nothing, wherever it is.
+    std::erase_if(monitors, [](const Monitor& monitor) { return monitor.width <= 0 || monitor.height <= 0; });
     std::vector<Monitor> counted;
+    std::vector<DisplayIdentity> identities;
     for (std::size_t index = 0; index < monitors.size(); ++index) {
         bool isCounted = true;
         for (std::size_t other = 0; isCounted && other < monitors.size(); ++other) {
@@ -99,12 +82,13 @@ DisplayLayout layoutOfMonitors(const std::vector<Monitor>& listed) {
         }
         if (isCounted) {
             counted.push_back(monitors[index]);
+            identities.push_back(identityOf(monitors[index]));
         }
     }
 
     DisplayLayout layout;
     std::tie(layout.originX, layout.originY) = originOf(monitors, counted);
-    const std::vector<std::uint32_t> identifiers = identifiersOf(identitiesOf(counted));
+    const std::vector<std::uint32_t> identifiers = identifiersOf(identities);
     layout.displays.reserve(counted.size());
     for (std::size_t index = 0; index < counted.size(); ++index) {
         const Monitor& monitor = counted[index];

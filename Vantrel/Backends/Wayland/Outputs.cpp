@@ -1,6 +1,5 @@
 #include "Vantrel/Backends/Wayland/Outputs.hpp"
 
-#include <algorithm>
 #include <string_view>
 
 namespace vantrel::wayland {

@@ -1,8 +1,10 @@
 #include "Vantrel/Backends/X11/Keymap.hpp"
 
+#include <xkbcommon/xkbcommon-keysyms.h>
+
 #include <algorithm>
-#include <bit>
 #include <span>
+#include <string_view>
 
 #include "Vantrel/Backends/Common/KeyPlaces.hpp"
 #include "Vantrel/Platform/HotKeyServices.hpp"
@@ -11,13 +13,6 @@ namespace vantrel::x11 {
 
 namespace {
 
-// Keysyms of the X protocol (keysymdef.h).
-constexpr std::uint32_t keysymEscape = 0xff1b;
-constexpr std::uint32_t keysymNumLock = 0xff7f;
-constexpr std::uint32_t keysymScrollLock = 0xff14;
-constexpr std::uint32_t keysymFirstGroupSwitch = 0xfe06;  // ISO_Group_Latch
-constexpr std::uint32_t keysymLastGroupSwitch = 0xfe0f;   // ISO_Last_Group_Lock
-
 struct RoleKeysyms {
     std::uint32_t carbonBit;
     std::uint32_t left;
@@ -25,10 +20,10 @@ struct RoleKeysyms {
 };
 
 constexpr std::array<RoleKeysyms, 4> roleKeysyms{{
-    {cmdKey, 0xffeb, 0xffec},  // Super
-    {shiftKey, 0xffe1, 0xffe2},
-    {optionKey, 0xffe9, 0xffea},  // Alt
-    {controlKey, 0xffe3, 0xffe4},
+    {cmdKey, XKB_KEY_Super_L, XKB_KEY_Super_R},
+    {shiftKey, XKB_KEY_Shift_L, XKB_KEY_Shift_R},
+    {optionKey, XKB_KEY_Alt_L, XKB_KEY_Alt_R},
+    {controlKey, XKB_KEY_Control_L, XKB_KEY_Control_R},
 }};
 
 constexpr std::uint16_t lockModifier = 1U << 1U;  // the core protocol's Lock: Caps Lock
@@ -52,7 +47,7 @@ bool anyKeysym(const KeymapDescription& description, std::size_t keycode, Predic
 }
 
 bool isGroupSwitch(std::uint32_t keysym) {
-    return keysym >= keysymFirstGroupSwitch && keysym <= keysymLastGroupSwitch;
+    return keysym >= XKB_KEY_ISO_Group_Latch && keysym <= XKB_KEY_ISO_Last_Group_Lock;
 }
 
 /// The modifiers that have a key with such a keysym, by the modifier map.
@@ -147,14 +142,14 @@ void Keymap::findModifierAndEscapeKeys(const KeymapDescription& description) {
     }
     for (std::size_t keycode = 0; keycode < escapeKeys_.size(); ++keycode) {
         const auto keysyms = keysymsOf(description, keycode);
-        escapeKeys_.set(keycode, !keysyms.empty() && keysyms.front() == keysymEscape);
+        escapeKeys_.set(keycode, !keysyms.empty() && keysyms.front() == XKB_KEY_Escape);
     }
 }
 
 void Keymap::findLocks(const KeymapDescription& description) {
     lockMask_ = lockModifier;
-    lockMask_ |= modifiersWith(description, [](std::uint32_t keysym) { return keysym == keysymNumLock; });
-    lockMask_ |= modifiersWith(description, [](std::uint32_t keysym) { return keysym == keysymScrollLock; });
+    lockMask_ |= modifiersWith(description, [](std::uint32_t keysym) { return keysym == XKB_KEY_Num_Lock; });
+    lockMask_ |= modifiersWith(description, [](std::uint32_t keysym) { return keysym == XKB_KEY_Scroll_Lock; });
     for (const Role& role : roles_) {
         lockMask_ = static_cast<std::uint16_t>(lockMask_ & ~role.mask);
     }
@@ -219,13 +214,6 @@ bool Keymap::hasForeignModifiers(std::uint16_t state) const {
         foreign = static_cast<std::uint16_t>(foreign & ~role.mask);
     }
     return foreign != 0;
-}
-
-std::optional<std::uint32_t> Keymap::carbonModifiersOfState(std::uint16_t state) const {
-    if (hasForeignModifiers(state)) {
-        return std::nullopt;
-    }
-    return carbonModifiersIn(state);
 }
 
 std::uint32_t Keymap::carbonModifiersIn(std::uint16_t state) const {

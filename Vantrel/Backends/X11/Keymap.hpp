@@ -5,7 +5,6 @@
 #include <compare>
 #include <cstdint>
 #include <optional>
-#include <string_view>
 #include <vector>
 
 namespace vantrel::x11 {
@@ -53,9 +52,6 @@ class Keymap {
     /// Whether pressing several modifiers may switch the layout instead of setting the last of them, as the option
     /// grp:alt_shift_toggle does. The state of an event then lies about what is held; the keys held tell the truth.
     [[nodiscard]] bool hidesModifiers() const { return hidesModifiers_; }
-
-    /// The Carbon mask of an event's state, without the locks; none when other modifiers are set as well.
-    [[nodiscard]] std::optional<std::uint32_t> carbonModifiersOfState(std::uint16_t state) const;
 
     /// The Carbon mask of the modifier keys among the keys that are held.
     [[nodiscard]] std::uint32_t carbonModifiersOfHeldKeys(const KeySet& held) const;

@@ -1,5 +1,7 @@
 #include "Vantrel/Backends/X11/OutputNames.hpp"
 
+#include <utility>
+
 #include "Vantrel/Backends/Common/DisplayIdentity.hpp"
 
 namespace vantrel::x11 {

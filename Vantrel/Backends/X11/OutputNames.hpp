@@ -2,11 +2,9 @@
 
 #include <xcb/randr.h>
 
-#include <cstdint>
 #include <span>
 #include <string>
 #include <unordered_map>
-#include <utility>
 #include <vector>
 
 #include "Vantrel/Backends/Common/MonitorLayout.hpp"

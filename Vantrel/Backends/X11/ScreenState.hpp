@@ -1,7 +1,6 @@
 #pragma once
 
 #include <optional>
-#include <string>
 
 #include "Vantrel/Backends/Common/MonitorLayout.hpp"
 #include "Vantrel/Backends/X11/OutputNames.hpp"

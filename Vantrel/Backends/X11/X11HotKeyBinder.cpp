@@ -96,7 +96,7 @@ std::optional<backend::KeyCombination> X11HotKeyBinder::combinationOf(const xcb_
         return std::nullopt;
     }
     const auto modifiers = keymap_.hidesModifiers() ? keymap_.carbonModifiersOfHeldKeys(readHeldKeys(connection_))
-                                                    : keymap_.carbonModifiersOfState(press.state);
+                                                    : keymap_.carbonModifiersIn(press.state);
     const auto found = std::find_if(bound_.begin(), bound_.end(), [&](const backend::KeyCombination& candidate) {
         return modifiers == candidate.modifiers && keymap_.keysAt(candidate.keyCode).test(press.detail);
     });

@@ -54,13 +54,13 @@ enum class SettingType : std::uint32_t { integer = 0, text = 1, color = 2 };
 
 constexpr std::size_t colorSize = 8;
 
-/// Reads one setting and hands it on; false when it does not conform.
-bool readSetting(Reader& reader, const XSettingHandler& handler) {
+/// Reads one setting; false when it does not conform.
+bool readSetting(Reader& reader, XSettings& settings) {
     const auto type = static_cast<SettingType>(reader.number(1));
     reader.take(1);
     const std::string_view name = reader.text(reader.number(2));
     reader.take(4);  // the serial of its last change
-    XSettingValue value;
+    XSettings::mapped_type value;
     switch (type) {
         case SettingType::integer:
             value = reader.number(4);
@@ -74,24 +74,25 @@ bool readSetting(Reader& reader, const XSettingHandler& handler) {
         default:
             return false;
     }
-    if (reader.hasFailed()) {
-        return false;
+    if (!reader.hasFailed()) {
+        settings.insert_or_assign(name, value);
     }
-    handler(name, value);
-    return true;
+    return !reader.hasFailed();
 }
 
 }  // namespace
 
-void readXSettings(std::string_view property, const XSettingHandler& handler) {
+XSettings readXSettings(std::string_view property) {
     Reader reader(property);
     reader.setBigEndian(reader.number(1) == 1);
     reader.take(3);
     reader.take(4);  // the serial of the last change
+    XSettings settings;
     std::uint32_t count = reader.number(4);
-    while (count > 0 && readSetting(reader, handler)) {
+    while (count > 0 && readSetting(reader, settings)) {
         --count;
     }
+    return settings;
 }
 
 std::string publishedXSettings(xcb_connection_t* connection, int screen) {

@@ -3,19 +3,26 @@
 #include <xcb/xcb.h>
 
 #include <cstdint>
-#include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <variant>
 
 namespace vantrel::x11 {
 
-using XSettingValue = std::variant<std::uint32_t, std::string_view>;
-using XSettingHandler = std::function<void(std::string_view name, const XSettingValue& value)>;
+/// Numbers and texts by name; the texts, and the names, are parts of the property that they were read from.
+using XSettings = std::map<std::string_view, std::variant<std::uint32_t, std::string_view>>;
 
-/// Reads the property in which a desktop's settings manager publishes settings (XSETTINGS protocol). Hands on its
-/// numbers and texts, up to the first thing that does not conform; the texts are parts of the property.
-void readXSettings(std::string_view property, const XSettingHandler& handler);
+/// Reads the property in which a desktop's settings manager publishes settings (XSETTINGS protocol), up to the first
+/// thing that does not conform.
+XSettings readXSettings(std::string_view property);
+
+/// The setting of that name; null when there is none, or one of another kind.
+template <typename Value>
+const Value* valueIn(const XSettings& settings, std::string_view name) {
+    const auto found = settings.find(name);
+    return found == settings.end() ? nullptr : std::get_if<Value>(&found->second);
+}
 
 /// The property as it is now: a few blocking round trips. Empty when there is no settings manager.
 std::string publishedXSettings(xcb_connection_t* connection, int screen);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <string>
 
 #include "Vantrel/Desktop/Loop/URLQueue.hpp"
 #include "Vantrel/Handles/GLibHandles.hpp"

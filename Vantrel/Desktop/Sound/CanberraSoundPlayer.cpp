@@ -11,6 +11,8 @@ namespace vantrel::desktop {
 namespace {
 
 constexpr std::chrono::seconds lingeringTime{10};
+/// Too short to be heard, and ten times what a jump takes.
+constexpr std::chrono::milliseconds delay{10};
 
 }  // namespace
 
@@ -20,12 +22,17 @@ CanberraSoundPlayer::CanberraSoundPlayer(Helper::Start start)
                                   .ended = [this](const std::string&) { isBeginningDue_ = false; }}) {}
 
 void CanberraSoundPlayer::play(std::string_view soundName) {
-    if (isBeginningDue_ || !program_.start()) {
-        return;
+    if (!isBeginningDue_ && !soon_.isSet()) {
+        soon_ = LoopSource::after(delay, [this, name = std::string(soundName)] { send(name); });
     }
-    isBeginningDue_ = true;
-    program_.send({sound_messages::play, g_variant_new("s", std::string(soundName).c_str())});
-    program_.endAfter(lingeringTime);
+}
+
+void CanberraSoundPlayer::send(const std::string& soundName) {
+    if (program_.start()) {
+        isBeginningDue_ = true;
+        program_.send({sound_messages::play, g_variant_new("s", soundName.c_str())});
+        program_.endAfter(lingeringTime);
+    }
 }
 
 }  // namespace vantrel::desktop

@@ -59,7 +59,7 @@ void DesktopStatusItem::setSessionBus(GDBusConnection* bus) {
     notifierItem_ = std::make_unique<StatusNotifierItem>(
         bus, menuPath, StatusNotifierItem::Texts{title_, toolTip_},
         StatusNotifierItem::Events{.presenceChanged = [this] { presenceChanged(); },
-                                   .menuWanted = [this](int, int) { popUpMenu(); }});
+                                   .menuWanted = [this] { popUpMenu(); }});
 }
 
 void DesktopStatusItem::busClosed(GDBusConnection* /*bus*/, gboolean /*remotePeerVanished*/, GError* /*error*/,

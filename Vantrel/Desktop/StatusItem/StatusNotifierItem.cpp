@@ -50,8 +50,8 @@ GVariant* iconPixmaps() {
 struct StatusNotifierItem::BusCallbacks {
     static StatusNotifierItem& self(gpointer data) { return *static_cast<StatusNotifierItem*>(data); }
 
-    static void call(GDBusConnection*, const gchar*, const gchar*, const gchar*, const gchar* method,
-                     GVariant* arguments, GDBusMethodInvocation* invocation, gpointer data) {
+    static void call(GDBusConnection*, const gchar*, const gchar*, const gchar*, const gchar* method, GVariant*,
+                     GDBusMethodInvocation* invocation, gpointer data) {
         const std::string_view name(method);
         if (name == "Activate" && self(data).opensRefusedMenu()) {
             g_dbus_method_invocation_return_error(invocation, G_DBUS_ERROR, G_DBUS_ERROR_NOT_SUPPORTED,
@@ -59,14 +59,9 @@ struct StatusNotifierItem::BusCallbacks {
             return;
         }
         const bool isMenuWanted = name == "ContextMenu" || name == "Activate";
-        gint32 x = 0;
-        gint32 y = 0;
-        if (isMenuWanted) {
-            g_variant_get(arguments, "(ii)", &x, &y);
-        }
         g_dbus_method_invocation_return_value(invocation, nullptr);
         if (isMenuWanted) {
-            self(data).events_.menuWanted(x, y);
+            self(data).events_.menuWanted();
         }
     }
 

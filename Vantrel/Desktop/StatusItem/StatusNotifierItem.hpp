@@ -18,8 +18,8 @@ class StatusNotifierItem {
     };
 
     struct Events {
-        std::function<void()> presenceChanged;         ///< isShown() or another answer of the registration changed
-        std::function<void(int x, int y)> menuWanted;  ///< a host left opening the menu to the item, at that point
+        std::function<void()> presenceChanged;  ///< isShown() or another answer of the registration changed
+        std::function<void()> menuWanted;       ///< a host left opening the menu to the item
     };
 
     /// `menuPath` is the object that serves the menu on the same connection.

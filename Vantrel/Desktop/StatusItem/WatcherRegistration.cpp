@@ -68,7 +68,7 @@ void WatcherRegistration::watcherVanished() {
     if (isRegistered_ || hasHost_) {
         isRegistered_ = false;
         hasHost_ = false;
-        report();
+        changed_();
     }
 }
 
@@ -92,7 +92,7 @@ void WatcherRegistration::registerItem() {
                          return;
                      }
                      isRegistered_ = true;
-                     report();
+                     changed_();
                  });
 }
 
@@ -117,7 +117,7 @@ void WatcherRegistration::askForHost() {
                                       g_variant_get_boolean(value.get());
                      }
                      hasHost_ = registered != FALSE;
-                     report();
+                     changed_();
                  });
 }
 
@@ -131,12 +131,8 @@ void WatcherRegistration::askForProcess(const std::string& owner) {
             guint32 process = 0;
             g_variant_get(answer, "(u)", &process);
             program_ = panelProgram(processName(process));
-            report();
+            changed_();
         });
-}
-
-void WatcherRegistration::report() {
-    changed_();
 }
 
 }  // namespace vantrel::desktop

@@ -45,7 +45,6 @@ class WatcherRegistration {
     void scheduleRetry();
     void askForHost();
     void askForProcess(const std::string& owner);
-    void report();
 
     GObjectPointer<GDBusConnection> bus_;
     std::string service_;

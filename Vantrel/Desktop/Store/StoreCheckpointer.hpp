@@ -5,7 +5,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <string>
 
 #include "Vantrel/Desktop/Store/StoreConnection.hpp"
 #include "Vantrel/Handles/LoopSource.hpp"

@@ -1,9 +1,9 @@
 #include "helpers/messages/MenuView.hpp"
 
 #include <gtest/gtest.h>
+#include <xkbcommon/xkbcommon-keysyms.h>
 
 #include "helpers/messages/CairoHandles.hpp"
-#include "helpers/messages/Keysyms.hpp"
 
 namespace vantrel::overlay {
 namespace {
@@ -47,32 +47,32 @@ class MenuViewTest : public testing::Test {
 };
 
 TEST_F(MenuViewTest, keys_arrowsAndEnter_chooseTheRow) {
-    press(keysyms::down);
-    press(keysyms::down);
-    press(keysyms::up);
-    press(keysyms::enter);
+    press(XKB_KEY_Down);
+    press(XKB_KEY_Down);
+    press(XKB_KEY_Up);
+    press(XKB_KEY_Return);
     EXPECT_EQ(chosen, 1U);
     EXPECT_EQ(changes, 3);
 }
 
 TEST_F(MenuViewTest, keys_homeAndEnd_pointAtTheFirstAndTheLastChoice) {
-    press(keysyms::end);
-    press(keysyms::home);
-    press(keysyms::space);
+    press(XKB_KEY_End);
+    press(XKB_KEY_Home);
+    press(XKB_KEY_space);
     EXPECT_EQ(chosen, 1U);
 }
 
 TEST_F(MenuViewTest, keys_enterWithoutAPointedRow_doesNothing) {
-    press(keysyms::enter);
-    press(keysyms::keypadEnter);
-    press(keysyms::space);
+    press(XKB_KEY_Return);
+    press(XKB_KEY_KP_Enter);
+    press(XKB_KEY_space);
     EXPECT_EQ(ends, 0);
 }
 
 TEST_F(MenuViewTest, keys_escape_leavesOnce) {
-    press(keysyms::down);
-    press(keysyms::escape);
-    press(keysyms::enter);
+    press(XKB_KEY_Down);
+    press(XKB_KEY_Escape);
+    press(XKB_KEY_Return);
     EXPECT_EQ(ends, 1);
     EXPECT_EQ(chosen, std::nullopt);
 }
@@ -128,15 +128,15 @@ TEST_F(MenuViewTest, press_outsideOrOnAnotherDisplay_leaves) {
 TEST_F(MenuViewTest, pointer_leavesTheMenu_noRowIsPointedAt) {
     view.pointerMoved(onRow(1));
     view.pointerMoved(std::nullopt);
-    press(keysyms::enter);
+    press(XKB_KEY_Return);
     EXPECT_EQ(ends, 0);
     EXPECT_EQ(changes, 2);
 }
 
 TEST_F(MenuViewTest, rows_replaced_aPointedRowThatIsGoneIsForgotten) {
-    press(keysyms::end);
+    press(XKB_KEY_End);
     view.setRows({row("Vantrel", false), row("Teleport Now")});
-    press(keysyms::enter);
+    press(XKB_KEY_Return);
     EXPECT_EQ(ends, 0);
 }
 

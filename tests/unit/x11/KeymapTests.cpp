@@ -69,10 +69,10 @@ TEST(Keymap, grabsFor_commandOnTwoModifiers_eitherIsEnough) {
     EXPECT_EQ(grabs->size(), 12U);
 }
 
-TEST(Keymap, carbonModifiersOfState_commandOnTwoModifiers_eitherIsEnough) {
+TEST(Keymap, carbonModifiersIn_commandOnTwoModifiers_eitherIsEnough) {
     const Keymap map = partedKeyboard().map();
     for (const std::uint16_t state : {mod4, mod3, static_cast<std::uint16_t>(mod4 | mod3)}) {
-        EXPECT_EQ(map.carbonModifiersOfState(state | controlMask), command | control);
+        EXPECT_EQ(map.carbonModifiersIn(state | controlMask), command | control);
     }
 }
 
@@ -83,7 +83,7 @@ TEST(Keymap, grabsFor_aKeyOfTheModifierOnLockToo_lockStaysALock) {
     ASSERT_TRUE(grabs);
     EXPECT_EQ(masksOf(*grabs), (std::set<std::uint16_t>{controlMask, controlMask | lockMask, controlMask | mod2,
                                                         controlMask | lockMask | mod2}));
-    EXPECT_EQ(map.carbonModifiersOfState(lockMask), 0U);
+    EXPECT_FALSE(map.hasForeignModifiers(lockMask));
     EXPECT_EQ(map.carbonModifiersIn(lockMask), 0U);
 }
 
@@ -137,17 +137,18 @@ TEST(Keymap, grabsFor_onlyOneOfTheSwitchingModifiers_needsNoMore) {
     EXPECT_EQ(grabs->size(), 4U);
 }
 
-TEST(Keymap, carbonModifiersOfState_locksAndGroups_areIgnored) {
+TEST(Keymap, carbonModifiersIn_locksAndGroups_areIgnored) {
     const Keymap map = ordinaryKeyboard().map();
-    EXPECT_EQ(map.carbonModifiersOfState(shiftMask | controlMask | mod1 | mod4), hyper);
-    EXPECT_EQ(map.carbonModifiersOfState(shiftMask | controlMask | mod1 | mod4 | lockMask | mod2 | 0x2000), hyper);
-    EXPECT_EQ(map.carbonModifiersOfState(controlMask | mod1 | mod4), control | option | command);
-    EXPECT_EQ(map.carbonModifiersOfState(0), 0U);
+    EXPECT_EQ(map.carbonModifiersIn(shiftMask | controlMask | mod1 | mod4), hyper);
+    EXPECT_EQ(map.carbonModifiersIn(shiftMask | controlMask | mod1 | mod4 | lockMask | mod2 | 0x2000), hyper);
+    EXPECT_EQ(map.carbonModifiersIn(controlMask | mod1 | mod4), control | option | command);
+    EXPECT_EQ(map.carbonModifiersIn(0), 0U);
 }
 
-TEST(Keymap, carbonModifiersOfState_anotherModifier_isNone) {
-    EXPECT_FALSE(ordinaryKeyboard().map().carbonModifiersOfState(controlMask | mod5));
+TEST(Keymap, hasForeignModifiers_anotherModifier_isSo) {
+    EXPECT_TRUE(ordinaryKeyboard().map().hasForeignModifiers(controlMask | mod5));
     EXPECT_TRUE(ordinaryKeyboard().map().hasForeignModifiers(mod5));
+    EXPECT_FALSE(ordinaryKeyboard().map().hasForeignModifiers(shiftMask | controlMask | mod1 | mod4 | lockMask | mod2));
 }
 
 TEST(Keymap, carbonModifiersOfHeldKeys_layoutSwitchingKeys_countAsWhatTheyAre) {
