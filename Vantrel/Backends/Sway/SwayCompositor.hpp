@@ -21,7 +21,6 @@ class SwayCompositor final : public wayland::Compositor {
     backend::HotKeyBinder& hotKeys() override { return hotKeys_; }
     bool warpPointer(wayland::LayoutPoint fromCorner) override;
     void settleWarps(Clock::time_point deadline) override { commands_.settle(deadline); }
-    void setReloaded(std::function<void()> reloaded) override { hotKeys_.setReloaded(std::move(reloaded)); }
     bool lookUnderPointer() override;
 
   private:

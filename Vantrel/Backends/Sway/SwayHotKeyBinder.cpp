@@ -92,9 +92,6 @@ void SwayHotKeyBinder::obey(const Message& event) {
                     key.isLost = true;
                 }
                 restore();
-                if (reloaded_) {
-                    reloaded_();
-                }
             }
             break;
         default:

@@ -32,9 +32,6 @@ class SwayHotKeyBinder final : public backend::HotKeyBinder {
     OSStatus bind(const backend::KeyCombination& combination) override;
     void unbind(const backend::KeyCombination& combination) override;
 
-    /// Called after sway has read its configuration again.
-    void setReloaded(std::function<void()> reloaded) { reloaded_ = std::move(reloaded); }
-
   private:
     struct BoundKey {
         backend::KeyCombination combination;
@@ -65,7 +62,6 @@ class SwayHotKeyBinder final : public backend::HotKeyBinder {
     std::vector<BoundKey> bound_;
     LoopSource restoreAgain_;
     Pressed pressed_;
-    std::function<void()> reloaded_;
 };
 
 }  // namespace vantrel::sway

@@ -26,9 +26,6 @@ class Compositor {
     /// them.
     virtual void settleWarps(Clock::time_point deadline) = 0;
 
-    /// Called when the compositor has read its configuration again; devices lose what they belonged to.
-    virtual void setReloaded(std::function<void()> reloaded) = 0;
-
     /// Has it look anew what lies under the pointer. Does not wait. False when it cannot: then a virtual pointer does
     /// it.
     virtual bool lookUnderPointer() = 0;

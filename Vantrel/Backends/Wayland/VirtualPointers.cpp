@@ -24,28 +24,23 @@ std::uint32_t milliseconds() {
 }  // namespace
 
 void VirtualPointers::warp(std::span<const Output> outputs, LayoutPoint point) {
-    std::erase_if(ofOutputs_, [outputs](const auto& device) {
-        return std::none_of(outputs.begin(), outputs.end(),
-                            [&](const Output& output) { return output.global == device.first; });
-    });
     std::vector<OutputDescription> descriptions;
     descriptions.reserve(outputs.size());
     for (const Output& output : outputs) {
         descriptions.push_back(output.description);
     }
     const Output& output = outputs[outputAt(descriptions, point)];
-    auto& device = ofOutputs_[output.global];
-    if (!device) {
-        device.reset(
-            zwlr_virtual_pointer_manager_v1_create_virtual_pointer_with_output(&manager_, seat_.get(), output.handle));
-    }
+    // Made anew each time: a compositor that reads its configuration again forgets, without a word, which output a
+    // device belongs to. The former one goes only then, so that the seat always has a pointer.
+    latest_.reset(
+        zwlr_virtual_pointer_manager_v1_create_virtual_pointer_with_output(&manager_, seat_.get(), output.handle));
     const OutputDescription& place = output.description;
     const OutputFraction fraction =
         onDeviceOf(place.transform, {.x = (point.x - place.x) / place.width, .y = (point.y - place.y) / place.height});
-    zwlr_virtual_pointer_v1_motion_absolute(device.get(), milliseconds(), stepsOf(fraction.x, place.width),
+    zwlr_virtual_pointer_v1_motion_absolute(latest_.get(), milliseconds(), stepsOf(fraction.x, place.width),
                                             stepsOf(fraction.y, place.height), stepsOf(1, place.width),
                                             stepsOf(1, place.height));
-    zwlr_virtual_pointer_v1_frame(device.get());
+    zwlr_virtual_pointer_v1_frame(latest_.get());
 }
 
 void VirtualPointers::provideDevice() {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <map>
 #include <span>
 
 #include "Vantrel/Backends/Wayland/Outputs.hpp"
@@ -8,8 +7,8 @@
 
 namespace vantrel::wayland {
 
-/// Moves the pointer by pointer devices of our own, each of which belongs to an output: so none is pulled away by what
-/// a person maps devices to.
+/// Moves the pointer by pointer devices of our own that belong to the output they move it to: so none is pulled away by
+/// what a person maps devices to.
 class VirtualPointers {
   public:
     /// The manager and the seat outlive this object.
@@ -24,14 +23,11 @@ class VirtualPointers {
     /// Moves by nothing, upon which the compositor looks what lies under the pointer.
     void stir();
 
-    /// Makes the devices anew when they are next needed, because the compositor has forgotten their outputs.
-    void renew() { ofOutputs_.clear(); }
-
   private:
     zwlr_virtual_pointer_manager_v1& manager_;
     const Seat& seat_;
-    std::map<std::uint32_t, WaylandPointer<zwlr_virtual_pointer_v1>> ofOutputs_;  ///< by the output's global
-    WaylandPointer<zwlr_virtual_pointer_v1> unbound_;                             ///< belongs to no output
+    WaylandPointer<zwlr_virtual_pointer_v1> latest_;   ///< made the last warp
+    WaylandPointer<zwlr_virtual_pointer_v1> unbound_;  ///< belongs to no output
 };
 
 }  // namespace vantrel::wayland

@@ -84,9 +84,6 @@ struct WaylandSession::Abilities {
                  pointers, [this] { lookUnderPointer(); }),
           compositor(find(connection, seat, finders)),
           screen(connection, outputs, reader, pointers, compositor.get()) {
-        if (compositor) {
-            compositor->setReloaded([this] { pointers.renew(); });
-        }
         screen.refreshLayout();
     }
 

@@ -225,6 +225,19 @@ TEST_P(WaylandBackend, warp_outsideOfAllDisplays_goesToTheNearest) {
     EXPECT_NEAR(place->y, 600, 1);
 }
 
+TEST_P(WaylandBackend, warp_configurationReadAgain_isExact) {
+    start(two());
+    for (int round = 0; round < 2; ++round) {
+        for (const LayoutPoint point : {LayoutPoint{.x = 300, .y = 200}, LayoutPoint{.x = 1300, .y = 300}}) {
+            session->pointerWarper().CGWarpMouseCursorPosition({point.x, point.y});
+            EXPECT_EQ(read(*session), point);
+        }
+        GetParam().reload(*compositor);
+        person->synchronise();
+        person->synchronise();
+    }
+}
+
 TEST_P(WaylandBackend, hotKeys_compositorWithoutADoor_areRefused) {
     start({{.mode = "1000x800"}});
     HotKeyServices& hotKeys = session->hotKeys();

@@ -1,6 +1,7 @@
 #include "tests/desk/wayland/support/InstalledCompositors.hpp"
 
 #include "tests/desk/wayland/support/LabwcProcess.hpp"
+#include "tests/desk/wayland/support/SwayControl.hpp"
 #include "tests/desk/wayland/support/SwayProcess.hpp"
 
 namespace vantrel::desk {
@@ -8,13 +9,23 @@ namespace vantrel::desk {
 std::vector<CompositorKind> installedCompositors() {
     using Outputs = std::vector<PrivateOutput>;
     std::vector<CompositorKind> kinds{
-        {"sway",
-         [](const Outputs& outputs) {
-             return std::make_unique<SwayProcess>(SwayOptions{.outputs = outputs, .configuration = {}, .files = {}});
-         }},
-        {"labwc", [](const Outputs& outputs) {
-             return std::make_unique<LabwcProcess>(LabwcOptions{.outputs = outputs, .keyboard = {}, .autostart = {}});
-         }}};
+        {.name = "sway",
+         .start =
+             [](const Outputs& outputs) {
+                 return std::make_unique<SwayProcess>(
+                     SwayOptions{.outputs = outputs, .configuration = {}, .files = {}});
+             },
+         .reload =
+             [](CompositorProcess& compositor) {
+                 SwayControl(static_cast<SwayProcess&>(compositor).controlSocket()).run("reload");
+             }},
+        {.name = "labwc",
+         .start =
+             [](const Outputs& outputs) {
+                 return std::make_unique<LabwcProcess>(
+                     LabwcOptions{.outputs = outputs, .keyboard = {}, .autostart = {}});
+             },
+         .reload = [](CompositorProcess& compositor) { static_cast<LabwcProcess&>(compositor).reconfigure({}); }}};
     std::erase_if(kinds, [](const CompositorKind& kind) { return !isInPath(kind.name); });
     return kinds;
 }

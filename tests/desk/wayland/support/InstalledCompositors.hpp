@@ -14,6 +14,8 @@ namespace vantrel::desk {
 struct CompositorKind {
     std::string name;
     std::function<std::unique_ptr<CompositorProcess>(const std::vector<PrivateOutput>& outputs)> start;
+    /// Has one of this kind read its configuration again; a client finds it done after two rounds of asking.
+    std::function<void(CompositorProcess& compositor)> reload;
 };
 
 inline std::ostream& operator<<(std::ostream& out, const CompositorKind& kind) {
