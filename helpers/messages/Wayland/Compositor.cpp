@@ -64,6 +64,7 @@ void Compositor::offered(std::uint32_t name, std::string_view interface, std::ui
     take(viewporter_, wp_viewporter_interface, 1);
     take(outputManager_, zxdg_output_manager_v1_interface, 3);
     take(layerShell_, zwlr_layer_shell_v1_interface, 4);
+    take(pointerManager_, zwlr_virtual_pointer_manager_v1_interface, 1);
     if (interface == wl_seat_interface.name && seat_ == 0) {
         seat_ = name;
         seatVersion_ = std::min(version, seatVersion);
@@ -82,6 +83,16 @@ Handle<wl_seat> Compositor::bindSeat() const {
     return Handle<wl_seat>(
         seat_ == 0 ? nullptr
                    : static_cast<wl_seat*>(wl_registry_bind(registry_.get(), seat_, &wl_seat_interface, seatVersion_)));
+}
+
+void Compositor::lookUnderPointer() const {
+    if (!pointerManager_) {
+        return;
+    }
+    const Handle<zwlr_virtual_pointer_v1> device(
+        zwlr_virtual_pointer_manager_v1_create_virtual_pointer(pointerManager_.get(), nullptr));
+    zwlr_virtual_pointer_v1_motion(device.get(), 0, 0, 0);
+    zwlr_virtual_pointer_v1_frame(device.get());
 }
 
 void Compositor::receive() {

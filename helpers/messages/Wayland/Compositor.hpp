@@ -29,6 +29,10 @@ class Compositor {
     /// A new handle of the first seat; null when there is none.
     [[nodiscard]] Handle<wl_seat> bindSeat() const;
 
+    /// Has the compositor see what lies under the pointer, which not all do by themselves when a surface goes: else the
+    /// program beneath would miss the next click. Where it lets nobody move the pointer, nothing is done.
+    void lookUnderPointer() const;
+
     /// Whether the compositor has gone away, or ended the connection.
     [[nodiscard]] bool isLost() const { return wl_display_get_error(display()) != 0; }
 
@@ -50,7 +54,8 @@ class Compositor {
     Handle<wp_viewporter> viewporter_;
     Handle<zxdg_output_manager_v1> outputManager_;
     Handle<zwlr_layer_shell_v1> layerShell_;
-    std::uint32_t seat_ = 0;  ///< the global's name; 0 for none
+    Handle<zwlr_virtual_pointer_manager_v1> pointerManager_;  ///< may be null
+    std::uint32_t seat_ = 0;                                  ///< the global's name; 0 for none
     std::uint32_t seatVersion_ = 0;
     std::vector<std::pair<std::uint32_t, std::uint32_t>> earlyOutputs_;  ///< names and versions, until all is bound
     Outputs outputs_;

@@ -88,7 +88,12 @@ LayerMenu::LayerMenu(const Compositor& compositor, const Typesetter& typesetter,
     }
 }
 
-LayerMenu::~LayerMenu() = default;
+LayerMenu::~LayerMenu() {
+    popup_.reset();
+    last_.reset();
+    covers_.clear();
+    compositor_.lookUnderPointer();
+}
 
 void LayerMenu::covered(const Cover& latest) {
     const bool allAre =

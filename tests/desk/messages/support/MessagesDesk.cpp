@@ -11,13 +11,13 @@
 namespace vantrel::desk {
 
 SwayOptions MessagesDesk::usualOptions() {
-    return {.outputs = {{.mode = "800x600"}, {.mode = "640x480", .x = -640, .y = 100}},
+    return {.outputs = usualOutputs(),
             .configuration = "focus_follows_mouse no\nfor_window [app_id=typing] floating enable\n",
             .files = {}};
 }
 
 MessagesDesk::MessagesDesk(const SwayOptions& options, const std::string& layouts)
-    : desk(options, layouts), camera(socket()) {
+    : ScreenDesk(std::make_unique<SwayDesk>(options, layouts)) {
     // The program inherits them from this process, which has nothing else to do with a display.
     setenv("XDG_RUNTIME_DIR", desk.sway().runtimeDirectory().c_str(), 1);
     setenv("WAYLAND_DISPLAY", desk.sway().displayName().c_str(), 1);
@@ -53,42 +53,9 @@ std::unique_ptr<TypingWindow> MessagesDesk::openWindow() {
     return window;
 }
 
-void MessagesDesk::rememberTheScreen() {
-    pointerBefore = pointer;
-    for (const char* const output : {mainOutput, secondOutput}) {
-        before.insert_or_assign(output, camera.take(output));
-    }
-}
-
-std::optional<overlay::Rect> MessagesDesk::seenOn(const std::string& output) {
-    // Far larger than any pointer.
-    constexpr int reach = 40;
-    const LayoutPoint corner = output == mainOutput ? LayoutPoint{.x = 0, .y = 0} : secondCorner;
-    const auto around = [&](LayoutPoint point) {
-        return overlay::Rect{.x = static_cast<int>(point.x - corner.x) - reach,
-                             .y = static_cast<int>(point.y - corner.y) - reach,
-                             .width = 2 * reach,
-                             .height = 2 * reach};
-    };
-    return difference(before.at(output), camera.take(output), {around(pointerBefore), around(pointer)});
-}
-
-bool MessagesDesk::waitUntilSeenOn(const std::string& output) {
-    return waitUntil([&] { return seenOn(output).has_value(); });
-}
-
-bool MessagesDesk::waitUntilNothingIsSeen() {
-    return waitUntil([&] { return !seenOn(mainOutput) && !seenOn(secondOutput); });
-}
-
 bool MessagesDesk::unplug(const std::string& output) {
     const std::string answer = desk.control().ask(SwayControl::runCommand, "output " + output + " unplug");
     return answer.find("Invalid output subcommand") == std::string::npos;
-}
-
-void MessagesDesk::movePointer(LayoutPoint point) {
-    desk.person().moveTo(point);
-    pointer = point;
 }
 
 void MessagesDesk::putPointer(LayoutPoint point) {
