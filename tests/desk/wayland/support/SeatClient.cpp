@@ -15,6 +15,7 @@
 #include <stdexcept>
 
 #include "Vantrel/Handles/FileDescriptor.hpp"
+#include "tests/desk/support/TemporaryDirectory.hpp"
 
 namespace vantrel::desk {
 
@@ -153,9 +154,18 @@ SeatClient::SeatClient(const std::filesystem::path& socket, const std::string& l
     nothing_ = wl_shm_pool_create_buffer(pool, 0, 1, 1, 4, WL_SHM_FORMAT_ARGB8888);
     wl_shm_pool_destroy(pool);
 
-    // As if they were in the person's own XKB folder.
-    xkb_context_include_path_append(xkb_.get(), VANTREL_XKB_DATA);
-    xkb_context_include_path_append_default(xkb_.get());
+    const TemporaryDirectory data("xkb");
+    if (options.empty()) {
+        xkb_context_include_path_append_default(xkb_.get());
+    } else {
+        // The system's data with ours, as if that were in the person's own folder. One folder has all of it, because
+        // libxkbcommon 1.5 leaks the names of files that it does not find in the first of several.
+        constexpr auto into =
+            std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing;
+        std::filesystem::copy("/usr/share/X11/xkb", data.path(), into);
+        std::filesystem::copy(VANTREL_XKB_DATA, data.path(), into);
+        xkb_context_include_path_append(xkb_.get(), data.path().c_str());
+    }
     const xkb_rule_names names{
         .rules = "evdev", .model = "pc105", .layout = layouts.c_str(), .variant = "", .options = options.c_str()};
     keymap_.reset(xkb_keymap_new_from_names(xkb_.get(), &names, XKB_KEYMAP_COMPILE_NO_FLAGS));
