@@ -44,6 +44,7 @@ template <typename Element>
 GVariant* variantOf(const std::vector<Element>& values) {
     const GVariantPointer example(g_variant_ref_sink(variantOf(Element())));
     std::vector<GVariant*> children;
+    children.reserve(values.size());
     for (const Element& value : values) {
         children.push_back(variantOf(value));
     }
