@@ -49,7 +49,7 @@ TEST_F(LabwcMessages, start_saysOnTheScreenThatHotKeysAreOff) {
 
 TEST_F(LabwcMessages, pointSaved_isSaidAndLeavesThePointerAlone) {
     const auto agent = startAgent();
-    ASSERT_TRUE(session->open("vantrel://save-point"));
+    ASSERT_TRUE(session->savePoint());
     EXPECT_TRUE(waitUntilSeenOn(mainOutput));
     EXPECT_TRUE(waitUntilSeenOn(secondOutput));
     const Rect seen = seenOn(secondOutput).value_or(Rect{});

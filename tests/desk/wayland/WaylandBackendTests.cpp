@@ -79,29 +79,31 @@ TEST_P(WaylandArrangement, pointer_readAndWarped_isExact) {
     }
 }
 
-const std::vector arrangements{Arrangement{"plain",
-                                           {{.mode = "1512x982"}, {.mode = "1024x768", .x = -1024, .y = 100}},
-                                           {{700, 500}, {-512.5, 484.25}, {-1000, 110}}},
-                               Arrangement{"scaled",
-                                           {{.mode = "1500x1000", .scale = "1.25"},
-                                            {.mode = "1500x900", .x = 1200, .y = 0, .scale = "1.5"},
-                                            {.mode = "1600x1200", .x = -800, .y = -100, .scale = "2"}},
-                                           {{600, 400}, {1700.5, 300}, {-400, 250.75}}},
-                               Arrangement{"turned",
-                                           {{.mode = "800x600"},
-                                            {.mode = "800x600", .x = 800, .y = 0, .transform = "90"},
-                                            {.mode = "800x600", .x = 1400, .y = 0, .transform = "180"},
-                                            {.mode = "800x600", .x = 2200, .y = 0, .transform = "270"}},
-                                           {{100, 200}, {900, 700}, {1500, 50}, {2300.25, 640.5}}},
-                               Arrangement{"mirrored",
-                                           {{.mode = "800x600", .transform = "flipped"},
-                                            {.mode = "800x600", .x = 800, .y = 0, .transform = "flipped-90"},
-                                            {.mode = "800x600", .x = 1400, .y = 0, .transform = "flipped-180"},
-                                            {.mode = "800x600", .x = 2200, .y = 0, .transform = "flipped-270"}},
-                                           {{100, 200}, {900, 700}, {1500, 50}, {2300.25, 640.5}}}};
+std::vector<Arrangement> arrangements() {
+    return {Arrangement{"plain",
+                        {{.mode = "1512x982"}, {.mode = "1024x768", .x = -1024, .y = 100}},
+                        {{700, 500}, {-512.5, 484.25}, {-1000, 110}}},
+            Arrangement{"scaled",
+                        {{.mode = "1500x1000", .scale = "1.25"},
+                         {.mode = "1500x900", .x = 1200, .y = 0, .scale = "1.5"},
+                         {.mode = "1600x1200", .x = -800, .y = -100, .scale = "2"}},
+                        {{600, 400}, {1700.5, 300}, {-400, 250.75}}},
+            Arrangement{"turned",
+                        {{.mode = "800x600"},
+                         {.mode = "800x600", .x = 800, .y = 0, .transform = "90"},
+                         {.mode = "800x600", .x = 1400, .y = 0, .transform = "180"},
+                         {.mode = "800x600", .x = 2200, .y = 0, .transform = "270"}},
+                        {{100, 200}, {900, 700}, {1500, 50}, {2300.25, 640.5}}},
+            Arrangement{"mirrored",
+                        {{.mode = "800x600", .transform = "flipped"},
+                         {.mode = "800x600", .x = 800, .y = 0, .transform = "flipped-90"},
+                         {.mode = "800x600", .x = 1400, .y = 0, .transform = "flipped-180"},
+                         {.mode = "800x600", .x = 2200, .y = 0, .transform = "flipped-270"}},
+                        {{100, 200}, {900, 700}, {1500, 50}, {2300.25, 640.5}}}};
+}
 
 INSTANTIATE_TEST_SUITE_P(Compositors, WaylandArrangement,
-                         testing::Combine(testing::ValuesIn(installedCompositors()), testing::ValuesIn(arrangements)),
+                         testing::Combine(testing::ValuesIn(installedCompositors()), testing::ValuesIn(arrangements())),
                          [](const auto& test) {
                              return std::get<0>(test.param).name + "_" + std::get<1>(test.param).name;
                          });

@@ -34,31 +34,32 @@ TEST_P(WaylandJump, thereAndBack_isExact) {
     }
 }
 
-const std::vector arrangements{
-    Arrangement{"plain", WaylandDesk::twoOutputs(), onMain, centreOfSecond},
-    Arrangement{"scaleOneAndAQuarter",
-                {{.mode = "500x400", .scale = "1.25"}, {.mode = "500x400", .x = 400, .y = 0, .scale = "1.25"}},
-                {300.5, 200.25},
-                {600, 160}},
-    Arrangement{"scaleOneAndAHalf",
-                {{.mode = "600x450", .scale = "1.5"}, {.mode = "600x450", .x = 400, .y = 0, .scale = "1.5"}},
-                {300, 200},
-                {600, 150}},
-    Arrangement{"scaleTwo",
-                {{.mode = "800x600", .scale = "2"}, {.mode = "400x300", .x = 400, .y = 0}},
-                {300.5, 200.5},
-                {600, 150}},
-    Arrangement{"turned",
-                {{.mode = "400x300"}, {.mode = "400x300", .x = 400, .y = 0, .transform = "90"}},
-                {300, 200},
-                {550, 200}},
-    Arrangement{"negativeOrigin",
-                {{.mode = "400x300"}, {.mode = "800x600", .x = -400, .y = -100, .scale = "2"}},
-                {300, 200},
-                {-200, 50}}};
+std::vector<Arrangement> arrangements() {
+    return {Arrangement{"plain", WaylandDesk::twoOutputs(), onMain, centreOfSecond},
+            Arrangement{"scaleOneAndAQuarter",
+                        {{.mode = "500x400", .scale = "1.25"}, {.mode = "500x400", .x = 400, .y = 0, .scale = "1.25"}},
+                        {300.5, 200.25},
+                        {600, 160}},
+            Arrangement{"scaleOneAndAHalf",
+                        {{.mode = "600x450", .scale = "1.5"}, {.mode = "600x450", .x = 400, .y = 0, .scale = "1.5"}},
+                        {300, 200},
+                        {600, 150}},
+            Arrangement{"scaleTwo",
+                        {{.mode = "800x600", .scale = "2"}, {.mode = "400x300", .x = 400, .y = 0}},
+                        {300.5, 200.5},
+                        {600, 150}},
+            Arrangement{"turned",
+                        {{.mode = "400x300"}, {.mode = "400x300", .x = 400, .y = 0, .transform = "90"}},
+                        {300, 200},
+                        {550, 200}},
+            Arrangement{"negativeOrigin",
+                        {{.mode = "400x300"}, {.mode = "800x600", .x = -400, .y = -100, .scale = "2"}},
+                        {300, 200},
+                        {-200, 50}}};
+}
 
 INSTANTIATE_TEST_SUITE_P(Compositors, WaylandJump,
-                         testing::Combine(testing::ValuesIn(installedCompositors()), testing::ValuesIn(arrangements)),
+                         testing::Combine(testing::ValuesIn(installedCompositors()), testing::ValuesIn(arrangements())),
                          [](const auto& test) {
                              return std::get<0>(test.param).name + "_" + std::get<1>(test.param).name;
                          });
@@ -91,9 +92,8 @@ TEST_P(WaylandAgent, savedPoint_comesBackThere) {
     constexpr LayoutPoint saved{.x = 300.5, .y = 200.25};
     const auto agent = desk.startAgent();
     desk.person().moveTo(saved);
-    ASSERT_TRUE(desk.open("vantrel://save-point"));
-    ASSERT_TRUE(
-        waitUntil([&] { return desk.defaults().read("savedPoints").value_or("").find("300.5") != std::string::npos; }));
+    ASSERT_TRUE(desk.savePoint());
+    EXPECT_NE(desk.defaults().read("savedPoints").value_or("").find("300.5"), std::string::npos);
     desk.person().moveTo({.x = -100, .y = 300});
     EXPECT_TRUE(desk.jump("vantrel://manual", saved));
 }
@@ -110,6 +110,7 @@ TEST_P(WaylandAgent, urlsInQuickSuccession_areAllObeyed) {
     desk.person().moveTo(onMain);
     constexpr int count = 9;
     std::vector<std::unique_ptr<AgentProcess>> starts;
+    starts.reserve(count);
     for (int number = 0; number < count; ++number) {
         starts.push_back(desk.startProgram({"vantrel://next"}));
     }
@@ -175,8 +176,7 @@ TEST_P(WaylandAgent, pointSaved_windowBeneath_getsTheNextClick) {
     // The pointer is read, and then nothing moves it.
     const auto agent = desk.startAgent();
     desk.person().moveTo(onMain);
-    ASSERT_TRUE(desk.open("vantrel://save-point"));
-    ASSERT_TRUE(waitUntil([&] { return desk.defaults().read("savedPoints").has_value(); }));
+    ASSERT_TRUE(desk.savePoint());
     EXPECT_TRUE(desk.person().waitFor(onMain));
     desk.person().pressButton();
     desk.person().releaseButton();

@@ -15,6 +15,15 @@ constexpr LayoutPoint centreOfSecond = WaylandDesk::centreOfSecond;
 constexpr ExitStatus success{.code = 0, .signal = std::nullopt};
 constexpr ExitStatus failure{.code = 1, .signal = std::nullopt};
 
+constexpr LayoutPoint saved{.x = -100, .y = 300};
+/// Goes to a saved point, for which the pointer need not be read: a busy compositor may have no time for that.
+constexpr auto toSavedPoint = "vantrel:manual";
+
+void storeSavedPoint(const WaylandDesk& desk) {
+    desk.defaults().writeData(
+        "savedPoints", R"([{"id":"00000000-0000-4000-8000-000000000001","name":"One","point":{"x":-100,"y":300}}])");
+}
+
 bool isOneLine(const std::string& text) {
     return text.ends_with('\n') && std::count(text.begin(), text.end(), '\n') == 1;
 }
@@ -37,20 +46,20 @@ TEST_P(WaylandProgram, secondStart_saysSoAndEnds) {
 }
 
 TEST_P(WaylandProgram, secondStartWithURL_hasTheAgentObeyIt) {
+    storeSavedPoint(desk);
     const auto agent = desk.startAgent();
     desk.person().moveTo(onMain);
-    for (const LayoutPoint target : {centreOfSecond, onMain}) {
-        const auto second = desk.startProgram({"vantrel://teleport"});
-        EXPECT_EQ(second->waitForExit(), success);
-        EXPECT_EQ(second->standardError(), "");
-        EXPECT_TRUE(desk.person().waitFor(target));
-    }
+    const auto second = desk.startProgram({toSavedPoint});
+    EXPECT_EQ(second->waitForExit(), success);
+    EXPECT_EQ(second->standardError(), "");
+    EXPECT_TRUE(desk.person().waitFor(saved));
 }
 
 TEST_P(WaylandProgram, firstStartWithURL_becomesTheAgentAndObeys) {
+    storeSavedPoint(desk);
     desk.person().moveTo(onMain);
-    const auto agent = desk.startProgram({"vantrel:next"});
-    EXPECT_TRUE(desk.person().waitFor(centreOfSecond));
+    const auto agent = desk.startProgram({toSavedPoint});
+    EXPECT_TRUE(desk.person().waitFor(saved));
     EXPECT_TRUE(agent->isRunning());
 }
 
@@ -60,12 +69,13 @@ TEST_P(WaylandProgram, twoSessionsOneRuntimeDirectory_eachHasItsAgent) {
     other.environment().set("XDG_RUNTIME_DIR", desk.compositor().runtimeDirectory().native());
     other.environment().set("WAYLAND_DISPLAY", other.compositor().socket().native());
     const auto agent = desk.startAgent();
+    storeSavedPoint(other);
     other.person().moveTo(onMain);
-    const auto otherAgent = other.startProgram({"vantrel://next"});
-    EXPECT_TRUE(other.person().waitFor(centreOfSecond));
+    const auto otherAgent = other.startProgram({toSavedPoint});
+    EXPECT_TRUE(other.person().waitFor(saved));
     desk.person().moveTo(onMain);
     EXPECT_TRUE(desk.jump("vantrel://next", centreOfSecond));
-    EXPECT_TRUE(other.jump("vantrel://next", onMain));
+    EXPECT_TRUE(other.jump("vantrel://next", {.x = 320, .y = 240}));
     EXPECT_TRUE(desk.person().staysAt(centreOfSecond));
     EXPECT_TRUE(agent->isRunning());
     EXPECT_TRUE(otherAgent->isRunning());

@@ -16,7 +16,7 @@ constexpr uid_t nobody = 65534;
 /// The display's name; empty while there is none.
 std::string findDisplay(const std::filesystem::path& directory) {
     for (const auto& entry : std::filesystem::directory_iterator(directory)) {
-        const std::string name = entry.path().filename();
+        std::string name = entry.path().filename();
         if (name.starts_with("wayland-") && entry.is_socket()) {
             return name;
         }

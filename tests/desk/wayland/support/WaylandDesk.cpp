@@ -78,6 +78,14 @@ bool WaylandDesk::jump(const std::function<void()>& ask, LayoutPoint target) {
     return false;
 }
 
+bool WaylandDesk::savePoint() {
+    const auto before = defaults().read("savedPoints");
+    return waitUntil([&] {
+        open("vantrel://save-point");
+        return waitUntil([&] { return defaults().read("savedPoints") != before; }, std::chrono::seconds(5));
+    });
+}
+
 bool WaylandDesk::open(const std::string& url) {
     return startProgram({url})->waitForExit() == ExitStatus{.code = 0, .signal = std::nullopt};
 }

@@ -60,6 +60,9 @@ class WaylandDesk {
     /// The same, by having the agent obey the URL.
     bool jump(const std::string& url, LayoutPoint target);
 
+    /// Has the agent save where the pointer is, by the URL, and waits for that; again where it does not, as above.
+    bool savePoint();
+
     /// Hands the URL over to the agent; false when nobody takes it.
     bool open(const std::string& url);
 
