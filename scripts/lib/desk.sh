@@ -48,6 +48,14 @@ pointer_is_on_first() {
     ! pointer_is_on_second
 }
 
+# A glide passes over what opens meanwhile, and whatever follows the pointer follows it.
+pointer_rests_on_second() {
+    local before
+    before=$(xdotool getmouselocation 2>/dev/null)
+    sleep 0.1
+    pointer_is_on_second && [[ $(xdotool getmouselocation 2>/dev/null) == "$before" ]]
+}
+
 # Presses until the agent that is starting takes the key.
 pressing_reaches_second() {
     xdotool key --clearmodifiers ctrl+alt+shift+super+d

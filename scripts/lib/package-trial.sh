@@ -108,7 +108,7 @@ try_upgrade() {
     to_first_display
     # Where no agent runs it becomes one, and xdg-open waits for it.
     in_session xdg-open vantrel://next &
-    expect 'xdg-open starts the next version, which obeys it' wait_until pointer_is_on_second
+    expect 'xdg-open starts the next version, which obeys it' wait_until pointer_rests_on_second
     in_session vantrel
     expect 'a second start opens the menu' wait_until window_is_seen --name '^Vantrel menu$'
     xdotool key Down Down Down Down Down Return
