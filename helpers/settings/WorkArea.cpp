@@ -13,6 +13,9 @@ QSize frameSize(const QWidget& window) {
     return known.expandedTo(QSize(0, window.style()->pixelMetric(QStyle::PM_TitleBarHeight)));
 }
 
+/// Where there is no room (a display that is tiny, or not told of yet) the window is one that can be seen and scrolled.
+constexpr QSize leastRoom{320, 240};
+
 /// The place for `length` from `first` on, so that it ends within the area; at its begin when it is too long.
 int placeWithin(int first, int length, int areaFirst, int areaLength) {
     return std::max(areaFirst, std::min(first, areaFirst + areaLength - length));
@@ -21,7 +24,7 @@ int placeWithin(int first, int length, int areaFirst, int areaLength) {
 }  // namespace
 
 QSize WorkArea::roomFor(const QWidget& window) {
-    return window.screen()->availableGeometry().size() - frameSize(window);
+    return (window.screen()->availableGeometry().size() - frameSize(window)).expandedTo(leastRoom);
 }
 
 void WorkArea::centre(QWidget& window) {

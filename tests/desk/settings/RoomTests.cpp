@@ -98,6 +98,15 @@ TEST_F(Room, panel_alongTheLowerEdge_staysFree) {
     EXPECT_TRUE(becomesAllInside({0, 0, 1512, 782}));
 }
 
+TEST_F(Room, displayWithoutRoom_windowCanBeSeenAndScrolled) {
+    settings.desk().layout().apply({{.output = 0, .bounds = {.x = 0, .y = 0, .width = 64, .height = 64}},
+                                    {.output = 1, .bounds = {.x = 64, .y = 0, .width = 640, .height = 480}}});
+    ASSERT_TRUE(settings.turnUntil([] { return QGuiApplication::primaryScreen()->size() == QSize(64, 64); }));
+    settings.open();
+    EXPECT_GE(settings.window().width(), 320);
+    EXPECT_GE(settings.window().height(), 240);
+}
+
 TEST_F(Room, display_becomesSmaller_windowFollows) {
     openInLargeFont(1920, 1200);
     EXPECT_TRUE(becomesAllInside({0, 0, 1920, 1200}));
