@@ -17,7 +17,8 @@ AgentPlatform::AgentPlatform(std::unique_ptr<DisplaySession> session)
       statusBar_([this](ItemPresenter::Events events) { return session_->makeItemPresenter(std::move(events)); },
                  starterOf("vantrel-overlay")),
       sounds_(starterOf("vantrel-sound")),
-      preferencesWindowViews_(session_->windowingSystem()),
+      preferencesWindowViews_(session_->windowingSystem(),
+                              [this](bool isRecording) { session_->setRecording(isRecording); }),
       application_(mainQueue_, [this](GDBusConnection* bus) { statusBar_.setSessionBus(bus); }) {
     // The last that the process does before it sleeps: what a burst of changes has freed goes back to the system.
     defaults_.setRestHandler([] { malloc_trim(0); });

@@ -35,6 +35,7 @@ struct WindowReport {
     enum class Kind : std::uint32_t {
         shown,            ///< value: whether the window is shown (1) or closed (0)
         recorderPressed,  ///< the recorder's button
+        keyboardTaken,    ///< value: whether keys are to reach the recorder and no hot key
         key,              ///< a key event while a shortcut is recorded
         resetPressed,
         modeChosen,       ///< value: the index

@@ -43,6 +43,10 @@ class DisplaySession {
     /// Serves the connection from the main loop, until this object is destroyed.
     virtual void attach(Events events) = 0;
 
+    /// Whether the settings window has taken the keyboard to record a shortcut. A windowing system that catches our hot
+    /// keys all the same has to let go of them for so long.
+    virtual void setRecording(bool /*isRecording*/) {}
+
     /// What shows the status item where no StatusNotifier host does; null where the windowing system has no such thing.
     /// `events` are told until it is destroyed, which must be before the session.
     virtual std::unique_ptr<ItemPresenter> makeItemPresenter(ItemPresenter::Events events) = 0;

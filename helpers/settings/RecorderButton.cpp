@@ -33,7 +33,7 @@ void RecorderButton::setTitle(const std::string& title) {
 
 void RecorderButton::setRecording(bool isRecording) {
     if (isRecording && !keyTap_) {
-        keyTap_ = RecorderKeyTap::make(*window(), events_.typed);
+        keyTap_ = RecorderKeyTap::make(*window(), events_.keyTap);
     }
     if (keyTap_) {
         keyTap_->setRecording(isRecording);

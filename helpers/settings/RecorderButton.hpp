@@ -16,7 +16,7 @@ class RecorderButton final : public QPushButton {
         std::function<void()> pressed;
         /// The button's window was shown or closed, which the windowing system did not do on its own account.
         std::function<void(bool isShown)> shown;
-        RecorderKeyTap::Typed typed;  ///< a key event while a shortcut is recorded
+        RecorderKeyTap::Events keyTap;
     };
 
     explicit RecorderButton(Events events);

@@ -10,12 +10,12 @@
 
 namespace vantrel::qt {
 
-std::unique_ptr<RecorderKeyTap> RecorderKeyTap::make(QWidget& window, Typed typed) {
+std::unique_ptr<RecorderKeyTap> RecorderKeyTap::make(QWidget& window, Events events) {
     if (serverConnection() != nullptr) {
-        return std::make_unique<X11KeyTap>(window, std::move(typed));
+        return std::make_unique<X11KeyTap>(window, std::move(events));
     }
 #ifdef VANTREL_WAYLAND
-    return WaylandKeyTap::make(window, std::move(typed));
+    return WaylandKeyTap::make(window, std::move(events));
 #else
     return nullptr;
 #endif
@@ -56,7 +56,7 @@ bool RecorderKeyTap::released(std::uint8_t keycode, std::uint16_t state) {
 
 bool RecorderKeyTap::deliver(const std::optional<KeyEvent>& event) {
     if (event) {
-        typed_(*event);
+        events_.typed(*event);
     }
     return true;
 }

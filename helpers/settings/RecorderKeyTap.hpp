@@ -17,12 +17,16 @@ namespace vantrel::qt {
 /// key that was just recorded.
 class RecorderKeyTap {
   public:
-    /// Gets the key events of a recording.
-    using Typed = std::function<void(const KeyEvent& event)>;
+    struct Events {
+        /// A key event of a recording.
+        std::function<void(const KeyEvent& event)> typed;
+        /// Whether the keyboard is taken, where hot keys have to be let go of for that.
+        std::function<void(bool isTaken)> taken;
+    };
 
     /// The one for the windowing system that Qt runs on; null where there is none. `window` is a top-level window that
     /// outlives the tap.
-    static std::unique_ptr<RecorderKeyTap> make(QWidget& window, Typed typed);
+    static std::unique_ptr<RecorderKeyTap> make(QWidget& window, Events events);
 
     virtual ~RecorderKeyTap() = default;
     RecorderKeyTap(const RecorderKeyTap&) = delete;
@@ -35,7 +39,9 @@ class RecorderKeyTap {
     virtual void letGo() = 0;
 
   protected:
-    explicit RecorderKeyTap(Typed typed) : typed_(std::move(typed)) {}
+    explicit RecorderKeyTap(Events events) : events_(std::move(events)) {}
+
+    void reportTaken(bool isTaken) const { events_.taken(isTaken); }
 
     [[nodiscard]] bool isRecording() const { return isRecording_; }
 
@@ -52,7 +58,7 @@ class RecorderKeyTap {
   private:
     bool deliver(const std::optional<KeyEvent>& event);
 
-    Typed typed_;
+    Events events_;
     bool isRecording_ = false;
 };
 

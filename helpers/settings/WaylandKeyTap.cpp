@@ -9,8 +9,8 @@
 
 namespace vantrel::qt {
 
-std::unique_ptr<RecorderKeyTap> WaylandKeyTap::make(QWidget& window, Typed typed) {
-    return QGuiApplication::platformName() == "wayland" ? std::make_unique<WaylandKeyTap>(window, std::move(typed))
+std::unique_ptr<RecorderKeyTap> WaylandKeyTap::make(QWidget& window, Events events) {
+    return QGuiApplication::platformName() == "wayland" ? std::make_unique<WaylandKeyTap>(window, std::move(events))
                                                         : nullptr;
 }
 
@@ -33,10 +33,15 @@ void WaylandKeyTap::takeKeyboard() {
         keys_.emplace(std::move(*keyboard), x11::KeySet());
     }
     inhibitor_.emplace(window_);
+    // Not every compositor counts hot keys that programs ask for among its shortcuts.
+    reportTaken(true);
 }
 
 void WaylandKeyTap::letGo() {
-    inhibitor_.reset();
+    if (inhibitor_) {
+        inhibitor_.reset();
+        reportTaken(false);
+    }
     keys_.reset();
     if (!isRecording()) {
         QCoreApplication::instance()->removeEventFilter(this);

@@ -16,9 +16,9 @@ namespace vantrel::qt {
 class WaylandKeyTap final : public QObject, public RecorderKeyTap {
   public:
     /// Null where Qt does not run on a Wayland compositor.
-    static std::unique_ptr<RecorderKeyTap> make(QWidget& window, Typed typed);
+    static std::unique_ptr<RecorderKeyTap> make(QWidget& window, Events events);
 
-    WaylandKeyTap(QWidget& window, Typed typed) : RecorderKeyTap(std::move(typed)), window_(window) {}
+    WaylandKeyTap(QWidget& window, Events events) : RecorderKeyTap(std::move(events)), window_(window) {}
     ~WaylandKeyTap() override;
 
     void letGo() override;

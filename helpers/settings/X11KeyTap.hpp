@@ -14,7 +14,7 @@ namespace vantrel::qt {
 /// The key tap of an X server: the keyboard is grabbed, on Qt's own connection.
 class X11KeyTap final : public RecorderKeyTap, public QAbstractNativeEventFilter {
   public:
-    X11KeyTap(QWidget& window, Typed typed) : RecorderKeyTap(std::move(typed)), window_(window) {}
+    X11KeyTap(QWidget& window, Events events) : RecorderKeyTap(std::move(events)), window_(window) {}
     ~X11KeyTap() override;
     X11KeyTap(const X11KeyTap&) = delete;
     X11KeyTap& operator=(const X11KeyTap&) = delete;

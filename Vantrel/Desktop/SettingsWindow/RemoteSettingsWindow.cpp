@@ -19,8 +19,9 @@ std::string beginning(const std::string& text) {
 
 }  // namespace
 
-RemoteSettingsWindow::RemoteSettingsWindow(Helper::Start start)
-    : program_(std::move(start), {.received = [this](const Message& message) { obey(message); },
+RemoteSettingsWindow::RemoteSettingsWindow(Helper::Start start, RecordingChanged recordingChanged)
+    : recordingChanged_(std::move(recordingChanged)),
+      program_(std::move(start), {.received = [this](const Message& message) { obey(message); },
                                   .ended = [this](const std::string& otherVersion) { ended(otherVersion); }}) {}
 
 void RemoteSettingsWindow::setDelegate(std::weak_ptr<PreferencesWindowViewDelegate> delegate) {
@@ -112,6 +113,9 @@ void RemoteSettingsWindow::take(const WindowReport& report) {
         case Kind::recorderPressed:
             recorder->toggleRecording();
             break;
+        case Kind::keyboardTaken:
+            setKeyboardTaken(report.value != 0);
+            break;
         case Kind::key:
             typed(report.key);
             break;
@@ -151,6 +155,12 @@ void RemoteSettingsWindow::typed(const KeyEvent& event) {
     }
 }
 
+void RemoteSettingsWindow::setKeyboardTaken(bool isTaken) {
+    if (std::exchange(isKeyboardTaken_, isTaken) != isTaken) {
+        recordingChanged_(isTaken);
+    }
+}
+
 void RemoteSettingsWindow::shown(bool isShown) {
     isWanted_ = isShown;
     isShown_ = isShown;
@@ -168,6 +178,7 @@ void RemoteSettingsWindow::ended(const std::string& otherVersion) {
     // The next program counts its reports anew.
     content_.lastReport = 0;
     const bool wasWanted = isWanted_;
+    setKeyboardTaken(false);
     shown(false);
     if (!otherVersion.empty()) {
         // An upgrade while the agent runs.

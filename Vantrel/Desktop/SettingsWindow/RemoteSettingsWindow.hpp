@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -15,7 +16,10 @@ namespace vantrel::desktop {
 /// gets all that is to be seen, and reports what the person does.
 class RemoteSettingsWindow final : public PreferencesWindowView, private ShortcutRecorderButton {
   public:
-    explicit RemoteSettingsWindow(Helper::Start start);
+    /// Told whether a recorder has the keyboard, so that no hot key must act.
+    using RecordingChanged = std::function<void(bool isRecording)>;
+
+    RemoteSettingsWindow(Helper::Start start, RecordingChanged recordingChanged);
 
     void setDelegate(std::weak_ptr<PreferencesWindowViewDelegate> delegate) override;
     ShortcutRecorderButton& shortcutRecorderButton() override { return *this; }
@@ -35,12 +39,14 @@ class RemoteSettingsWindow final : public PreferencesWindowView, private Shortcu
     void take(const WindowReport& report);
     void giveRow(const WindowRow& wanted);
     void typed(const KeyEvent& event);
+    void setKeyboardTaken(bool isTaken);
     void shown(bool isShown);
     void ended(const std::string& otherVersion);
     void fail(const std::string& problem, const std::string& flashText);
     void sendContentSoon();
     void sendContent();
 
+    RecordingChanged recordingChanged_;
     std::weak_ptr<PreferencesWindowViewDelegate> delegate_;
     std::weak_ptr<ShortcutRecorderButtonDelegate> recorder_;
     std::uint32_t recordedEvents_ = 0;  ///< the mask of the installed monitor
@@ -49,6 +55,7 @@ class RemoteSettingsWindow final : public PreferencesWindowView, private Shortcu
     std::optional<WindowPlace> place_;
     bool isWanted_ = false;  ///< shown, or about to be
     bool isShown_ = false;
+    bool isKeyboardTaken_ = false;  ///< by the recorder
     LoopSource sending_;
     Helper program_;
 };

@@ -46,11 +46,13 @@ Platform withRealHotKeys(Platform platform, x11::X11Session& x11, PreferencesWin
 }  // namespace
 
 PreferencesWindowViewResult WindowInThisProcess::makePreferencesWindowView() {
-    return {.view = std::make_unique<desktop::RemoteSettingsWindow>([this] {
-                SocketPair pair;
-                link = std::make_unique<qt::AgentLink>(Channel(std::move(pair.second)), [] {});
-                return Channel(std::move(pair.first));
-            }),
+    return {.view = std::make_unique<desktop::RemoteSettingsWindow>(
+                [this] {
+                    SocketPair pair;
+                    link = std::make_unique<qt::AgentLink>(Channel(std::move(pair.second)), [] {});
+                    return Channel(std::move(pair.first));
+                },
+                [](bool) {}),
             .problem = {},
             .flashText = {}};
 }

@@ -108,7 +108,9 @@ class RemoteSettingsWindowTest : public testing::Test {
     std::optional<WindowRowText> rowText;
     std::optional<WindowPlace> place;
     std::shared_ptr<Recorder> recorder = std::make_shared<Recorder>();
-    RemoteSettingsWindow window{[this] { return start(); }};
+    std::vector<bool> recordings;  ///< what was told of them, in order
+    RemoteSettingsWindow window{[this] { return start(); },
+                                [this](bool isRecording) { recordings.push_back(isRecording); }};
     std::shared_ptr<Delegate> delegate = std::make_shared<Delegate>();
 };
 
@@ -199,6 +201,23 @@ TEST_F(RemoteSettingsWindowTest, recorder_pressedAndWindowClosed_areTold) {
     EXPECT_FALSE(window.shortcutRecorderButton().isInWindow());
 }
 
+TEST_F(RemoteSettingsWindowTest, keyboardTakenAndGivenBack_isToldOnceEach) {
+    show();
+    reportAndReceive(Kind::keyboardTaken, 1);
+    reportAndReceive(Kind::keyboardTaken, 1);
+    EXPECT_EQ(recordings, std::vector{true});
+    reportAndReceive(Kind::keyboardTaken, 0);
+    EXPECT_EQ(recordings, (std::vector{true, false}));
+}
+
+TEST_F(RemoteSettingsWindowTest, programDies_keyboardTaken_isGivenBack) {
+    show();
+    reportAndReceive(Kind::keyboardTaken, 1);
+    program = Channel();
+    takeTurns();
+    EXPECT_EQ(recordings, (std::vector{true, false}));
+}
+
 TEST_F(RemoteSettingsWindowTest, rows_areGivenWhenTheyAreAskedFor) {
     show();
     program.send(messageOf(WindowRow{.rowsVersion = content.rowsVersion, .row = 2}));
@@ -263,7 +282,7 @@ TEST_F(RemoteSettingsWindowTest, programOfAnotherVersion_isSaid) {
     // What a program of another version says is not even read.
     SocketPair pair;
     program = Channel();
-    RemoteSettingsWindow other([&] { return Channel(std::move(pair.first)); });
+    RemoteSettingsWindow other([&] { return Channel(std::move(pair.first)); }, [](bool) {});
     other.setDelegate(delegate);
     other.showWindow();
     const std::string packet = encodedPacket({"version", g_variant_new("s", "99.1")});
