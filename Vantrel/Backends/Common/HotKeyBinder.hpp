@@ -33,6 +33,10 @@ class HotKeyBinder {
 
     /// Lets go of a combination that is bound.
     virtual void unbind(const KeyCombination& combination) = 0;
+
+    /// Whether a window of ours is recording a shortcut at present. Combinations that are bound then must reach that
+    /// window, also where the windowing system would catch them all the same.
+    virtual void setRecording(bool /*isRecording*/) {}
 };
 
 }  // namespace vantrel::backend

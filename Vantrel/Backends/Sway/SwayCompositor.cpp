@@ -9,7 +9,7 @@ namespace vantrel::sway {
 
 namespace {
 
-std::vector<std::filesystem::path> placesFor(const wayland::Peer& peer) {
+std::vector<std::filesystem::path> placesFor(const Peer& peer) {
     std::vector<std::filesystem::path> places;
     if (const char* const named = std::getenv("SWAYSOCK")) {
         places.emplace_back(named);
@@ -36,7 +36,7 @@ std::string decimal(double number) {
 std::unique_ptr<wayland::Compositor> SwayCompositor::find(const wayland::CompositorAddress& address) {
     for (const std::filesystem::path& place : placesFor(address.peer)) {
         SwayIpc ipc(place);
-        if (ipc.open() && ipc.peer() == address.peer.processId) {
+        if (ipc.open() && ipc.peer() == address.peer) {
             return std::unique_ptr<SwayCompositor>(new SwayCompositor(std::move(ipc), place, address));
         }
     }
@@ -47,9 +47,10 @@ SwayCompositor::SwayCompositor(SwayIpc commands, const std::filesystem::path& so
                                const wayland::CompositorAddress& address)
     : commands_(std::move(commands)), seat_(address.seat), hotKeys_(commands_, socketFile, address.readKeymap) {}
 
-bool SwayCompositor::warpPointer(wayland::LayoutPoint fromCorner) {
-    return commands_.tell(MessageType::runCommand,
-                          "seat " + seat_ + " cursor set " + decimal(fromCorner.x) + " " + decimal(fromCorner.y));
+bool SwayCompositor::warpPointer(wayland::LayoutPoint place, wayland::LayoutPoint corner) {
+    // Sway counts from that corner.
+    return commands_.tell(MessageType::runCommand, "seat " + seat_ + " cursor set " + decimal(place.x - corner.x) +
+                                                       " " + decimal(place.y - corner.y));
 }
 
 bool SwayCompositor::lookUnderPointer() {

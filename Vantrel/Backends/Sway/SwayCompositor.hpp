@@ -18,8 +18,8 @@ class SwayCompositor final : public wayland::Compositor {
     /// ended, or of the one that this one runs in. Null when the compositor is no sway.
     static std::unique_ptr<wayland::Compositor> find(const wayland::CompositorAddress& address);
 
-    backend::HotKeyBinder& hotKeys() override { return hotKeys_; }
-    bool warpPointer(wayland::LayoutPoint fromCorner) override;
+    backend::HotKeyBinder* hotKeys() override { return &hotKeys_; }
+    bool warpPointer(wayland::LayoutPoint place, wayland::LayoutPoint corner) override;
     void settleWarps(Clock::time_point deadline) override { commands_.settle(deadline); }
     bool lookUnderPointer() override;
 

@@ -63,12 +63,13 @@ struct NamedModifier {
     std::uint32_t bit;
 };
 
-constexpr std::array namedModifiers{NamedModifier{"Shift", shiftModifier},     NamedModifier{"Lock", capsModifier},
-                                    NamedModifier{"Control", controlModifier}, NamedModifier{"Ctrl", controlModifier},
-                                    NamedModifier{"Mod1", altModifier},        NamedModifier{"Alt", altModifier},
-                                    NamedModifier{"Mod2", numModifier},        NamedModifier{"Mod3", mod3Modifier},
-                                    NamedModifier{"Mod4", logoModifier},       NamedModifier{"Super", logoModifier},
-                                    NamedModifier{"Mod5", mod5Modifier}};
+constexpr std::array namedModifiers{
+    NamedModifier{"Shift", wayland::shiftModifier},     NamedModifier{"Lock", wayland::capsModifier},
+    NamedModifier{"Control", wayland::controlModifier}, NamedModifier{"Ctrl", wayland::controlModifier},
+    NamedModifier{"Mod1", wayland::altModifier},        NamedModifier{"Alt", wayland::altModifier},
+    NamedModifier{"Mod2", wayland::numModifier},        NamedModifier{"Mod3", wayland::mod3Modifier},
+    NamedModifier{"Mod4", wayland::logoModifier},       NamedModifier{"Super", wayland::logoModifier},
+    NamedModifier{"Mod5", wayland::mod5Modifier}};
 
 std::optional<std::uint32_t> modifierNamed(const std::string& name) {
     const auto* const found = std::find_if(namedModifiers.begin(), namedModifiers.end(), [&](const auto& modifier) {
@@ -87,8 +88,8 @@ std::vector<std::string> splitAtPlus(const std::string& text) {
 }
 
 /// A combination with one key besides the modifiers; none for mouse buttons, and for several keys at once.
-std::optional<ConfiguredBinding> bindingOf(const std::string& combination, bool byCode) {
-    ConfiguredBinding binding;
+std::optional<wayland::ConfiguredBinding> bindingOf(const std::string& combination, bool byCode) {
+    wayland::ConfiguredBinding binding;
     bool hasKey = false;
     for (const std::string& part : splitAtPlus(combination)) {
         if (const auto modifier = modifierNamed(part)) {
@@ -108,7 +109,7 @@ std::optional<ConfiguredBinding> bindingOf(const std::string& combination, bool 
             binding.keysym = xkb_keysym_from_name(part.c_str(), XKB_KEYSYM_CASE_INSENSITIVE);
         }
     }
-    binding.modifiers &= ~(capsModifier | numModifier);
+    binding.modifiers &= ~(wayland::capsModifier | wayland::numModifier);
     const bool isKnown = binding.keycode != 0 || binding.keysym != XKB_KEY_NoSymbol;
     return isKnown ? std::optional(binding) : std::nullopt;
 }
@@ -134,7 +135,7 @@ class Reader {
         readText(text, file);
     }
 
-    [[nodiscard]] std::vector<ConfiguredBinding> take() { return std::move(bindings_); }
+    [[nodiscard]] std::vector<wayland::ConfiguredBinding> take() { return std::move(bindings_); }
 
   private:
     using Words = std::vector<std::string>;
@@ -285,12 +286,13 @@ class Reader {
 
     std::map<std::string, std::string> variables_;
     std::set<std::filesystem::path> files_;
-    std::vector<ConfiguredBinding> bindings_;
+    std::vector<wayland::ConfiguredBinding> bindings_;
 };
 
 }  // namespace
 
-std::vector<ConfiguredBinding> bindingsInConfiguration(std::string_view text, const std::filesystem::path& mainFile) {
+std::vector<wayland::ConfiguredBinding> bindingsInConfiguration(std::string_view text,
+                                                                const std::filesystem::path& mainFile) {
     Reader reader;
     reader.readMain(text, mainFile);
     return reader.take();

@@ -23,6 +23,16 @@ std::string commandOf(const backend::KeyCombination& combination) {
     return "nop vantrel " + std::to_string(combination.keyCode) + " " + std::to_string(combination.modifiers);
 }
 
+/// "Ctrl+Mod1+40".
+std::string combinationText(std::uint32_t modifiers, xkb_keycode_t keycode) {
+    std::string text;
+    text += (modifiers & wayland::controlModifier) != 0 ? "Ctrl+" : "";
+    text += (modifiers & wayland::altModifier) != 0 ? "Mod1+" : "";
+    text += (modifiers & wayland::shiftModifier) != 0 ? "Shift+" : "";
+    text += (modifiers & wayland::logoModifier) != 0 ? "Mod4+" : "";
+    return text + std::to_string(keycode);
+}
+
 std::string quoted(const std::string& text) {
     std::string result = "\"";
     for (const char character : text) {
@@ -123,9 +133,9 @@ bool SwayHotKeyBinder::learn(Clock::time_point deadline) {
 }
 
 bool SwayHotKeyBinder::isConfigured(const BoundKey& key) const {
-    return std::any_of(configured_.begin(), configured_.end(), [&](const ConfiguredBinding& binding) {
+    return std::any_of(configured_.begin(), configured_.end(), [&](const wayland::ConfiguredBinding& binding) {
         return std::any_of(key.keycodes.begin(), key.keycodes.end(), [&](xkb_keycode_t keycode) {
-            return isMeantBy(binding, key.modifiers, keycode, keymap_.get());
+            return wayland::isMeantBy(binding, key.modifiers, keycode, keymap_.get());
         });
     });
 }
@@ -135,7 +145,8 @@ OSStatus SwayHotKeyBinder::bind(const backend::KeyCombination& combination) {
     if (!learnKeymap(deadline) || !learn(deadline)) {
         return eventHotKeyInvalidErr;
     }
-    BoundKey key{combination, swayModifiers(combination.modifiers), keycodesAt(combination.keyCode, keymap_.get())};
+    BoundKey key{combination, wayland::realModifiers(combination.modifiers),
+                 wayland::keycodesAt(combination.keyCode, keymap_.get())};
     if (key.keycodes.empty()) {
         return eventHotKeyInvalidErr;
     }

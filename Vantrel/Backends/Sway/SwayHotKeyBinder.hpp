@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "Vantrel/Backends/Common/HotKeyBinder.hpp"
-#include "Vantrel/Backends/Sway/SwayBindings.hpp"
 #include "Vantrel/Backends/Sway/SwayIpc.hpp"
+#include "Vantrel/Backends/Wayland/KeyBindings.hpp"
 #include "Vantrel/Backends/Wayland/SeatKeymap.hpp"
 #include "Vantrel/Handles/LoopSource.hpp"
 
@@ -54,7 +54,7 @@ class SwayHotKeyBinder final : public backend::HotKeyBinder {
     ReadKeymap readKeymap_;
     LoopSource listening_;            ///< for events, or for the time to try again
     std::vector<std::string> modes_;  ///< empty until they are asked for, as the configuration is
-    std::vector<ConfiguredBinding> configured_;
+    std::vector<wayland::ConfiguredBinding> configured_;
     wayland::KeymapPointer keymap_;  ///< for the registrations of one moment
     LoopSource forgetKeymap_;
     std::vector<BoundKey> bound_;

@@ -1,14 +1,10 @@
 #include "Vantrel/Backends/Sway/SwayIpc.hpp"
 
-#include <poll.h>
 #include <sys/socket.h>
-#include <sys/un.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
-#include <ctime>
 
 namespace vantrel::sway {
 
@@ -28,37 +24,16 @@ std::uint32_t numberAt(std::string_view text, std::size_t offset) {
 }  // namespace
 
 bool SwayIpc::open() {
-    if (isOpen()) {
-        return true;
+    if (!isOpen()) {
+        socket_ = connectToSocket(socketFile_, SOCK_NONBLOCK);
     }
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    const std::string& path = socketFile_.native();
-    FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-    if (path.empty() || path.size() >= sizeof address.sun_path) {
-        return false;
-    }
-    std::memcpy(static_cast<char*>(address.sun_path), path.c_str(), path.size());
-    if (connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
-        return false;
-    }
-    socket_ = std::move(socket);
-    return true;
+    return isOpen();
 }
 
 void SwayIpc::close() {
     socket_.reset();
     received_.clear();
     unanswered_ = 0;
-}
-
-std::optional<pid_t> SwayIpc::peer() const {
-    ucred credentials{};
-    socklen_t length = sizeof credentials;
-    if (!isOpen() || getsockopt(socket_.get(), SOL_SOCKET, SO_PEERCRED, &credentials, &length) != 0) {
-        return std::nullopt;
-    }
-    return credentials.pid;
 }
 
 bool SwayIpc::send(MessageType type, std::string_view payload) {
@@ -99,7 +74,7 @@ std::optional<std::string> SwayIpc::ask(MessageType type, std::string_view paylo
         if (unanswered_ == 0 && !messages.empty()) {
             return std::move(messages.back().payload);
         }
-        if (messages.empty() && !wait(deadline)) {
+        if (messages.empty() && !waitUntilReadable(socket_.get(), deadline)) {
             break;
         }
     }
@@ -108,24 +83,11 @@ std::optional<std::string> SwayIpc::ask(MessageType type, std::string_view paylo
 
 bool SwayIpc::settle(Clock::time_point deadline) {
     while (isOpen() && unanswered_ > 0) {
-        if (take().empty() && !wait(deadline)) {
+        if (take().empty() && !waitUntilReadable(socket_.get(), deadline)) {
             return false;
         }
     }
     return isOpen();
-}
-
-bool SwayIpc::wait(Clock::time_point deadline) {
-    if (!isOpen()) {
-        return false;
-    }
-    const auto left = std::max(deadline - Clock::now(), Clock::duration::zero());
-    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(left);
-    const timespec timeout{.tv_sec = static_cast<std::time_t>(seconds.count()),
-                           .tv_nsec = static_cast<long>(std::chrono::nanoseconds(left - seconds).count())};
-    pollfd poll{.fd = socket_.get(), .events = POLLIN, .revents = 0};
-    const int ready = ppoll(&poll, 1, &timeout, nullptr);
-    return ready > 0 || (ready < 0 && errno == EINTR);
 }
 
 std::vector<Message> SwayIpc::take() {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <sys/types.h>
-
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
@@ -10,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "Vantrel/Handles/FileDescriptor.hpp"
+#include "Vantrel/Handles/LocalSocket.hpp"
 
 namespace vantrel::sway {
 
@@ -42,8 +40,8 @@ class SwayIpc {
     bool open();
     [[nodiscard]] bool isOpen() const { return socket_.isOpen(); }
     [[nodiscard]] int descriptor() const { return socket_.get(); }
-    /// The process that listens; none when there is no connection.
-    [[nodiscard]] std::optional<pid_t> peer() const;
+    /// Who listens; none when there is no connection.
+    [[nodiscard]] std::optional<Peer> peer() const { return peerOf(descriptor()); }
 
     /// Sends and does not wait: the answer is dropped. False when it cannot be sent.
     bool tell(MessageType type, std::string_view payload);
@@ -59,7 +57,6 @@ class SwayIpc {
 
   private:
     bool send(MessageType type, std::string_view payload);
-    bool wait(Clock::time_point deadline);
     void close();
 
     std::filesystem::path socketFile_;

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "Vantrel/Backends/Common/HotKeyBinder.hpp"
@@ -11,24 +12,30 @@
 
 namespace vantrel::wayland {
 
-/// What one kind of compositor offers through a door of its own, beside the protocols that it shares with others.
+/// What one kind of compositor offers through a door of its own, beside the protocols that it shares with others. What
+/// it does not offer, these do.
 class Compositor {
   public:
     virtual ~Compositor() = default;
 
-    virtual backend::HotKeyBinder& hotKeys() = 0;
+    /// Binds keys; null when it cannot. Asked for once.
+    virtual backend::HotKeyBinder* hotKeys() { return nullptr; }
 
-    /// Moves the pointer to a point that is counted from the corner of the rectangle around all outputs. Does not wait.
+    /// Where the pointer is, earlier warps included; none when it cannot tell, or does not until the deadline: then
+    /// surfaces of ours find it out.
+    virtual std::optional<LayoutPoint> readPointer(Clock::time_point /*deadline*/) { return std::nullopt; }
+
+    /// Moves the pointer to a point of the layout; `corner` is that of the rectangle around all outputs. Does not wait.
     /// False when it cannot: then a virtual pointer does it.
-    virtual bool warpPointer(LayoutPoint fromCorner) = 0;
+    virtual bool warpPointer(LayoutPoint /*place*/, LayoutPoint /*corner*/) { return false; }
 
     /// Waits until earlier warps have taken effect. They go another way than Wayland's requests, which could overtake
     /// them.
-    virtual void settleWarps(Clock::time_point deadline) = 0;
+    virtual void settleWarps(Clock::time_point /*deadline*/) {}
 
     /// Has it look anew what lies under the pointer. Does not wait. False when it cannot: then a virtual pointer does
     /// it.
-    virtual bool lookUnderPointer() = 0;
+    virtual bool lookUnderPointer() { return false; }
 };
 
 /// Where to look for such a door, and what its user may ask of the session.

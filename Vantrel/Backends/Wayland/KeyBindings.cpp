@@ -1,24 +1,13 @@
-#include "Vantrel/Backends/Sway/SwayBindings.hpp"
+#include "Vantrel/Backends/Wayland/KeyBindings.hpp"
 
 #include <algorithm>
-#include <array>
 #include <span>
 
 #include "Vantrel/Backends/Common/KeyPlaces.hpp"
 
-namespace vantrel::sway {
+namespace vantrel::wayland {
 
 namespace {
-
-struct ModifierName {
-    std::uint32_t carbon;
-    std::uint32_t sway;
-    std::string_view name;
-};
-
-constexpr std::array modifierNames{
-    ModifierName{controlKey, controlModifier, "Ctrl"}, ModifierName{optionKey, altModifier, "Mod1"},
-    ModifierName{shiftKey, shiftModifier, "Shift"}, ModifierName{cmdKey, logoModifier, "Mod4"}};
 
 std::span<const xkb_keysym_t> keysymsOf(xkb_keymap* keymap, xkb_keycode_t keycode, xkb_layout_index_t layout,
                                         xkb_level_index_t level) {
@@ -29,11 +18,12 @@ std::span<const xkb_keysym_t> keysymsOf(xkb_keymap* keymap, xkb_keycode_t keycod
 
 }  // namespace
 
-std::uint32_t swayModifiers(std::uint32_t carbonModifiers) {
+std::uint32_t realModifiers(std::uint32_t carbonModifiers) {
     std::uint32_t modifiers = 0;
-    for (const ModifierName& modifier : modifierNames) {
-        modifiers |= (carbonModifiers & modifier.carbon) != 0 ? modifier.sway : 0;
-    }
+    modifiers |= (carbonModifiers & controlKey) != 0 ? controlModifier : 0;
+    modifiers |= (carbonModifiers & optionKey) != 0 ? altModifier : 0;
+    modifiers |= (carbonModifiers & shiftKey) != 0 ? shiftModifier : 0;
+    modifiers |= (carbonModifiers & cmdKey) != 0 ? logoModifier : 0;
     return modifiers;
 }
 
@@ -48,15 +38,9 @@ std::vector<xkb_keycode_t> keycodesAt(std::uint32_t virtualKeyCode, xkb_keymap* 
     return keycodes;
 }
 
-std::string combinationText(std::uint32_t modifiers, xkb_keycode_t keycode) {
-    std::string text;
-    for (const ModifierName& modifier : modifierNames) {
-        if ((modifiers & modifier.sway) != 0) {
-            text += modifier.name;
-            text += '+';
-        }
-    }
-    return text + std::to_string(keycode);
+xkb_keysym_t firstKeysymOf(xkb_keycode_t keycode, xkb_keymap* keymap) {
+    const auto keysyms = keysymsOf(keymap, keycode, 0, 0);
+    return keysyms.empty() ? XKB_KEY_NoSymbol : keysyms.front();
 }
 
 bool isMeantBy(const ConfiguredBinding& binding, std::uint32_t modifiers, xkb_keycode_t keycode, xkb_keymap* keymap) {
@@ -77,4 +61,4 @@ bool isMeantBy(const ConfiguredBinding& binding, std::uint32_t modifiers, xkb_ke
     return false;
 }
 
-}  // namespace vantrel::sway
+}  // namespace vantrel::wayland

@@ -8,9 +8,9 @@
 
 #include "Vantrel/Backends/Common/HotKeyBinder.hpp"
 
-namespace vantrel::sway {
+namespace vantrel::wayland {
 
-// Bits of a binding's modifiers, as sway has them.
+// Bits of a binding's modifiers: XKB's real modifiers, with what they are on an ordinary keyboard.
 inline constexpr std::uint32_t shiftModifier = 1U << 0U;
 inline constexpr std::uint32_t capsModifier = 1U << 1U;
 inline constexpr std::uint32_t controlModifier = 1U << 2U;
@@ -22,7 +22,7 @@ inline constexpr std::uint32_t mod5Modifier = 1U << 7U;
 
 /// A key with modifiers that a person's configuration binds.
 struct ConfiguredBinding {
-    std::string mode;
+    std::string mode;             ///< the compositor's, in which it counts
     std::uint32_t modifiers = 0;  ///< without the locks
     /// By place (bindcode), or by symbol (bindsym) where it is 0.
     xkb_keycode_t keycode = 0;
@@ -31,16 +31,16 @@ struct ConfiguredBinding {
     bool operator==(const ConfiguredBinding&) const = default;
 };
 
-/// Carbon's four modifiers as sway's bits.
-std::uint32_t swayModifiers(std::uint32_t carbonModifiers);
+/// Carbon's four modifiers as these bits.
+std::uint32_t realModifiers(std::uint32_t carbonModifiers);
 
 /// The keycodes of a place on that keyboard; empty when it has no such key.
 std::vector<xkb_keycode_t> keycodesAt(std::uint32_t virtualKeyCode, xkb_keymap* keymap);
 
-/// "Ctrl+Mod1+40".
-std::string combinationText(std::uint32_t modifiers, xkb_keycode_t keycode);
+/// What the key types in the first layout, without modifiers; XKB_KEY_NoSymbol for nothing.
+xkb_keysym_t firstKeysymOf(xkb_keycode_t keycode, xkb_keymap* keymap);
 
 /// Whether the binding is meant when that key is pressed with these modifiers, in any of the keyboard's layouts.
 bool isMeantBy(const ConfiguredBinding& binding, std::uint32_t modifiers, xkb_keycode_t keycode, xkb_keymap* keymap);
 
-}  // namespace vantrel::sway
+}  // namespace vantrel::wayland

@@ -4,18 +4,18 @@
 #include <sys/file.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <chrono>
-#include <cstring>
 #include <optional>
 #include <string_view>
 #include <thread>
 #include <utility>
+
+#include "Vantrel/Handles/LocalSocket.hpp"
 
 namespace vantrel::wayland {
 
@@ -39,22 +39,8 @@ std::filesystem::path placeFor(const std::filesystem::path& runtimeDirectory, co
     return runtimeDirectory / ("vantrel-" + name);
 }
 
-std::optional<sockaddr_un> addressOf(const std::filesystem::path& file) {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    if (file.native().size() >= sizeof address.sun_path) {
-        return std::nullopt;
-    }
-    std::memcpy(static_cast<char*>(address.sun_path), file.c_str(), file.native().size());
-    return address;
-}
-
 FileDescriptor connectTo(const std::filesystem::path& file) {
-    const auto address = addressOf(file);
-    FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    if (!address || connect(socket.get(), reinterpret_cast<const sockaddr*>(&*address), sizeof *address) != 0) {
-        return {};
-    }
+    FileDescriptor socket = connectToSocket(file);
     const timeval patience{.tv_sec = receiptDeadline.count(), .tv_usec = 0};
     setsockopt(socket.get(), SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
     setsockopt(socket.get(), SOL_SOCKET, SO_SNDTIMEO, &patience, sizeof patience);
@@ -74,9 +60,8 @@ bool sendAll(int socket, std::string_view text) {
 
 /// Whether the process at the other end is this user's.
 bool isOurs(int socket) {
-    ucred peer{};
-    socklen_t length = sizeof peer;
-    return getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &length) == 0 && (peer.uid == geteuid() || peer.uid == 0);
+    const auto peer = peerOf(socket);
+    return peer && (peer->user == geteuid() || peer->user == 0);
 }
 
 std::vector<std::string> splitAtNuls(std::string_view text) {
@@ -124,7 +109,7 @@ bool SessionSocket::claim() {
     if (!lock.isOpen() || flock(lock.get(), LOCK_EX | LOCK_NB) != 0) {
         return false;
     }
-    const auto address = addressOf(socketFile_);
+    const auto address = socketAddress(socketFile_);
     FileDescriptor listener(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
     if (!address || !listener.isOpen()) {
         return false;

@@ -1,35 +1,11 @@
 #include "Vantrel/Backends/Wayland/WaylandConnection.hpp"
 
-#include <poll.h>
-#include <sys/socket.h>
-
-#include <algorithm>
 #include <cerrno>
 #include <cstdarg>
 #include <cstdlib>
-#include <ctime>
 #include <utility>
 
 namespace vantrel::wayland {
-
-namespace {
-
-/// Waits for the descriptor; false at the deadline.
-bool waitUntilReadable(int descriptor, Clock::time_point deadline) {
-    while (true) {
-        const auto left = std::max(deadline - Clock::now(), Clock::duration::zero());
-        const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(left);
-        const timespec timeout{.tv_sec = static_cast<std::time_t>(seconds.count()),
-                               .tv_nsec = static_cast<long>(std::chrono::nanoseconds(left - seconds).count())};
-        pollfd poll{.fd = descriptor, .events = POLLIN, .revents = 0};
-        const int ready = ppoll(&poll, 1, &timeout, nullptr);
-        if (ready >= 0 || errno != EINTR) {
-            return ready > 0;
-        }
-    }
-}
-
-}  // namespace
 
 std::unique_ptr<WaylandConnection> WaylandConnection::open(std::string& error) {
     // The library would write lines of its own on stderr.
@@ -42,15 +18,6 @@ std::unique_ptr<WaylandConnection> WaylandConnection::open(std::string& error) {
     }
     // The constructor is private, so make_unique cannot reach it.
     return std::unique_ptr<WaylandConnection>(new WaylandConnection(std::move(display)));
-}
-
-std::optional<Peer> WaylandConnection::peer() const {
-    ucred credentials{};
-    socklen_t length = sizeof credentials;
-    if (getsockopt(wl_display_get_fd(get()), SOL_SOCKET, SO_PEERCRED, &credentials, &length) != 0) {
-        return std::nullopt;
-    }
-    return Peer{credentials.pid, credentials.uid};
 }
 
 std::string WaylandConnection::endReason() const {

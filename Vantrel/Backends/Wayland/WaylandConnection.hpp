@@ -1,7 +1,5 @@
 #pragma once
 
-#include <sys/types.h>
-
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -9,16 +7,11 @@
 #include <string>
 
 #include "Vantrel/Backends/Wayland/WaylandHandles.hpp"
+#include "Vantrel/Handles/LocalSocket.hpp"
 
 namespace vantrel::wayland {
 
 using Clock = std::chrono::steady_clock;
-
-/// The process at the other end of a connection.
-struct Peer {
-    pid_t processId = 0;
-    uid_t user = 0;
-};
 
 /// One connection to a Wayland compositor. Events are given to the objects' listeners as soon as they are read, also
 /// while somebody waits: so a listener only notes what it is told, and calls nobody.
@@ -36,7 +29,7 @@ class WaylandConnection {
     [[nodiscard]] std::string endReason() const;
 
     /// The compositor's process; none where the system does not tell.
-    [[nodiscard]] std::optional<Peer> peer() const;
+    [[nodiscard]] std::optional<Peer> peer() const { return peerOf(wl_display_get_fd(get())); }
 
     /// Sends what was asked for; false when the socket takes no more at present.
     bool flush();

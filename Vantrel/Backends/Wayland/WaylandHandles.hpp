@@ -5,6 +5,7 @@
 #include <wlr-layer-shell-unstable-v1.h>
 #include <wlr-virtual-pointer-unstable-v1.h>
 #include <xdg-output-unstable-v1.h>
+#include <xx-hotkey-v1.h>
 
 #include <memory>
 
@@ -29,6 +30,8 @@ struct WaylandDeleter {
     void operator()(zxdg_output_v1* object) const { zxdg_output_v1_destroy(object); }
     void operator()(zwlr_layer_shell_v1* object) const { wl_proxy_destroy(reinterpret_cast<wl_proxy*>(object)); }
     void operator()(zwlr_layer_surface_v1* object) const { zwlr_layer_surface_v1_destroy(object); }
+    void operator()(xx_hotkey_manager_v1* object) const { xx_hotkey_manager_v1_destroy(object); }
+    void operator()(xx_hotkey_v1* object) const { xx_hotkey_v1_destroy(object); }
     void operator()(zwlr_virtual_pointer_manager_v1* object) const { zwlr_virtual_pointer_manager_v1_destroy(object); }
     void operator()(zwlr_virtual_pointer_v1* object) const { zwlr_virtual_pointer_v1_destroy(object); }
 };

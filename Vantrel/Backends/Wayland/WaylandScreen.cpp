@@ -44,10 +44,14 @@ std::optional<CGPoint> WaylandScreen::pointer() {
     }
     const Clock::time_point deadline = Clock::now() + readingTime;
     refreshLayout();
-    if (compositor_ != nullptr) {
-        compositor_->settleWarps(deadline);
+    auto place = compositor_ == nullptr ? std::nullopt : compositor_->readPointer(deadline);
+    if (!place) {
+        if (compositor_ != nullptr) {
+            compositor_->settleWarps(deadline);
+        }
+        place = reader_.read(outputs_, deadline);
     }
-    if (const auto place = reader_.read(outputs_, deadline)) {
+    if (place) {
         freshPointer_ = CGPoint{place->x - layout_.originX, place->y - layout_.originY};
     }
     return freshPointer_;
@@ -59,7 +63,7 @@ void WaylandScreen::warpPointer(CGPoint position) {
         return;
     }
     const LayoutPoint place{position.x + layout_.originX + lead, position.y + layout_.originY + lead};
-    if (compositor_ == nullptr || !compositor_->warpPointer({place.x - corner_.x, place.y - corner_.y})) {
+    if (compositor_ == nullptr || !compositor_->warpPointer(place, corner_)) {
         pointers_.warp(outputs_, place);
         connection_.flush();
     }

@@ -6,6 +6,7 @@
 
 #include "Vantrel/Backends/Common/DisplayList.hpp"
 #include "Vantrel/Backends/Common/HotKeyRegistry.hpp"
+#include "Vantrel/Backends/Wayland/HotKeyProtocolBinder.hpp"
 #include "Vantrel/Backends/Wayland/OverlayReader.hpp"
 #include "Vantrel/Backends/Wayland/SessionSocket.hpp"
 #include "Vantrel/Backends/Wayland/UnboundHotKeys.hpp"
@@ -77,13 +78,19 @@ struct WaylandSession::Globals {
 
 /// What an agent works with. A start that only hands over its URLs has no use for it.
 struct WaylandSession::Abilities {
-    Abilities(WaylandConnection& connection, const Globals& globals, Seat& seat, const Outputs& outputs,
-              const std::vector<CompositorFinder>& finders)
+    Abilities(WaylandConnection& connection, const Registry& registry, const Globals& globals, Seat& seat,
+              const Outputs& outputs, const std::vector<CompositorFinder>& finders)
         : pointers(*globals.pointers, seat),
           reader(connection, {*globals.compositor, *globals.shm, *globals.viewporter, *globals.layerShell}, seat,
                  pointers, [this] { lookUnderPointer(); }),
           compositor(find(connection, seat, finders)),
-          screen(connection, outputs, reader, pointers, compositor.get()) {
+          screen(connection, outputs, reader, pointers, compositor.get()),
+          protocolBinder(HotKeyProtocolBinder::isOffered(registry)
+                             ? std::make_unique<HotKeyProtocolBinder>(connection, registry, seat)
+                             : nullptr),
+          binder(protocolBinder ? protocolBinder.get()
+                 : compositor   ? compositor->hotKeys()
+                                : nullptr) {
         screen.refreshLayout();
     }
 
@@ -104,11 +111,11 @@ struct WaylandSession::Abilities {
         return nullptr;
     }
 
-    static std::unique_ptr<HotKeyServices> makeHotKeys(Compositor* compositor) {
-        if (compositor == nullptr) {
+    static std::unique_ptr<HotKeyServices> makeHotKeys(backend::HotKeyBinder* binder) {
+        if (binder == nullptr) {
             return std::make_unique<UnboundHotKeys>();
         }
-        return std::make_unique<backend::HotKeyRegistry>(compositor->hotKeys());
+        return std::make_unique<backend::HotKeyRegistry>(*binder);
     }
 
     void lookUnderPointer() {
@@ -123,7 +130,9 @@ struct WaylandSession::Abilities {
     WaylandScreen screen;
     backend::DisplayList displays{screen.layout(), [this] { screen.refreshLayout(); }};
     WaylandCursor cursor{screen};
-    std::unique_ptr<HotKeyServices> hotKeys = makeHotKeys(compositor.get());
+    std::unique_ptr<HotKeyProtocolBinder> protocolBinder;
+    backend::HotKeyBinder* binder;  ///< null where no program binds keys
+    std::unique_ptr<HotKeyServices> hotKeys = makeHotKeys(binder);
 };
 
 struct WaylandSession::Parts {
@@ -171,8 +180,8 @@ WaylandSession::Abilities& WaylandSession::abilities() {
     if (!parts_->abilities) {
         // The outputs and the seat tell of themselves.
         parts_->connection->synchronize(Clock::now() + startDeadline);
-        parts_->abilities = std::make_unique<Abilities>(*parts_->connection, parts_->globals, parts_->seat,
-                                                        parts_->outputs, parts_->finders);
+        parts_->abilities = std::make_unique<Abilities>(*parts_->connection, *parts_->registry, parts_->globals,
+                                                        parts_->seat, parts_->outputs, parts_->finders);
     }
     return *parts_->abilities;
 }
@@ -216,6 +225,12 @@ void WaylandSession::attach(Events events) {
                     }
                 },
             .connectionLost = [this, ended = std::move(events.ended)] { ended(parts_->connection->endReason()); }});
+}
+
+void WaylandSession::setRecording(bool isRecording) {
+    if (abilities().binder != nullptr) {
+        abilities().binder->setRecording(isRecording);
+    }
 }
 
 std::unique_ptr<ItemPresenter> WaylandSession::makeItemPresenter(ItemPresenter::Events /*events*/) {

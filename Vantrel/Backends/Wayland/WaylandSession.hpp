@@ -29,6 +29,7 @@ class WaylandSession final : public DisplaySession {
     bool claim() override;
     bool handOver(const std::vector<std::string>& urls) override;
     void attach(Events events) override;
+    void setRecording(bool isRecording) override;
     /// That program speaks to X servers only.
     [[nodiscard]] std::string windowingSystem() const override { return "wayland"; }
     /// Wayland has no tray of its own.

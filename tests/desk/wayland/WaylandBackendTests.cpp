@@ -103,7 +103,8 @@ std::vector<Arrangement> arrangements() {
 }
 
 INSTANTIATE_TEST_SUITE_P(Compositors, WaylandArrangement,
-                         testing::Combine(testing::ValuesIn(installedCompositors()), testing::ValuesIn(arrangements())),
+                         testing::Combine(testing::ValuesIn(compositorsWithProtocols()),
+                                          testing::ValuesIn(arrangements())),
                          [](const auto& test) {
                              return std::get<0>(test.param).name + "_" + std::get<1>(test.param).name;
                          });
@@ -125,7 +126,7 @@ class WaylandBackend : public testing::TestWithParam<CompositorKind> {
     std::unique_ptr<wayland::WaylandSession> session;
 };
 
-INSTANTIATE_TEST_SUITE_P(Compositors, WaylandBackend, testing::ValuesIn(installedCompositors()), nameOfKind);
+INSTANTIATE_TEST_SUITE_P(Compositors, WaylandBackend, testing::ValuesIn(compositorsWithProtocols()), nameOfKind);
 
 TEST_P(WaylandBackend, displays_scaledAndTurned_areInPoints) {
     start({{.mode = "1500x1000", .scale = "1.25"}, {.mode = "800x600", .x = -600, .y = -50, .transform = "90"}});

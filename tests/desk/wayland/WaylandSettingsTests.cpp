@@ -1,6 +1,7 @@
-// The settings window in a sway session.
+// The settings window in Wayland sessions whose compositor binds keys.
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <nlohmann/json.hpp>
 
 #include "tests/desk/status/ItemProcess.hpp"
@@ -8,17 +9,32 @@
 #include "tests/desk/status/TestPanel.hpp"
 #include "tests/desk/support/ProcessActivity.hpp"
 #include "tests/desk/support/SessionBus.hpp"
+#include "tests/desk/wayland/support/WaylandDesk.hpp"
+#ifdef VANTREL_SWAY
 #include "tests/desk/wayland/support/SwayDesk.hpp"
+#endif
+#ifdef VANTREL_HYPRLAND
+#include "tests/desk/wayland/support/HyprlandDesk.hpp"
+#endif
 
 namespace vantrel::desk {
 namespace {
 
 constexpr int settingsRow = 11;
 constexpr std::string_view space = "SPCE", escape = "ESC", enter = "RTRN";
-constexpr LayoutPoint onMain = SwayDesk::onMain;
-constexpr LayoutPoint centreOfSecond = SwayDesk::centreOfSecond;
+constexpr LayoutPoint onMain = WaylandDesk::onMain;
+constexpr LayoutPoint centreOfSecond = WaylandDesk::centreOfSecond;
 
-/// The name of the window that has the keyboard; empty for none.
+/// A kind of session, and what only its compositor knows.
+struct Session {
+    std::string name;
+    std::function<std::unique_ptr<WaylandDesk>()> start;
+    /// The name of the window that has the keyboard; empty for none.
+    std::function<std::string(WaylandDesk& desk)> focusedWindow;
+    std::function<void(WaylandDesk& desk)> goToAnotherWorkspace;
+};
+
+#ifdef VANTREL_SWAY
 std::string focusedWindow(const nlohmann::json& tree) {
     if (tree.value("focused", false)) {
         return tree["name"].is_string() && tree.contains("pid") ? tree["name"].get<std::string>() : "";
@@ -33,9 +49,48 @@ std::string focusedWindow(const nlohmann::json& tree) {
     return "";
 }
 
-class SwaySettings : public testing::Test {
+Session sway() {
+    constexpr std::uint32_t getTree = 4;
+    const auto control = [](WaylandDesk& desk) -> SwayControl& { return static_cast<SwayDesk&>(desk).control(); };
+    return {.name = "sway",
+            .start = [] { return std::make_unique<SwayDesk>(); },
+            .focusedWindow =
+                [=](WaylandDesk& desk) { return focusedWindow(nlohmann::json::parse(control(desk).ask(getTree))); },
+            .goToAnotherWorkspace = [=](WaylandDesk& desk) { control(desk).run("workspace 9"); }};
+}
+#endif
+
+#ifdef VANTREL_HYPRLAND
+Session hyprland() {
+    const auto process = [](WaylandDesk& desk) -> HyprlandProcess& {
+        return static_cast<HyprlandDesk&>(desk).hyprland();
+    };
+    return {
+        .name = "hyprland",
+        .start = [] { return std::make_unique<HyprlandDesk>(); },
+        .focusedWindow =
+            [=](WaylandDesk& desk) {
+                return nlohmann::json::parse(process(desk).ask("j/activewindow"), nullptr, false).value("title", "");
+            },
+        .goToAnotherWorkspace =
+            [=](WaylandDesk& desk) { process(desk).evaluate("hl.dispatch(hl.dsp.focus({ workspace = 9 }))"); }};
+}
+#endif
+
+std::vector<Session> sessions() {
+    std::vector<Session> found;
+#ifdef VANTREL_SWAY
+    found.push_back(sway());
+#endif
+#ifdef VANTREL_HYPRLAND
+    found.push_back(hyprland());
+#endif
+    return found;
+}
+
+class WaylandSettings : public testing::TestWithParam<Session> {
   protected:
-    SwaySettings() : panel(bus.address()) {
+    WaylandSettings() : panel(bus.address()) {
         desk.environment().set("DBUS_SESSION_BUS_ADDRESS", bus.address());
         agent = desk.startAgent();
         if (!panel.waitForRegistrations(1)) {
@@ -52,10 +107,7 @@ class SwaySettings : public testing::Test {
         ASSERT_TRUE(program);
     }
 
-    bool hasKeyboard() {
-        constexpr std::uint32_t getTree = 4;
-        return focusedWindow(nlohmann::json::parse(desk.control().ask(getTree))) == "Vantrel Settings";
-    }
+    bool hasKeyboard() { return GetParam().focusedWindow(desk) == "Vantrel Settings"; }
 
     /// Presses the recorder's button, which has the focus, and waits until all that comes of it is done.
     void startRecording() {
@@ -74,7 +126,8 @@ class SwaySettings : public testing::Test {
         return waitOnBus([&] { return item->rows().at(11).label == "Shortcut: " + shortcut; });
     }
 
-    SwayDesk desk;
+    std::unique_ptr<WaylandDesk> session = GetParam().start();
+    WaylandDesk& desk = *session;
     SessionBus bus;
     TestPanel panel;
     std::unique_ptr<AgentProcess> agent;
@@ -82,7 +135,10 @@ class SwaySettings : public testing::Test {
     std::optional<pid_t> program;
 };
 
-TEST_F(SwaySettings, chord_recorded_isTheHotKeyFromThenOn) {
+INSTANTIATE_TEST_SUITE_P(Sessions, WaylandSettings, testing::ValuesIn(sessions()),
+                         [](const auto& test) { return test.param.name; });
+
+TEST_P(WaylandSettings, chord_recorded_isTheHotKeyFromThenOn) {
     openSettings();
     startRecording();
     desk.person().type({keys::control, keys::option, space});
@@ -92,7 +148,7 @@ TEST_F(SwaySettings, chord_recorded_isTheHotKeyFromThenOn) {
     EXPECT_TRUE(desk.jump({keys::control, keys::option, space}, centreOfSecond));
 }
 
-TEST_F(SwaySettings, ownHotKey_typedIntoTheRecorder_isRecordedAndNotCarriedOut) {
+TEST_P(WaylandSettings, ownHotKey_typedIntoTheRecorder_isRecordedAndNotCarriedOut) {
     desk.person().moveTo(onMain);
     openSettings();
     startRecording();
@@ -107,16 +163,16 @@ TEST_F(SwaySettings, ownHotKey_typedIntoTheRecorder_isRecordedAndNotCarriedOut) 
         << "the chord was carried out while it was recorded: " << desk.person().pointer().value_or(LayoutPoint{});
 }
 
-TEST_F(SwaySettings, openedAgainBehindAnotherWindow_getsTheKeyboard) {
+TEST_P(WaylandSettings, openedAgainBehindAnotherWindow_getsTheKeyboard) {
     openSettings();
-    desk.control().run("workspace 9");
+    GetParam().goToAnotherWorkspace(desk);
     ASSERT_TRUE(waitUntil([this] { return !hasKeyboard(); }));
     // Until its program knows, too.
     ASSERT_TRUE(waitUntilAtRest(*program));
     openSettings();
 }
 
-TEST_F(SwaySettings, closedWhileRecording_compositorsShortcutsAreBack) {
+TEST_P(WaylandSettings, closedWhileRecording_compositorsShortcutsAreBack) {
     openSettings();
     startRecording();
     desk.person().type({escape});

@@ -11,21 +11,22 @@
 namespace vantrel::sway {
 namespace {
 
-constexpr std::uint32_t hyper = controlModifier | altModifier | shiftModifier | logoModifier;
+constexpr std::uint32_t hyper =
+    wayland::controlModifier | wayland::altModifier | wayland::shiftModifier | wayland::logoModifier;
 
-std::vector<ConfiguredBinding> bindingsIn(std::string_view text) {
+std::vector<wayland::ConfiguredBinding> bindingsIn(std::string_view text) {
     return bindingsInConfiguration(text, "/nowhere/config");
 }
 
-ConfiguredBinding symbol(std::uint32_t modifiers, xkb_keysym_t keysym, const std::string& mode = "default") {
+wayland::ConfiguredBinding symbol(std::uint32_t modifiers, xkb_keysym_t keysym, const std::string& mode = "default") {
     return {.mode = mode, .modifiers = modifiers, .keycode = 0, .keysym = keysym};
 }
 
-ConfiguredBinding code(std::uint32_t modifiers, xkb_keycode_t keycode, const std::string& mode = "default") {
+wayland::ConfiguredBinding code(std::uint32_t modifiers, xkb_keycode_t keycode, const std::string& mode = "default") {
     return {.mode = mode, .modifiers = modifiers, .keycode = keycode, .keysym = XKB_KEY_NoSymbol};
 }
 
-using Bindings = std::vector<ConfiguredBinding>;
+using Bindings = std::vector<wayland::ConfiguredBinding>;
 
 struct Line {
     const char* name;
@@ -44,22 +45,22 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Line{"symbol", "bindsym Ctrl+Mod1+Shift+Mod4+d exec foot", {symbol(hyper, XKB_KEY_d)}},
         Line{"otherNames", "bindsym control+ALT+shift+Super+D exec foot", {symbol(hyper, XKB_KEY_d)}},
-        Line{"place", "bindcode Ctrl+Mod1+40 exec foot", {code(controlModifier | altModifier, 40)}},
+        Line{"place", "bindcode Ctrl+Mod1+40 exec foot", {code(wayland::controlModifier | wayland::altModifier, 40)}},
         Line{"options",
              "bindsym --to-code --locked --input-device=1:2:x Mod4+Left exec a b",
-             {symbol(logoModifier, XKB_KEY_Left)}},
-        Line{"locksDoNotCount", "bindsym Mod2+Lock+Mod4+d nop", {symbol(logoModifier, XKB_KEY_d)}},
-        Line{"quoted", "bindsym \"Mod4+d\" exec foot", {symbol(logoModifier, XKB_KEY_d)}},
+             {symbol(wayland::logoModifier, XKB_KEY_Left)}},
+        Line{"locksDoNotCount", "bindsym Mod2+Lock+Mod4+d nop", {symbol(wayland::logoModifier, XKB_KEY_d)}},
+        Line{"quoted", "bindsym \"Mod4+d\" exec foot", {symbol(wayland::logoModifier, XKB_KEY_d)}},
         Line{"noModifier", "  bindsym XF86AudioMute exec foot  ", {symbol(0, XKB_KEY_XF86AudioMute)}},
-        Line{"oneLayout", "bindsym Group2+Mod4+d exec foot", {symbol(logoModifier, XKB_KEY_d)}},
+        Line{"oneLayout", "bindsym Group2+Mod4+d exec foot", {symbol(wayland::logoModifier, XKB_KEY_d)}},
         Line{"mouseButton", "bindsym --whole-window button4 nop", {}}, Line{"severalKeys", "bindsym a+b exec foot", {}},
         Line{"unknownKey", "bindsym Mod4+NoSuchKey exec foot", {}}, Line{"comment", "# bindsym Mod4+d exec foot", {}},
         Line{"somethingElse", "exec bindsym Mod4+d", {}}, Line{"nothing", "bindsym", {}},
-        Line{"continued", "bindsym \\\n  Mod4+d \\\n  exec foot", {symbol(logoModifier, XKB_KEY_d)}},
+        Line{"continued", "bindsym \\\n  Mod4+d \\\n  exec foot", {symbol(wayland::logoModifier, XKB_KEY_d)}},
         Line{"taken away",
              "bindsym Mod4+d nop\nbindsym Mod4+e nop\nunbindsym Mod4+d",
-             {symbol(logoModifier, XKB_KEY_e)}},
-        Line{"mode", "mode resize bindsym Mod4+d nop", {symbol(logoModifier, XKB_KEY_d, "resize")}},
+             {symbol(wayland::logoModifier, XKB_KEY_e)}},
+        Line{"mode", "mode resize bindsym Mod4+d nop", {symbol(wayland::logoModifier, XKB_KEY_d, "resize")}},
         Line{"modeBlock",
              "mode \"to go\" {\n  bindsym d nop\n  bindcode 40 nop\n}\nbindsym e nop",
              {symbol(0, XKB_KEY_d, "to go"), code(0, 40, "to go"), symbol(0, XKB_KEY_e)}},
@@ -68,7 +69,7 @@ INSTANTIATE_TEST_SUITE_P(
              {symbol(0, XKB_KEY_d, "m"), symbol(0, XKB_KEY_e)}},
         Line{"symbolBlock",
              "bindsym --locked {\n Mod4+d nop\n Mod4+e nop\n}",
-             {symbol(logoModifier, XKB_KEY_d), symbol(logoModifier, XKB_KEY_e)}},
+             {symbol(wayland::logoModifier, XKB_KEY_d), symbol(wayland::logoModifier, XKB_KEY_e)}},
         Line{"blockInBlock",
              "mode m {\nbindcode {\n40 nop\n}\nbindsym e nop\n}",
              {code(0, 40, "m"), symbol(0, XKB_KEY_e, "m")}},
@@ -77,10 +78,10 @@ INSTANTIATE_TEST_SUITE_P(
              {symbol(0, XKB_KEY_e)}},
         Line{"variables",
              "set $mod Mod4\nset $modifier Ctrl+$mod\nbindsym $modifier+d nop",
-             {symbol(controlModifier | logoModifier, XKB_KEY_d)}},
+             {symbol(wayland::controlModifier | wayland::logoModifier, XKB_KEY_d)}},
         Line{"variableForAll",
              "set $k Mod4+d\nset $m my mode\nmode \"$m\" bindsym $k nop",
-             {symbol(logoModifier, XKB_KEY_d, "my mode")}},
+             {symbol(wayland::logoModifier, XKB_KEY_d, "my mode")}},
         Line{"variableThatIsNot", "bindsym $none+d nop", {}}, Line{"modeWithoutMore", "mode", {}},
         Line{"bracesThatDoNotMatch", "}\n}\nbindsym e nop\nmode m {", {symbol(0, XKB_KEY_e)}}),
     [](const auto& test) {
@@ -120,8 +121,8 @@ TEST_F(SwayInclude, variables_holdInBothFiles) {
     write("sub dir/keys", "bindsym $mod+d nop\nset $other Ctrl\ninclude more\n");
     write("sub dir/more", "bindsym $other+e nop\n");
     EXPECT_EQ(bindings("set $mod Mod4\nset $dir sub\\ dir\ninclude \"sub dir/keys\"\nbindsym $other+f nop"),
-              (Bindings{symbol(logoModifier, XKB_KEY_d), symbol(controlModifier, XKB_KEY_e),
-                        symbol(controlModifier, XKB_KEY_f)}));
+              (Bindings{symbol(wayland::logoModifier, XKB_KEY_d), symbol(wayland::controlModifier, XKB_KEY_e),
+                        symbol(wayland::controlModifier, XKB_KEY_f)}));
 }
 
 TEST_F(SwayInclude, environmentVariable_isResolved) {

@@ -62,7 +62,7 @@ class SwayIpcTest : public testing::Test {
 };
 
 TEST_F(SwayIpcTest, peer_isTheProcessThatListens) {
-    EXPECT_EQ(ipc.peer(), getpid());
+    EXPECT_EQ(ipc.peer(), (Peer{.processId = getpid(), .user = geteuid()}));
     EXPECT_EQ(SwayIpc("").peer(), std::nullopt);
     EXPECT_FALSE(SwayIpc(directory.path() / "none").open());
 }

@@ -3,38 +3,33 @@
 
 #include <memory>
 
-#include "Vantrel/Backends/Sway/SwayBindings.hpp"
+#include "Vantrel/Backends/Wayland/KeyBindings.hpp"
 #include "Vantrel/Backends/Wayland/SeatKeymap.hpp"
 
-namespace vantrel::sway {
+namespace vantrel::wayland {
 namespace {
 
 constexpr std::uint32_t hyper = controlModifier | altModifier | shiftModifier | logoModifier;
 constexpr xkb_keycode_t dPlace = 40;
 
-wayland::KeymapPointer keymap(const char* layouts) {
+KeymapPointer keymap(const char* layouts) {
     const std::unique_ptr<xkb_context, decltype(&xkb_context_unref)> context(xkb_context_new(XKB_CONTEXT_NO_FLAGS),
                                                                              &xkb_context_unref);
     const xkb_rule_names names{.rules = "evdev", .model = "pc105", .layout = layouts, .variant = "", .options = ""};
-    return wayland::KeymapPointer(xkb_keymap_new_from_names(context.get(), &names, XKB_KEYMAP_COMPILE_NO_FLAGS));
+    return KeymapPointer(xkb_keymap_new_from_names(context.get(), &names, XKB_KEYMAP_COMPILE_NO_FLAGS));
 }
 
 ConfiguredBinding symbol(std::uint32_t modifiers, xkb_keysym_t keysym) {
     return {.mode = "default", .modifiers = modifiers, .keycode = 0, .keysym = keysym};
 }
 
-TEST(SwayBindings, swayModifiers_carbonsFour_areSwaysOwn) {
-    EXPECT_EQ(swayModifiers(combinationModifiers), hyper);
-    EXPECT_EQ(swayModifiers(cmdKey), logoModifier);
-    EXPECT_EQ(swayModifiers(0), 0U);
+TEST(KeyBindings, realModifiers_carbonsFour_areTheUsualOnes) {
+    EXPECT_EQ(realModifiers(combinationModifiers), hyper);
+    EXPECT_EQ(realModifiers(cmdKey), logoModifier);
+    EXPECT_EQ(realModifiers(0), 0U);
 }
 
-TEST(SwayBindings, combinationText_isWhatBindcodeTakes) {
-    EXPECT_EQ(combinationText(hyper, dPlace), "Ctrl+Mod1+Shift+Mod4+40");
-    EXPECT_EQ(combinationText(0, dPlace), "40");
-}
-
-TEST(SwayBindings, keycodesAt_place_isTheSameOnEveryLayout) {
+TEST(KeyBindings, keycodesAt_place_isTheSameOnEveryLayout) {
     constexpr std::uint32_t virtualD = 2;
     for (const char* layouts : {"us", "ru", "us,ru", "fr", "us(dvorak)"}) {
         const auto map = keymap(layouts);
@@ -43,7 +38,7 @@ TEST(SwayBindings, keycodesAt_place_isTheSameOnEveryLayout) {
     }
 }
 
-TEST(SwayBindings, keycodesAt_severalKeysOrNone_givesThemAll) {
+TEST(KeyBindings, keycodesAt_severalKeysOrNone_givesThemAll) {
     constexpr std::uint32_t f13 = 105;  // Print stands there, too
     constexpr std::uint32_t noKey = 200;
     const auto map = keymap("us");
@@ -51,7 +46,7 @@ TEST(SwayBindings, keycodesAt_severalKeysOrNone_givesThemAll) {
     EXPECT_TRUE(keycodesAt(noKey, map.get()).empty());
 }
 
-TEST(SwayBindings, isMeantBy_place_withTheSameModifiersOnly) {
+TEST(KeyBindings, isMeantBy_place_withTheSameModifiersOnly) {
     const auto map = keymap("us");
     const ConfiguredBinding binding{
         .mode = "default", .modifiers = hyper, .keycode = dPlace, .keysym = XKB_KEY_NoSymbol};
@@ -60,7 +55,7 @@ TEST(SwayBindings, isMeantBy_place_withTheSameModifiersOnly) {
     EXPECT_FALSE(isMeantBy(binding, hyper & ~shiftModifier, dPlace, map.get()));
 }
 
-TEST(SwayBindings, isMeantBy_symbol_inAnyLayout) {
+TEST(KeyBindings, isMeantBy_symbol_inAnyLayout) {
     const auto map = keymap("us,ru");
     EXPECT_TRUE(isMeantBy(symbol(hyper, XKB_KEY_d), hyper, dPlace, map.get()));
     EXPECT_TRUE(isMeantBy(symbol(hyper, XKB_KEY_Cyrillic_ve), hyper, dPlace, map.get()));
@@ -69,7 +64,7 @@ TEST(SwayBindings, isMeantBy_symbol_inAnyLayout) {
     EXPECT_FALSE(isMeantBy(symbol(hyper, XKB_KEY_d), hyper & ~shiftModifier, dPlace, map.get()));
 }
 
-TEST(SwayBindings, isMeantBy_symbolBehindShift_withShiftOrWithItUsedUp) {
+TEST(KeyBindings, isMeantBy_symbolBehindShift_withShiftOrWithItUsedUp) {
     constexpr xkb_keycode_t onePlace = 10;
     const auto map = keymap("us");
     const std::uint32_t withShift = logoModifier | shiftModifier;
@@ -80,4 +75,4 @@ TEST(SwayBindings, isMeantBy_symbolBehindShift_withShiftOrWithItUsedUp) {
 }
 
 }  // namespace
-}  // namespace vantrel::sway
+}  // namespace vantrel::wayland

@@ -57,7 +57,8 @@ void CompositorProcess::giveAway() const {
     }
 }
 
-void CompositorProcess::start(std::vector<std::string> arguments, std::size_t outputs) {
+void CompositorProcess::start(std::vector<std::string> arguments, std::size_t outputs,
+                              const std::map<std::string, std::string>& environment) {
     const std::string program = arguments.front();
     ChildProcessOptions child;
     child.arguments = std::move(arguments);
@@ -67,6 +68,9 @@ void CompositorProcess::start(std::vector<std::string> arguments, std::size_t ou
     child.environment.set("WLR_RENDERER", "pixman");
     child.environment.set("WLR_LIBINPUT_NO_DEVICES", "1");
     child.environment.set("WLR_HEADLESS_OUTPUTS", std::to_string(outputs));
+    for (const auto& [name, value] : environment) {
+        child.environment.set(name, value);
+    }
     child.standardOutput = directory_.path() / "log";
     child.standardError = directory_.path() / "log";
     if (geteuid() == 0) {

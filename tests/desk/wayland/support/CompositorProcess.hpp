@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -38,10 +39,10 @@ class CompositorProcess {
 
     /// Gives displays other modes, places, scales and transforms, from the first one on, as a person's program for
     /// displays does. Throws when the compositor refuses. What is off comes on.
-    void arrange(const std::vector<PrivateOutput>& outputs) const;
+    virtual void arrange(const std::vector<PrivateOutput>& outputs) const;
     /// Takes the display of that number, from 1 on, out of the layout; false where the compositor cannot do that with
     /// displays that are none (sway before 1.8).
-    [[nodiscard]] bool switchOff(int number) const;
+    [[nodiscard]] virtual bool switchOff(int number) const;
 
     /// Keeps it from answering anybody, until thaw().
     void freeze() { process_->sendSignal(SIGSTOP); }
@@ -53,9 +54,11 @@ class CompositorProcess {
   protected:
     explicit CompositorProcess(std::string_view name) : directory_(name) {}
 
-    /// Runs the compositor with so many displays, named HEADLESS-1 and so on, and waits until it serves clients.
+    /// Runs the compositor with so many displays, named HEADLESS-1 and so on, and more in its environment, and waits
+    /// until it serves clients.
     /// Throws, with its log, when it does not get there.
-    void start(std::vector<std::string> arguments, std::size_t outputs);
+    void start(std::vector<std::string> arguments, std::size_t outputs,
+               const std::map<std::string, std::string>& environment = {});
 
     /// Makes the directory, and all that is in it, the compositor's user's. start() does so, too.
     void giveAway() const;

@@ -1,5 +1,6 @@
 #include "tests/desk/wayland/support/InstalledCompositors.hpp"
 
+#include "tests/desk/wayland/support/HyprlandProcess.hpp"
 #include "tests/desk/wayland/support/LabwcProcess.hpp"
 #include "tests/desk/wayland/support/SwayControl.hpp"
 #include "tests/desk/wayland/support/SwayProcess.hpp"
@@ -27,6 +28,25 @@ std::vector<CompositorKind> installedCompositors() {
              },
          .reload = [](CompositorProcess& compositor) { static_cast<LabwcProcess&>(compositor).reconfigure({}); }}};
     std::erase_if(kinds, [](const CompositorKind& kind) { return !isInPath(kind.name); });
+#ifdef VANTREL_HYPRLAND
+    kinds.push_back(
+        {.name = "hyprland",
+         .start =
+             [](const Outputs& outputs) {
+                 return std::make_unique<HyprlandProcess>(HyprlandOptions{.outputs = outputs, .configuration = {}});
+             },
+         .reload = [](CompositorProcess& compositor) { static_cast<HyprlandProcess&>(compositor).reload(); },
+         .isServedByProtocols = false,
+         .tellsWithButtonHeld = true,
+         .tellsWholePoints = true,
+         .centresAfterUnplug = true});
+#endif
+    return kinds;
+}
+
+std::vector<CompositorKind> compositorsWithProtocols() {
+    auto kinds = installedCompositors();
+    std::erase_if(kinds, [](const CompositorKind& kind) { return !kind.isServedByProtocols; });
     return kinds;
 }
 

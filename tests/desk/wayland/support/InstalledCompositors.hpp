@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <functional>
 #include <memory>
 #include <ostream>
@@ -7,6 +8,7 @@
 #include <vector>
 
 #include "tests/desk/wayland/support/CompositorProcess.hpp"
+#include "tests/desk/wayland/support/SeatClient.hpp"
 
 namespace vantrel::desk {
 
@@ -16,6 +18,18 @@ struct CompositorKind {
     std::function<std::unique_ptr<CompositorProcess>(const std::vector<PrivateOutput>& outputs)> start;
     /// Has one of this kind read its configuration again; a client finds it done after two rounds of asking.
     std::function<void(CompositorProcess& compositor)> reload;
+    /// Whether it can be served by the protocols alone. Hyprland does not turn a virtual pointer's places on a display
+    /// that is turned.
+    bool isServedByProtocols = true;
+    /// Whether it tells where the pointer is also while a button is held.
+    bool tellsWithButtonHeld = false;
+    bool tellsWholePoints = false;    ///< without the fraction
+    bool centresAfterUnplug = false;  ///< puts the pointer into the middle of the display that is left
+
+    /// Where the agent finds a pointer that rests there.
+    [[nodiscard]] LayoutPoint told(LayoutPoint place) const {
+        return tellsWholePoints ? LayoutPoint{.x = std::floor(place.x), .y = std::floor(place.y)} : place;
+    }
 };
 
 inline std::ostream& operator<<(std::ostream& out, const CompositorKind& kind) {
@@ -24,5 +38,8 @@ inline std::ostream& operator<<(std::ostream& out, const CompositorKind& kind) {
 
 /// Those that are installed; a release of Debian may lack some.
 std::vector<CompositorKind> installedCompositors();
+
+/// Those of them that can be served by the protocols alone.
+std::vector<CompositorKind> compositorsWithProtocols();
 
 }  // namespace vantrel::desk
