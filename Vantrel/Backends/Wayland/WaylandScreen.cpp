@@ -1,6 +1,7 @@
 #include "Vantrel/Backends/Wayland/WaylandScreen.hpp"
 
 #include <cmath>
+#include <utility>
 
 #include "Vantrel/Backends/Wayland/ConnectorEdid.hpp"
 
@@ -44,6 +45,10 @@ std::optional<CGPoint> WaylandScreen::pointer() {
     }
     const Clock::time_point deadline = Clock::now() + readingTime;
     refreshLayout();
+    // What a compositor is asked over its own door must not overtake a warp that went by Wayland.
+    if (std::exchange(isWarpUnderway_, false) && compositor_ != nullptr) {
+        connection_.synchronize(deadline);
+    }
     auto place = compositor_ == nullptr ? std::nullopt : compositor_->readPointer(deadline);
     if (!place) {
         if (compositor_ != nullptr) {
@@ -66,6 +71,7 @@ void WaylandScreen::warpPointer(CGPoint position) {
     if (compositor_ == nullptr || !compositor_->warpPointer(place, corner_)) {
         pointers_.warp(outputs_, place);
         connection_.flush();
+        isWarpUnderway_ = true;
     }
 }
 

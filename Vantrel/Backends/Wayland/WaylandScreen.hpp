@@ -47,6 +47,7 @@ class WaylandScreen {
     LayoutPoint corner_;  ///< of the rectangle around all outputs
     backend::DisplayLayout layout_;
     std::optional<CGPoint> freshPointer_;
+    bool isWarpUnderway_ = false;  ///< by a virtual pointer, since the last read
 };
 
 }  // namespace vantrel::wayland

@@ -1,4 +1,4 @@
-// The hot keys in a Hyprland session, and whose keys are whose.
+// What is Hyprland's own about hot keys.
 #include <gtest/gtest.h>
 
 #include "tests/desk/wayland/support/HyprlandDesk.hpp"
@@ -13,87 +13,6 @@ constexpr LayoutPoint persons{.x = 100, .y = 150};
 const std::string personsBinding =
     "hl.bind(\"CTRL + ALT + SHIFT + SUPER + D\", hl.dsp.cursor.move({ x = 100, y = 150 }))\n";
 
-TEST(HyprlandSession, hotKeys_jump) {
-    HyprlandDesk desk;
-    const auto agent = desk.startAgent();
-    desk.person().moveTo(onMain);
-    EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
-    EXPECT_TRUE(desk.jump(controlOptionCommand(keys::rightArrow), onMain));
-    EXPECT_TRUE(desk.jump(controlOptionCommand(keys::leftArrow), centreOfSecond));
-    EXPECT_EQ(agent->standardError(), "");
-}
-
-TEST(HyprlandSession, savedPoint_comesBackThere) {
-    HyprlandDesk desk;
-    const auto agent = desk.startAgent();
-    desk.person().moveTo({.x = 310, .y = 205});
-    desk.person().type(hyper(keys::s));
-    ASSERT_TRUE(
-        waitUntil([&] { return desk.defaults().read("savedPoints").value_or("").find("310") != std::string::npos; }));
-    desk.person().moveTo({.x = -100, .y = 300});
-    EXPECT_TRUE(desk.jump(controlOptionCommand(keys::m), {.x = 310, .y = 205}));
-}
-
-TEST(HyprlandSession, wrongChords_doNothing) {
-    HyprlandDesk desk;
-    const auto agent = desk.startAgent();
-    desk.person().moveTo(onMain);
-    desk.person().type(controlOptionCommand(keys::d));
-    desk.person().type({keys::d});
-    desk.person().type({keys::control, keys::option, keys::shift, keys::command, keys::rightArrow});
-    EXPECT_TRUE(desk.person().staysAt(onMain));
-}
-
-TEST(HyprlandSession, heldKey_actsOnce) {
-    HyprlandDesk desk;
-    const auto agent = desk.startAgent();
-    desk.person().moveTo(onMain);
-    desk.person().hold(hyper(keys::d));
-    ASSERT_TRUE(desk.person().waitFor(centreOfSecond));
-    EXPECT_TRUE(desk.person().staysAt(centreOfSecond, std::chrono::milliseconds(1500)));
-    desk.person().letGo();
-    EXPECT_TRUE(desk.jump(hyper(keys::d), onMain)) << "the next press acts again";
-}
-
-class HyprlandLock : public testing::TestWithParam<std::string_view> {};
-
-TEST_P(HyprlandLock, lockOn_jumps) {
-    HyprlandDesk desk;
-    const auto agent = desk.startAgent();
-    desk.person().moveTo(onMain);
-    desk.person().type({GetParam()});
-    EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
-    EXPECT_TRUE(desk.jump(controlOptionCommand(keys::rightArrow), onMain));
-}
-
-INSTANTIATE_TEST_SUITE_P(Locks, HyprlandLock, testing::Values(keys::capsLock, keys::numLock));
-
-TEST(HyprlandSession, capsLockAsHyper_jumps) {
-    HyprlandDesk desk(HyprlandDesk::twoDisplays(), "us", "vantrel:hyper");
-    const auto agent = desk.startAgent();
-    desk.person().moveTo(onMain);
-    EXPECT_TRUE(desk.jump({keys::capsLock, keys::d}, centreOfSecond));
-}
-
-TEST(HyprlandSession, russianAlone_jumpsAndTheSmallerChordDoesNot) {
-    HyprlandDesk desk(HyprlandDesk::twoDisplays(), "ru");
-    const auto agent = desk.startAgent();
-    desk.person().moveTo(onMain);
-    desk.person().type(controlOptionCommand(keys::d));
-    EXPECT_TRUE(desk.person().staysAt(onMain));
-    EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
-}
-
-TEST(HyprlandSession, russianAsTheActiveLayout_jumps) {
-    HyprlandDesk desk(HyprlandDesk::twoDisplays(), "us,ru");
-    const auto agent = desk.startAgent();
-    desk.person().moveTo(onMain);
-    desk.person().chooseLayout(1);
-    EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
-    desk.person().chooseLayout(0);
-    EXPECT_TRUE(desk.jump(hyper(keys::d), onMain));
-}
-
 TEST(HyprlandSession, anotherKeyboardsLayout_jumps) {
     HyprlandDesk desk;
     const auto agent = desk.startAgent();
@@ -106,33 +25,6 @@ TEST(HyprlandSession, anotherKeyboardsLayout_jumps) {
         another.type(hyper(keys::d));
         return another.waitFor(centreOfSecond, std::chrono::milliseconds(200));
     }));
-}
-
-TEST(HyprlandKeys, chordOfThePersons_staysTheirs) {
-    HyprlandDesk desk(HyprlandDesk::twoDisplays(personsBinding));
-    auto agent = desk.startAgent();
-    desk.person().moveTo(onMain);
-    EXPECT_TRUE(desk.jump(hyper(keys::d), persons));
-    EXPECT_TRUE(desk.person().staysAt(persons)) << "and nothing else comes of it";
-    EXPECT_TRUE(desk.jump(controlOptionCommand(keys::rightArrow), centreOfSecond)) << "the others are ours";
-    agent->terminate();
-    desk.person().moveTo(onMain);
-    EXPECT_TRUE(desk.jump(hyper(keys::d), persons)) << "and theirs it stays";
-}
-
-TEST(HyprlandKeys, reload_hotKeysWork) {
-    HyprlandDesk desk;
-    const auto agent = desk.startAgent();
-    desk.person().moveTo(onMain);
-    for (int round = 0; round < 3; ++round) {
-        desk.hyprland().reload();
-        EXPECT_TRUE(waitUntil([&] {
-            desk.person().moveTo(onMain);
-            desk.person().type(hyper(keys::d));
-            return desk.person().waitFor(centreOfSecond, std::chrono::milliseconds(200));
-        }));
-    }
-    EXPECT_EQ(agent->standardError(), "");
 }
 
 TEST(HyprlandKeys, reloadWithTheChordGivenAway_isThePersonsUntilTheyTakeItOut) {
@@ -152,23 +44,6 @@ TEST(HyprlandKeys, reloadWithTheChordGivenAway_isThePersonsUntilTheyTakeItOut) {
         desk.person().type(hyper(keys::d));
         return desk.person().waitFor(centreOfSecond, std::chrono::milliseconds(200));
     }));
-}
-
-TEST(HyprlandKeys, ended_chordsAreFree) {
-    HyprlandDesk desk;
-    for (const bool isKilled : {false, true}) {
-        auto agent = desk.startAgent();
-        desk.person().moveTo(onMain);
-        ASSERT_TRUE(desk.jump(hyper(keys::d), centreOfSecond)) << "once";
-        ASSERT_TRUE(desk.jump(hyper(keys::d), onMain));
-        if (isKilled) {
-            agent->kill();
-        } else {
-            agent->terminate();
-        }
-        desk.person().type(hyper(keys::d));
-        EXPECT_TRUE(desk.person().staysAt(onMain));
-    }
 }
 
 class HyprlandSignature : public testing::TestWithParam<const char*> {};

@@ -4,8 +4,16 @@
 #include "tests/desk/wayland/support/LabwcProcess.hpp"
 #include "tests/desk/wayland/support/SwayControl.hpp"
 #include "tests/desk/wayland/support/SwayProcess.hpp"
+#include "tests/desk/wayland/support/WayfireProcess.hpp"
 
 namespace vantrel::desk {
+
+namespace {
+
+/// A command that makes personsTrace(): the directory is in the compositor's environment.
+constexpr auto leaveTrace = "touch $XDG_RUNTIME_DIR/persons";
+
+}  // namespace
 
 std::vector<CompositorKind> installedCompositors() {
     using Outputs = std::vector<PrivateOutput>;
@@ -19,6 +27,13 @@ std::vector<CompositorKind> installedCompositors() {
          .reload =
              [](CompositorProcess& compositor) {
                  SwayControl(static_cast<SwayProcess&>(compositor).controlSocket()).run("reload");
+             },
+         .startWithHyperDTaken =
+             [](const Outputs& outputs) {
+                 return std::make_unique<SwayProcess>(SwayOptions{
+                     .outputs = outputs,
+                     .configuration = std::string("bindsym Ctrl+Mod1+Shift+Mod4+d exec ") + leaveTrace + "\n",
+                     .files = {}});
              }},
         {.name = "labwc",
          .start =
@@ -41,6 +56,30 @@ std::vector<CompositorKind> installedCompositors() {
          .tellsWholePoints = true,
          .centresAfterUnplug = true});
 #endif
+#ifdef VANTREL_WAYFIRE
+    kinds.push_back({.name = "wayfire",
+                     .start =
+                         [](const Outputs& outputs) {
+                             return std::make_unique<WayfireProcess>(WayfireOptions{.outputs = outputs});
+                         },
+                     .reload = [](CompositorProcess& compositor) { static_cast<WayfireProcess&>(compositor).reload(); },
+                     .startWithHyperDTaken =
+                         [](const Outputs& outputs) {
+                             return std::make_unique<WayfireProcess>(WayfireOptions{
+                                 .outputs = outputs,
+                                 .configuration = std::string("[command]\n"
+                                                              "binding_mine = <ctrl> <alt> <shift> <super> KEY_D\n"
+                                                              "command_mine = ") +
+                                                  leaveTrace + "\n"});
+                         },
+                     .tellsWithButtonHeld = true});
+#endif
+    return kinds;
+}
+
+std::vector<CompositorKind> compositorsWithHotKeys() {
+    auto kinds = installedCompositors();
+    std::erase_if(kinds, [](const CompositorKind& kind) { return !kind.startWithHyperDTaken; });
     return kinds;
 }
 

@@ -18,6 +18,10 @@ struct CompositorKind {
     std::function<std::unique_ptr<CompositorProcess>(const std::vector<PrivateOutput>& outputs)> start;
     /// Has one of this kind read its configuration again; a client finds it done after two rounds of asking.
     std::function<void(CompositorProcess& compositor)> reload;
+    /// Starts one in which the person has bound Hyper + D to what makes personsTrace(); none where no program can bind
+    /// keys.
+    std::function<std::unique_ptr<CompositorProcess>(const std::vector<PrivateOutput>& outputs)> startWithHyperDTaken =
+        nullptr;
     /// Whether it can be served by the protocols alone. Hyprland does not turn a virtual pointer's places on a display
     /// that is turned.
     bool isServedByProtocols = true;
@@ -38,6 +42,14 @@ inline std::ostream& operator<<(std::ostream& out, const CompositorKind& kind) {
 
 /// Those that are installed; a release of Debian may lack some.
 std::vector<CompositorKind> installedCompositors();
+
+/// Those of them in which programs can bind keys.
+std::vector<CompositorKind> compositorsWithHotKeys();
+
+/// The file that a person's own binding makes.
+inline std::filesystem::path personsTrace(const CompositorProcess& compositor) {
+    return compositor.runtimeDirectory() / "persons";
+}
 
 /// Those of them that can be served by the protocols alone.
 std::vector<CompositorKind> compositorsWithProtocols();

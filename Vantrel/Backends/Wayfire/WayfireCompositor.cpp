@@ -1,0 +1,92 @@
+#include "Vantrel/Backends/Wayfire/WayfireCompositor.hpp"
+
+#include <cmath>
+#include <cstdlib>
+#include <fstream>
+#include <string>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "Vantrel/Backends/Wayfire/WayfireMessages.hpp"
+
+namespace vantrel::wayfire {
+
+namespace {
+
+/// At the start of the program, when nobody waits for the loop.
+constexpr std::chrono::seconds startTime{2};
+
+std::filesystem::path environment(const char* variable) {
+    const char* const value = std::getenv(variable);
+    return value == nullptr ? "" : value;
+}
+
+/// To the fractions that Wayland has. Wayfire tells finer ones, and warps aim a little further than these: each jump
+/// would take the pointer further still.
+double cut(double coordinate) {
+    constexpr double fractions = 256;
+    return std::floor(coordinate * fractions) / fractions;
+}
+
+std::vector<std::filesystem::path> sockets() {
+    std::vector<std::filesystem::path> found{environment("WAYFIRE_SOCKET")};
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator(environment("XDG_RUNTIME_DIR"), error)) {
+        if (entry.path().filename().native().starts_with("wayfire-")) {
+            found.push_back(entry.path());
+        }
+    }
+    return found;
+}
+
+/// The file that wayfire was told to read, or reads of itself.
+std::filesystem::path configurationOf(pid_t wayfire) {
+    std::ifstream commandLine("/proc/" + std::to_string(wayfire) + "/cmdline");
+    for (std::string argument; std::getline(commandLine, argument, '\0');) {
+        if (argument == "-c" || argument == "--config") {
+            std::getline(commandLine, argument, '\0');
+            return argument;
+        }
+    }
+    if (auto named = environment("WAYFIRE_CONFIG_FILE"); !named.empty()) {
+        return named;
+    }
+    const auto home = environment("XDG_CONFIG_HOME");
+    return (home.empty() ? environment("HOME") / ".config" : home) / "wayfire.ini";
+}
+
+}  // namespace
+
+std::unique_ptr<wayland::Compositor> WayfireCompositor::find(const wayland::CompositorAddress& address) {
+    for (const std::filesystem::path& file : sockets()) {
+        auto socket = std::make_unique<WayfireSocket>(file);
+        if (socket->isOpen() && socket->peer() == address.peer) {
+            return std::unique_ptr<WayfireCompositor>(new WayfireCompositor(std::move(socket), address));
+        }
+    }
+    return nullptr;
+}
+
+WayfireCompositor::WayfireCompositor(std::unique_ptr<WayfireSocket> socket, const wayland::CompositorAddress& address)
+    : socket_(std::move(socket)), address_(address) {}
+
+backend::HotKeyBinder* WayfireCompositor::hotKeys() {
+    const auto methods = socket_->call(methodsCall(), Clock::now() + startTime);
+    if (!methods || !canBind(*methods)) {
+        return nullptr;
+    }
+    hotKeys_.emplace(*socket_, configurationOf(address_.peer.processId), address_.readKeymap);
+    return &*hotKeys_;
+}
+
+std::optional<wayland::LayoutPoint> WayfireCompositor::readPointer(Clock::time_point deadline) {
+    const auto answer = socket_->call(positionCall(), deadline);
+    const auto place = answer ? positionIn(*answer) : std::nullopt;
+    if (!place) {
+        return std::nullopt;
+    }
+    return wayland::LayoutPoint{.x = cut(place->x), .y = cut(place->y)};
+}
+
+}  // namespace vantrel::wayfire

@@ -1,0 +1,27 @@
+// Wayfire without the plugins that Vantrel would use.
+#include <gtest/gtest.h>
+
+#include "tests/desk/wayland/support/WayfireProcess.hpp"
+#include "tests/desk/wayland/support/WaylandDesk.hpp"
+
+namespace vantrel::desk {
+namespace {
+
+class WayfirePlugins : public testing::TestWithParam<const char*> {};
+
+TEST_P(WayfirePlugins, withoutThoseForKeys_urlsJumpAllTheSame) {
+    WaylandDesk desk(
+        std::make_unique<WayfireProcess>(WayfireOptions{.outputs = WaylandDesk::twoOutputs(), .plugins = GetParam()}));
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(WaylandDesk::onMain);
+    desk.person().type(hyper(keys::d));
+    EXPECT_TRUE(desk.person().staysAt(WaylandDesk::onMain));
+    EXPECT_TRUE(desk.jump("vantrel://next", WaylandDesk::centreOfSecond));
+    EXPECT_TRUE(desk.jump("vantrel://next", WaylandDesk::onMain));
+}
+
+INSTANTIATE_TEST_SUITE_P(Sets, WayfirePlugins, testing::Values("place", "ipc", "ipc ipc-rules"),
+                         [](const auto& test) { return "set" + std::to_string(test.index); });
+
+}  // namespace
+}  // namespace vantrel::desk
