@@ -23,6 +23,13 @@ std::string statusField(const std::filesystem::path& file, const std::string& na
     return {};
 }
 
+#if defined(__SANITIZE_THREAD__)
+/// The thread sanitizer has a thread in each process that wakes now and then.
+constexpr bool countsTheMainThreadOnly = true;
+#else
+constexpr bool countsTheMainThreadOnly = false;
+#endif
+
 std::filesystem::path directoryOf(pid_t process) {
     return std::filesystem::path("/proc") / std::to_string(process);
 }
@@ -32,6 +39,9 @@ std::filesystem::path directoryOf(pid_t process) {
 std::int64_t voluntarySwitches(pid_t process) {
     std::int64_t sum = 0;
     for (const auto& thread : std::filesystem::directory_iterator(directoryOf(process) / "task")) {
+        if (countsTheMainThreadOnly && thread.path().filename() != std::to_string(process)) {
+            continue;
+        }
         std::istringstream field(statusField(thread.path() / "status", "voluntary_ctxt_switches"));
         std::int64_t switches = 0;
         field >> switches;
