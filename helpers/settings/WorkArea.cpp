@@ -14,7 +14,7 @@ QSize frameSize(const QWidget& window) {
 }
 
 /// Where there is no room (a display that is tiny, or not told of yet) the window is one that can be seen and scrolled.
-constexpr QSize leastRoom{320, 240};
+constexpr QSize leastRoom{300, 160};
 
 /// The place for `length` from `first` on, so that it ends within the area; at its begin when it is too long.
 int placeWithin(int first, int length, int areaFirst, int areaLength) {

@@ -10,7 +10,7 @@ struct WorkArea {
     WorkArea() = delete;
 
     /// The largest inside with which the window fits, the window manager's frame included: its frame where that is
-    /// known already, and as long as it is not, room for an ordinary one. At least 320 x 240.
+    /// known already, and as long as it is not, room for an ordinary one. At least 300 x 160.
     static QSize roomFor(const QWidget& window);
 
     /// Puts the window into the middle of a screen's work area.

@@ -156,20 +156,26 @@ void HotKeyProtocolBinder::setRecording(bool isRecording) {
     for (const auto& hotKey : hotKeys_) {
         hotKey->triggers.clear();
     }
+    connection_.flush();
     renew();
 }
 
 /// Asks for all that is not there, and for what stands at the places now. Nobody waits for the answers.
 void HotKeyProtocolBinder::renew() {
-    if (!isRecording_ && learnKeymap(Clock::now() + answerTime)) {
-        for (const auto& hotKey : hotKeys_) {
-            auto keysyms = keysymsOf(hotKey->combination);
-            if (hotKey->triggers.empty() || hotKey->has(Trigger::State::refused) || keysyms != hotKey->keysyms) {
-                hotKey->keysyms = std::move(keysyms);
-                request(*hotKey);
-                for (const auto& trigger : hotKey->triggers) {
-                    trigger->isFinal = true;
-                }
+    if (isRecording_ || hotKeys_.empty()) {
+        return;
+    }
+    if (!learnKeymap(Clock::now() + answerTime)) {
+        noteLoss();
+        return;
+    }
+    for (const auto& hotKey : hotKeys_) {
+        auto keysyms = keysymsOf(hotKey->combination);
+        if (hotKey->triggers.empty() || hotKey->has(Trigger::State::refused) || keysyms != hotKey->keysyms) {
+            hotKey->keysyms = std::move(keysyms);
+            request(*hotKey);
+            for (const auto& trigger : hotKey->triggers) {
+                trigger->isFinal = true;
             }
         }
     }

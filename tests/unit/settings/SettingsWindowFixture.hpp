@@ -22,8 +22,8 @@ using Calls = std::vector<std::string>;
 
 /// The name of what the person did, with the value chosen.
 inline std::string nameOf(const WindowReport& report) {
-    static const std::vector<std::string> names{"shown",       "recorder",         "key",          "reset",
-                                                "mode chosen", "animation chosen", "sound chosen", "clear"};
+    static const std::vector<std::string> names{"shown",       "recorder",         "keyboard taken", "key",  "reset",
+                                                "mode chosen", "animation chosen", "sound chosen",   "clear"};
     return names.at(static_cast<std::size_t>(report.kind)) + " " + std::to_string(report.value);
 }
 
