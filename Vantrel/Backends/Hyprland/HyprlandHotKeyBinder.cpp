@@ -18,8 +18,8 @@ constexpr std::size_t longestLine = std::size_t{1024} * 1024;
 }  // namespace
 
 HyprlandHotKeyBinder::HyprlandHotKeyBinder(HyprlandSocket& commands, Language language, std::filesystem::path eventFile,
-                                           ReadKeymap readKeymap)
-    : commands_(commands), language_(language), eventFile_(std::move(eventFile)), readKeymap_(std::move(readKeymap)) {
+                                           wayland::ReadKeymap readKeymap)
+    : commands_(commands), language_(language), eventFile_(std::move(eventFile)), keymap_(std::move(readKeymap)) {
     listen();
 }
 
@@ -71,23 +71,22 @@ void HyprlandHotKeyBinder::obey(std::string_view event) {
 
 OSStatus HyprlandHotKeyBinder::bind(const backend::KeyCombination& combination) {
     const Clock::time_point deadline = Clock::now() + answerTime;
-    if (!keymap_) {
-        keymap_ = readKeymap_(deadline);
-        forgetKeymap_ = LoopSource::whenIdle([this] { keymap_.reset(); });
+    xkb_keymap* const keymap = keymap_.get(deadline);
+    if (keymap == nullptr) {
+        return eventHotKeyInvalidErr;
     }
-    BoundKey key{combination,
-                 keymap_ ? wayland::keycodesAt(combination.keyCode, keymap_.get()) : std::vector<xkb_keycode_t>()};
+    BoundKey key{combination, wayland::keycodesAt(combination.keyCode, keymap)};
     if (key.keycodes.empty()) {
         return eventHotKeyInvalidErr;
     }
-    const OSStatus status = bindKey(key, deadline);
+    const OSStatus status = bindKey(key, keymap, deadline);
     if (status == 0) {
         bound_.push_back(std::move(key));
     }
     return status;
 }
 
-OSStatus HyprlandHotKeyBinder::bindKey(const BoundKey& key, Clock::time_point deadline) {
+OSStatus HyprlandHotKeyBinder::bindKey(const BoundKey& key, xkb_keymap* keymap, Clock::time_point deadline) {
     if (language_ == Language::lua) {
         // What a killed agent has left behind.
         unbindKey(key, deadline);
@@ -101,9 +100,8 @@ OSStatus HyprlandHotKeyBinder::bindKey(const BoundKey& key, Clock::time_point de
     const bool isConfigured =
         std::any_of(bindings.configured.begin(), bindings.configured.end(), [&](const auto& binding) {
             return binding.mode.empty() &&
-                   std::any_of(key.keycodes.begin(), key.keycodes.end(), [&](xkb_keycode_t keycode) {
-                       return isMeantBy(binding, modifiers, keycode, keymap_.get());
-                   });
+                   std::any_of(key.keycodes.begin(), key.keycodes.end(),
+                               [&](xkb_keycode_t keycode) { return isMeantBy(binding, modifiers, keycode, keymap); });
         });
     if (isConfigured) {
         return eventHotKeyExistsErr;
@@ -138,10 +136,9 @@ void HyprlandHotKeyBinder::unbindKey(const BoundKey& key, Clock::time_point dead
 /// After the configuration was read anew, which may bind our keys to something else now.
 void HyprlandHotKeyBinder::restore() {
     const Clock::time_point deadline = Clock::now() + answerTime;
-    keymap_ = readKeymap_(deadline);
-    forgetKeymap_ = LoopSource::whenIdle([this] { keymap_.reset(); });
-    const bool isDone = keymap_ && std::all_of(bound_.begin(), bound_.end(), [&](const BoundKey& key) {
-                            return bindKey(key, deadline) != eventHotKeyInvalidErr;
+    xkb_keymap* const keymap = keymap_.get(deadline);
+    const bool isDone = keymap != nullptr && std::all_of(bound_.begin(), bound_.end(), [&](const BoundKey& key) {
+                            return bindKey(key, keymap, deadline) != eventHotKeyInvalidErr;
                         });
     if (!isDone) {
         restoring_ = LoopSource::after(pauseBeforeListening, [this] { restore(); });

@@ -46,11 +46,12 @@ std::string quoted(const std::string& text) {
 
 }  // namespace
 
-SwayHotKeyBinder::SwayHotKeyBinder(SwayIpc& commands, const std::filesystem::path& socketFile, ReadKeymap readKeymap)
-    : commands_(commands), events_(socketFile), readKeymap_(std::move(readKeymap)) {
+SwayHotKeyBinder::SwayHotKeyBinder(SwayIpc& commands, const std::filesystem::path& socketFile,
+                                   wayland::ReadKeymap readKeymap)
+    : commands_(commands), events_(socketFile), keymap_(std::move(readKeymap)) {
     listen();
     const Clock::time_point deadline = Clock::now() + startTime;
-    learnKeymap(deadline);
+    keymap_.get(deadline);
     learn(deadline);
 }
 
@@ -109,14 +110,6 @@ void SwayHotKeyBinder::obey(const Message& event) {
     }
 }
 
-bool SwayHotKeyBinder::learnKeymap(Clock::time_point deadline) {
-    if (!keymap_) {
-        keymap_ = readKeymap_(deadline);
-        forgetKeymap_ = LoopSource::whenIdle([this] { keymap_.reset(); });
-    }
-    return keymap_ != nullptr;
-}
-
 bool SwayHotKeyBinder::learn(Clock::time_point deadline) {
     if (!modes_.empty()) {
         return true;
@@ -132,25 +125,26 @@ bool SwayHotKeyBinder::learn(Clock::time_point deadline) {
     return !modes_.empty();
 }
 
-bool SwayHotKeyBinder::isConfigured(const BoundKey& key) const {
+bool SwayHotKeyBinder::isConfigured(const BoundKey& key, xkb_keymap* keymap) const {
     return std::any_of(configured_.begin(), configured_.end(), [&](const wayland::ConfiguredBinding& binding) {
         return std::any_of(key.keycodes.begin(), key.keycodes.end(), [&](xkb_keycode_t keycode) {
-            return wayland::isMeantBy(binding, key.modifiers, keycode, keymap_.get());
+            return wayland::isMeantBy(binding, key.modifiers, keycode, keymap);
         });
     });
 }
 
 OSStatus SwayHotKeyBinder::bind(const backend::KeyCombination& combination) {
     const Clock::time_point deadline = Clock::now() + answerTime;
-    if (!learnKeymap(deadline) || !learn(deadline)) {
+    xkb_keymap* const keymap = keymap_.get(deadline);
+    if (keymap == nullptr || !learn(deadline)) {
         return eventHotKeyInvalidErr;
     }
     BoundKey key{combination, wayland::realModifiers(combination.modifiers),
-                 wayland::keycodesAt(combination.keyCode, keymap_.get())};
+                 wayland::keycodesAt(combination.keyCode, keymap)};
     if (key.keycodes.empty()) {
         return eventHotKeyInvalidErr;
     }
-    if (isConfigured(key)) {
+    if (isConfigured(key, keymap)) {
         return eventHotKeyExistsErr;
     }
     if (!bindInModes(key, modes_, deadline)) {
@@ -196,11 +190,12 @@ void SwayHotKeyBinder::unbindInModes(const BoundKey& key, Clock::time_point dead
 
 void SwayHotKeyBinder::restore() {
     const Clock::time_point deadline = Clock::now() + answerTime;
-    bool isDone = learnKeymap(deadline) && learn(deadline);
+    xkb_keymap* const keymap = keymap_.get(deadline);
+    bool isDone = keymap != nullptr && learn(deadline);
     for (BoundKey& key : bound_) {
         if (isDone && key.isLost) {
             // The person may have just given the keys to something else.
-            isDone = isConfigured(key) || bindInModes(key, modes_, deadline);
+            isDone = isConfigured(key, keymap) || bindInModes(key, modes_, deadline);
             key.isLost = !isDone;
         }
     }

@@ -1,13 +1,12 @@
 #pragma once
 
-#include <functional>
 #include <string>
 #include <vector>
 
 #include "Vantrel/Backends/Common/HotKeyBinder.hpp"
 #include "Vantrel/Backends/Sway/SwayIpc.hpp"
 #include "Vantrel/Backends/Wayland/KeyBindings.hpp"
-#include "Vantrel/Backends/Wayland/SeatKeymap.hpp"
+#include "Vantrel/Backends/Wayland/MomentaryKeymap.hpp"
 #include "Vantrel/Handles/LoopSource.hpp"
 
 namespace vantrel::sway {
@@ -17,11 +16,9 @@ namespace vantrel::sway {
 /// was bound while sway runs cannot be asked for.)
 class SwayHotKeyBinder final : public backend::HotKeyBinder {
   public:
-    using ReadKeymap = std::function<wayland::KeymapPointer(Clock::time_point deadline)>;
-
     /// Asks sway for what registrations need, so that they are answered soon. The commands' connection outlives this
     /// object, which listens on a connection of its own to that socket.
-    SwayHotKeyBinder(SwayIpc& commands, const std::filesystem::path& socketFile, ReadKeymap readKeymap);
+    SwayHotKeyBinder(SwayIpc& commands, const std::filesystem::path& socketFile, wayland::ReadKeymap readKeymap);
     ~SwayHotKeyBinder() override;
     SwayHotKeyBinder(const SwayHotKeyBinder&) = delete;
     SwayHotKeyBinder& operator=(const SwayHotKeyBinder&) = delete;
@@ -42,8 +39,7 @@ class SwayHotKeyBinder final : public backend::HotKeyBinder {
     void receive();
     void obey(const Message& event);
     bool learn(Clock::time_point deadline);
-    bool learnKeymap(Clock::time_point deadline);
-    [[nodiscard]] bool isConfigured(const BoundKey& key) const;
+    [[nodiscard]] bool isConfigured(const BoundKey& key, xkb_keymap* keymap) const;
     bool bindInModes(const BoundKey& key, const std::vector<std::string>& modes, Clock::time_point deadline);
     void unbindInModes(const BoundKey& key, Clock::time_point deadline);
     void restore();
@@ -51,12 +47,10 @@ class SwayHotKeyBinder final : public backend::HotKeyBinder {
 
     SwayIpc& commands_;
     SwayIpc events_;
-    ReadKeymap readKeymap_;
+    wayland::MomentaryKeymap keymap_;
     LoopSource listening_;            ///< for events, or for the time to try again
     std::vector<std::string> modes_;  ///< empty until they are asked for, as the configuration is
     std::vector<wayland::ConfiguredBinding> configured_;
-    wayland::KeymapPointer keymap_;  ///< for the registrations of one moment
-    LoopSource forgetKeymap_;
     std::vector<BoundKey> bound_;
     LoopSource restoreAgain_;
     Pressed pressed_;

@@ -18,8 +18,8 @@ constexpr xkb_keycode_t firstKeycode = 8;  // XKB's number of the kernel's 0
 }  // namespace
 
 WayfireHotKeyBinder::WayfireHotKeyBinder(WayfireSocket& socket, std::filesystem::path configuration,
-                                         ReadKeymap readKeymap)
-    : socket_(socket), configuration_(std::move(configuration)), readKeymap_(std::move(readKeymap)) {
+                                         wayland::ReadKeymap readKeymap)
+    : socket_(socket), configuration_(std::move(configuration)), keymap_(std::move(readKeymap)) {
     socket_.setTold([this](const std::string& event) { obey(event); });
 }
 
@@ -32,13 +32,12 @@ WayfireHotKeyBinder::~WayfireHotKeyBinder() {
 
 std::vector<Chord> WayfireHotKeyBinder::chordsOf(const backend::KeyCombination& combination,
                                                  Clock::time_point deadline) {
-    if (!keymap_) {
-        keymap_ = readKeymap_(deadline);
-        forgetKeymap_ = LoopSource::whenIdle([this] { keymap_.reset(); });
-    }
     std::vector<Chord> chords;
-    for (const xkb_keycode_t keycode :
-         keymap_ ? wayland::keycodesAt(combination.keyCode, keymap_.get()) : std::vector<xkb_keycode_t>()) {
+    xkb_keymap* const keymap = keymap_.get(deadline);
+    if (keymap == nullptr) {
+        return chords;
+    }
+    for (const xkb_keycode_t keycode : wayland::keycodesAt(combination.keyCode, keymap)) {
         if (auto name = keyName(keycode - firstKeycode)) {
             chords.push_back({.modifiers = combination.modifiers, .key = std::move(*name)});
         }

@@ -1,13 +1,12 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 #include <vector>
 
 #include "Vantrel/Backends/Common/HotKeyBinder.hpp"
 #include "Vantrel/Backends/Wayfire/WayfireChord.hpp"
 #include "Vantrel/Backends/Wayfire/WayfireSocket.hpp"
-#include "Vantrel/Backends/Wayland/SeatKeymap.hpp"
+#include "Vantrel/Backends/Wayland/MomentaryKeymap.hpp"
 
 namespace vantrel::wayfire {
 
@@ -15,10 +14,8 @@ namespace vantrel::wayfire {
 /// because wayfire would carry out both.
 class WayfireHotKeyBinder final : public backend::HotKeyBinder {
   public:
-    using ReadKeymap = std::function<wayland::KeymapPointer(Clock::time_point deadline)>;
-
     /// The socket outlives this object.
-    WayfireHotKeyBinder(WayfireSocket& socket, std::filesystem::path configuration, ReadKeymap readKeymap);
+    WayfireHotKeyBinder(WayfireSocket& socket, std::filesystem::path configuration, wayland::ReadKeymap readKeymap);
     ~WayfireHotKeyBinder() override;
     WayfireHotKeyBinder(const WayfireHotKeyBinder&) = delete;
     WayfireHotKeyBinder& operator=(const WayfireHotKeyBinder&) = delete;
@@ -40,9 +37,7 @@ class WayfireHotKeyBinder final : public backend::HotKeyBinder {
 
     WayfireSocket& socket_;
     std::filesystem::path configuration_;
-    ReadKeymap readKeymap_;
-    wayland::KeymapPointer keymap_;  ///< for the registrations of one moment
-    LoopSource forgetKeymap_;
+    wayland::MomentaryKeymap keymap_;
     std::vector<BoundKey> bound_;
     Pressed pressed_;
 };

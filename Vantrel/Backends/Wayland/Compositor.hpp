@@ -6,8 +6,8 @@
 #include <string>
 
 #include "Vantrel/Backends/Common/HotKeyBinder.hpp"
+#include "Vantrel/Backends/Wayland/MomentaryKeymap.hpp"
 #include "Vantrel/Backends/Wayland/OutputLayout.hpp"
-#include "Vantrel/Backends/Wayland/SeatKeymap.hpp"
 #include "Vantrel/Backends/Wayland/WaylandConnection.hpp"
 
 namespace vantrel::wayland {
@@ -42,8 +42,7 @@ class Compositor {
 struct CompositorAddress {
     Peer peer;
     std::string seat;  ///< the name of the seat that is served
-    /// readSeatKeymap() of that seat.
-    std::function<KeymapPointer(Clock::time_point deadline)> readKeymap;
+    ReadKeymap readKeymap;
 };
 
 /// Finds the door of one kind of compositor; null when the session's compositor is of another kind.

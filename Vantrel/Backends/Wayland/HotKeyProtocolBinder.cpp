@@ -24,6 +24,18 @@ std::uint32_t protocolModifiers(std::uint32_t carbonModifiers) {
     return modifiers;
 }
 
+/// What stands at the combination's place.
+std::vector<xkb_keysym_t> keysymsOf(const backend::KeyCombination& combination, xkb_keymap* keymap) {
+    std::vector<xkb_keysym_t> keysyms;
+    for (const xkb_keycode_t keycode : keycodesAt(combination.keyCode, keymap)) {
+        // Without a symbol the compositor would end the connection.
+        if (const xkb_keysym_t keysym = firstKeysymOf(keycode, keymap); keysym != XKB_KEY_NoSymbol) {
+            keysyms.push_back(keysym);
+        }
+    }
+    return keysyms;
+}
+
 }  // namespace
 
 /// One of the symbols that stand at a hot key's place.
@@ -79,8 +91,8 @@ bool HotKeyProtocolBinder::isOffered(const Registry& registry) {
 
 HotKeyProtocolBinder::HotKeyProtocolBinder(WaylandConnection& connection, const Registry& registry, const Seat& seat)
     : connection_(connection),
-      seat_(seat),
       manager_(registry.bindFirst<xx_hotkey_manager_v1>(xx_hotkey_manager_v1_interface, 1)),
+      keymap_([&connection, &seat](Clock::time_point deadline) { return readSeatKeymap(connection, seat, deadline); }),
       keymapWatch_(registry, [this] { renewal_ = LoopSource::whenIdle([this] { renew(); }); }) {
     xx_hotkey_manager_v1_set_app_id(manager_.get(), "org.vantrel.Vantrel");
 }
@@ -88,25 +100,6 @@ HotKeyProtocolBinder::HotKeyProtocolBinder(WaylandConnection& connection, const 
 HotKeyProtocolBinder::~HotKeyProtocolBinder() {
     hotKeys_.clear();
     connection_.flush();
-}
-
-bool HotKeyProtocolBinder::learnKeymap(Clock::time_point deadline) {
-    if (!keymap_) {
-        keymap_ = readSeatKeymap(connection_, seat_, deadline);
-        forgetKeymap_ = LoopSource::whenIdle([this] { keymap_.reset(); });
-    }
-    return keymap_ != nullptr;
-}
-
-std::vector<xkb_keysym_t> HotKeyProtocolBinder::keysymsOf(const backend::KeyCombination& combination) const {
-    std::vector<xkb_keysym_t> keysyms;
-    for (const xkb_keycode_t keycode : keycodesAt(combination.keyCode, keymap_.get())) {
-        // Without a symbol the compositor would end the connection.
-        if (const xkb_keysym_t keysym = firstKeysymOf(keycode, keymap_.get()); keysym != XKB_KEY_NoSymbol) {
-            keysyms.push_back(keysym);
-        }
-    }
-    return keysyms;
 }
 
 void HotKeyProtocolBinder::request(HotKey& hotKey) {
@@ -127,10 +120,11 @@ void HotKeyProtocolBinder::request(HotKey& hotKey) {
 
 OSStatus HotKeyProtocolBinder::bind(const backend::KeyCombination& combination) {
     const Clock::time_point deadline = Clock::now() + answerTime;
-    if (!learnKeymap(deadline)) {
+    xkb_keymap* const keymap = keymap_.get(deadline);
+    if (keymap == nullptr) {
         return eventHotKeyInvalidErr;
     }
-    auto hotKey = std::make_unique<HotKey>(HotKey{combination, keysymsOf(combination), {}});
+    auto hotKey = std::make_unique<HotKey>(HotKey{combination, keysymsOf(combination, keymap), {}});
     request(*hotKey);
     connection_.waitFor([&] { return !hotKey->has(Trigger::State::asked); }, deadline);
     if (hotKey->has(Trigger::State::refused)) {
@@ -165,12 +159,13 @@ void HotKeyProtocolBinder::renew() {
     if (isRecording_ || hotKeys_.empty()) {
         return;
     }
-    if (!learnKeymap(Clock::now() + answerTime)) {
+    xkb_keymap* const keymap = keymap_.get(Clock::now() + answerTime);
+    if (keymap == nullptr) {
         noteLoss();
         return;
     }
     for (const auto& hotKey : hotKeys_) {
-        auto keysyms = keysymsOf(hotKey->combination);
+        auto keysyms = keysymsOf(hotKey->combination, keymap);
         if (hotKey->triggers.empty() || hotKey->has(Trigger::State::refused) || keysyms != hotKey->keysyms) {
             hotKey->keysyms = std::move(keysyms);
             request(*hotKey);

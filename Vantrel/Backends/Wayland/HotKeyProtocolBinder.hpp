@@ -5,8 +5,7 @@
 
 #include "Vantrel/Backends/Common/HotKeyBinder.hpp"
 #include "Vantrel/Backends/Wayland/KeymapWatch.hpp"
-#include "Vantrel/Backends/Wayland/SeatKeymap.hpp"
-#include "Vantrel/Handles/LoopSource.hpp"
+#include "Vantrel/Backends/Wayland/MomentaryKeymap.hpp"
 
 namespace vantrel::wayland {
 
@@ -33,8 +32,6 @@ class HotKeyProtocolBinder final : public backend::HotKeyBinder {
     struct HotKey;
     struct Callbacks;
 
-    bool learnKeymap(Clock::time_point deadline);
-    [[nodiscard]] std::vector<xkb_keysym_t> keysymsOf(const backend::KeyCombination& combination) const;
     void request(HotKey& hotKey);
     void notePress(const backend::KeyCombination& combination);
     void noteLoss();
@@ -42,10 +39,8 @@ class HotKeyProtocolBinder final : public backend::HotKeyBinder {
     void renew();
 
     WaylandConnection& connection_;
-    const Seat& seat_;
     WaylandPointer<xx_hotkey_manager_v1> manager_;
-    KeymapPointer keymap_;  ///< for the registrations of one moment
-    LoopSource forgetKeymap_;
+    MomentaryKeymap keymap_;
     std::vector<std::unique_ptr<HotKey>> hotKeys_;
     bool isRecording_ = false;
     LoopSource renewal_;

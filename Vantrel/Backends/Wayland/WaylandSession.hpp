@@ -30,7 +30,6 @@ class WaylandSession final : public DisplaySession {
     bool handOver(const std::vector<std::string>& urls) override;
     void attach(Events events) override;
     void setRecording(bool isRecording) override;
-    /// That program speaks to X servers only.
     [[nodiscard]] std::string windowingSystem() const override { return "wayland"; }
     /// Wayland has no tray of its own.
     std::unique_ptr<ItemPresenter> makeItemPresenter(ItemPresenter::Events events) override;
