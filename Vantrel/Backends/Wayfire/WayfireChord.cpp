@@ -28,7 +28,6 @@ struct Key {
     Key {                        \
         KEY_##name, "KEY_" #name \
     }
-// NOLINTNEXTLINE(cppcoreguidelines-macro-usage)
 constexpr std::array keys{
     VANTREL_KEY(A),          VANTREL_KEY(B),          VANTREL_KEY(C),          VANTREL_KEY(D),
     VANTREL_KEY(E),          VANTREL_KEY(F),          VANTREL_KEY(G),          VANTREL_KEY(H),

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -42,11 +43,16 @@ std::vector<std::filesystem::path> sockets() {
 
 /// The file that wayfire was told to read, or reads of itself.
 std::filesystem::path configurationOf(pid_t wayfire) {
-    std::ifstream commandLine("/proc/" + std::to_string(wayfire) + "/cmdline");
+    const std::filesystem::path process = "/proc/" + std::to_string(wayfire);
+    std::ifstream commandLine(process / "cmdline");
     for (std::string argument; std::getline(commandLine, argument, '\0');) {
+        constexpr std::string_view joined = "--config=";
+        if (argument.starts_with(joined)) {
+            return process / "cwd" / argument.substr(joined.size());
+        }
         if (argument == "-c" || argument == "--config") {
             std::getline(commandLine, argument, '\0');
-            return argument;
+            return process / "cwd" / argument;
         }
     }
     if (auto named = environment("WAYFIRE_CONFIG_FILE"); !named.empty()) {
