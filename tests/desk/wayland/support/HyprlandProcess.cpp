@@ -55,6 +55,8 @@ HyprlandProcess::HyprlandProcess(const HyprlandOptions& options) : CompositorPro
         waitUntil([&] { return ask("/output create headless " + outputName(created)) == "ok"; });
     }
     waitUntilArranged(options.outputs);
+    // Of what is missing to it here.
+    static_cast<void>(ask("dismissnotify"));
 }
 
 void HyprlandProcess::writeConfiguration(const std::string& configuration) const {

@@ -41,7 +41,8 @@ std::vector<CompositorKind> installedCompositors() {
                  return std::make_unique<LabwcProcess>(
                      LabwcOptions{.outputs = outputs, .keyboard = {}, .autostart = {}});
              },
-         .reload = [](CompositorProcess& compositor) { static_cast<LabwcProcess&>(compositor).reconfigure({}); }}};
+         .reload = [](CompositorProcess& compositor) { static_cast<LabwcProcess&>(compositor).reconfigure({}); },
+         .bindsHotKeys = false}};
     std::erase_if(kinds, [](const CompositorKind& kind) { return !isInPath(kind.name); });
 #ifdef VANTREL_HYPRLAND
     kinds.push_back(
@@ -57,22 +58,23 @@ std::vector<CompositorKind> installedCompositors() {
          .centresAfterUnplug = true});
 #endif
 #ifdef VANTREL_WAYFIRE
-    kinds.push_back({.name = "wayfire",
-                     .start =
-                         [](const Outputs& outputs) {
-                             return std::make_unique<WayfireProcess>(WayfireOptions{.outputs = outputs});
-                         },
-                     .reload = [](CompositorProcess& compositor) { static_cast<WayfireProcess&>(compositor).reload(); },
-                     .startWithHyperDTaken =
-                         [](const Outputs& outputs) {
-                             return std::make_unique<WayfireProcess>(WayfireOptions{
-                                 .outputs = outputs,
-                                 .configuration = std::string("[command]\n"
-                                                              "binding_mine = <ctrl> <alt> <shift> <super> KEY_D\n"
-                                                              "command_mine = ") +
-                                                  leaveTrace + "\n"});
-                         },
-                     .tellsWithButtonHeld = true});
+    kinds.push_back(
+        {.name = "wayfire",
+         .start =
+             [](const Outputs& outputs) {
+                 return std::make_unique<WayfireProcess>(WayfireOptions{.outputs = outputs, .configuration = {}});
+             },
+         .reload = [](CompositorProcess& compositor) { static_cast<WayfireProcess&>(compositor).reload(); },
+         .startWithHyperDTaken =
+             [](const Outputs& outputs) {
+                 return std::make_unique<WayfireProcess>(
+                     WayfireOptions{.outputs = outputs,
+                                    .configuration = std::string("[command]\n"
+                                                                 "binding_mine = <ctrl> <alt> <shift> <super> KEY_D\n"
+                                                                 "command_mine = ") +
+                                                     leaveTrace + "\n"});
+             },
+         .tellsWithButtonHeld = true});
 #endif
     return kinds;
 }

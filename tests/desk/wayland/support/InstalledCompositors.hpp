@@ -18,8 +18,9 @@ struct CompositorKind {
     std::function<std::unique_ptr<CompositorProcess>(const std::vector<PrivateOutput>& outputs)> start;
     /// Has one of this kind read its configuration again; a client finds it done after two rounds of asking.
     std::function<void(CompositorProcess& compositor)> reload;
-    /// Starts one in which the person has bound Hyper + D to what makes personsTrace(); none where no program can bind
-    /// keys.
+    bool bindsHotKeys = true;  ///< whether programs can bind keys
+    /// Starts one in which the person has bound Hyper + D to what makes personsTrace(); none where the tests of hot
+    /// keys are of the compositor's own.
     std::function<std::unique_ptr<CompositorProcess>(const std::vector<PrivateOutput>& outputs)> startWithHyperDTaken =
         nullptr;
     /// Whether it can be served by the protocols alone. Hyprland does not turn a virtual pointer's places on a display
@@ -43,7 +44,7 @@ inline std::ostream& operator<<(std::ostream& out, const CompositorKind& kind) {
 /// Those that are installed; a release of Debian may lack some.
 std::vector<CompositorKind> installedCompositors();
 
-/// Those of them in which programs can bind keys.
+/// Those of them for the tests of hot keys.
 std::vector<CompositorKind> compositorsWithHotKeys();
 
 /// The file that a person's own binding makes.

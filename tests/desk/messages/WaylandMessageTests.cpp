@@ -1,7 +1,7 @@
-// What a person sees of the agent in a session of labwc without a panel.
+// What a person sees of the agent in Wayland sessions of any kind without a panel.
 #include "tests/desk/messages/support/ScreenDesk.hpp"
 #include "tests/desk/support/HelperProcess.hpp"
-#include "tests/desk/wayland/support/LabwcProcess.hpp"
+#include "tests/desk/wayland/support/InstalledCompositors.hpp"
 
 namespace vantrel::desk {
 namespace {
@@ -13,19 +13,19 @@ constexpr std::string_view escape = "ESC";
 constexpr LayoutPoint onMain{.x = 300, .y = 200};
 constexpr ExitStatus success{.code = 0, .signal = std::nullopt};
 
-class LabwcMessages : public ScreenDesk {
+class WaylandMessages : public ScreenDesk, public testing::WithParamInterface<CompositorKind> {
   protected:
-    LabwcMessages()
-        : ScreenDesk(std::make_unique<WaylandDesk>(std::make_unique<LabwcProcess>(
-              LabwcOptions{.outputs = usualOutputs(), .keyboard = {}, .autostart = {}}))) {}
+    WaylandMessages() : ScreenDesk(std::make_unique<WaylandDesk>(GetParam().start(usualOutputs()))) {}
 
-    /// Starts the agent and waits until what it says at its start has gone.
+    /// Starts the agent and waits until what it says at its start, if it does, has gone.
     std::unique_ptr<AgentProcess> startAgent() {
         movePointer(onMain);
         rememberTheScreen();
         auto agent = session->startAgent();
-        EXPECT_TRUE(waitUntilSeenOn(mainOutput)) << "that hot keys are off";
-        EXPECT_TRUE(waitUntilNothingIsSeen());
+        if (!GetParam().bindsHotKeys) {
+            EXPECT_TRUE(waitUntilSeenOn(mainOutput)) << "that hot keys are off";
+            EXPECT_TRUE(waitUntilNothingIsSeen());
+        }
         return agent;
     }
 
@@ -42,12 +42,16 @@ class LabwcMessages : public ScreenDesk {
     }
 };
 
-TEST_F(LabwcMessages, start_saysOnTheScreenThatHotKeysAreOff) {
+INSTANTIATE_TEST_SUITE_P(Compositors, WaylandMessages, testing::ValuesIn(installedCompositors()),
+                         [](const auto& test) { return test.param.name; });
+
+TEST_P(WaylandMessages, start_saysOnTheScreenIfHotKeysAreOff) {
     const auto agent = startAgent();
+    EXPECT_FALSE(seenOn(mainOutput));
     EXPECT_EQ(agent->standardError(), "");
 }
 
-TEST_F(LabwcMessages, pointSaved_isSaidAndLeavesThePointerAlone) {
+TEST_P(WaylandMessages, pointSaved_isSaidAndLeavesThePointerAlone) {
     const auto agent = startAgent();
     ASSERT_TRUE(session->savePoint());
     EXPECT_TRUE(waitUntilSeenOn(mainOutput));
@@ -59,7 +63,7 @@ TEST_F(LabwcMessages, pointSaved_isSaidAndLeavesThePointerAlone) {
     EXPECT_TRUE(waitUntilNothingIsSeen());
 }
 
-TEST_F(LabwcMessages, secondStart_opensTheMenuAtThePointer) {
+TEST_P(WaylandMessages, secondStart_opensTheMenuAtThePointer) {
     const auto agent = startAgent();
     const Rect menu = openMenu();
     EXPECT_EQ(menu.x, onMain.x);
@@ -70,7 +74,7 @@ TEST_F(LabwcMessages, secondStart_opensTheMenuAtThePointer) {
     EXPECT_TRUE(waitUntilNothingIsSeen());
 }
 
-TEST_F(LabwcMessages, secondStart_escape_leavesTheAgentAndThePointerIsFree) {
+TEST_P(WaylandMessages, secondStart_escape_leavesTheAgentAndThePointerIsFree) {
     const auto agent = startAgent();
     openMenu();
     session->person().type({escape});
