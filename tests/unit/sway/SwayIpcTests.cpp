@@ -1,11 +1,9 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 #include <array>
-#include <cstring>
 #include <future>
 
 #include "Vantrel/Backends/Sway/SwayIpc.hpp"
@@ -18,9 +16,7 @@ namespace {
 class SwayIpcTest : public testing::Test {
   protected:
     SwayIpcTest() {
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        std::strncpy(address.sun_path, place.c_str(), sizeof address.sun_path - 1);
+        const auto address = socketAddress(place).value_or(sockaddr_un{});
         EXPECT_EQ(bind(listener.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
         EXPECT_EQ(listen(listener.get(), 4), 0);
         EXPECT_TRUE(ipc.open());

@@ -1,11 +1,12 @@
 #include "tests/desk/wayland/support/SwayControl.hpp"
 
 #include <sys/socket.h>
-#include <sys/un.h>
 
 #include <cstring>
 #include <stdexcept>
 #include <string_view>
+
+#include "Vantrel/Handles/LocalSocket.hpp"
 
 namespace vantrel::desk {
 
@@ -26,14 +27,10 @@ void readExactly(int socket, char* buffer, std::size_t length) {
 
 }  // namespace
 
-SwayControl::SwayControl(const std::filesystem::path& socketPath)
-    : socket_(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    std::strncpy(address.sun_path, socketPath.c_str(), sizeof address.sun_path - 1);
+SwayControl::SwayControl(const std::filesystem::path& socketPath) : socket_(connectToSocket(socketPath)) {
     const timeval patience{.tv_sec = 60, .tv_usec = 0};
     setsockopt(socket_.get(), SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
-    if (connect(socket_.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
+    if (!socket_.isOpen()) {
         throw std::runtime_error("cannot connect to " + socketPath.native());
     }
 }

@@ -1,13 +1,9 @@
 #include "tests/desk/wayland/support/WaylandDesk.hpp"
 
-#include <sys/socket.h>
-#include <sys/un.h>
-
-#include <cstring>
 #include <stdexcept>
 #include <utility>
 
-#include "Vantrel/Handles/FileDescriptor.hpp"
+#include "Vantrel/Handles/LocalSocket.hpp"
 
 namespace vantrel::desk {
 
@@ -49,11 +45,7 @@ std::filesystem::path WaylandDesk::agentSocket() const {
 }
 
 bool WaylandDesk::isServed() const {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    std::strncpy(address.sun_path, agentSocket().c_str(), sizeof address.sun_path - 1);
-    const FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    return connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+    return connectToSocket(agentSocket()).isOpen();
 }
 
 bool WaylandDesk::jump(const Chord& chord, LayoutPoint target) {
