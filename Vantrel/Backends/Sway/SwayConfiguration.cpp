@@ -6,13 +6,13 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <fstream>
 #include <map>
 #include <optional>
 #include <set>
-#include <sstream>
 #include <system_error>
 #include <utility>
+
+#include "Vantrel/Handles/FileContents.hpp"
 
 namespace vantrel::sway {
 
@@ -78,20 +78,12 @@ std::optional<std::uint32_t> modifierNamed(const std::string& name) {
     return found == namedModifiers.end() ? std::nullopt : std::optional(found->bit);
 }
 
-std::vector<std::string> splitAtPlus(const std::string& text) {
-    std::vector<std::string> parts;
-    std::istringstream stream(text);
-    for (std::string part; std::getline(stream, part, '+');) {
-        parts.push_back(part);
-    }
-    return parts;
-}
-
 /// A combination with one key besides the modifiers; none for mouse buttons, and for several keys at once.
-std::optional<wayland::ConfiguredBinding> bindingOf(const std::string& combination, bool byCode) {
+std::optional<wayland::ConfiguredBinding> bindingOf(std::string_view combination, bool byCode) {
     wayland::ConfiguredBinding binding;
     bool hasKey = false;
-    for (const std::string& part : splitAtPlus(combination)) {
+    while (const auto piece = takePiece(combination, '+')) {
+        const std::string part(*piece);
         if (const auto modifier = modifierNamed(part)) {
             binding.modifiers |= *modifier;
             continue;
@@ -124,9 +116,7 @@ class Reader {
             std::filesystem::file_size(real, error) > largestFile || error || !files_.insert(real).second) {
             return;
         }
-        std::ostringstream text;
-        text << std::ifstream(real).rdbuf();
-        readText(text.str(), real);
+        readText(contentsOf(real).value_or(""), real);
     }
 
     void readMain(std::string_view text, const std::filesystem::path& file) {
@@ -143,15 +133,15 @@ class Reader {
     void readText(std::string_view text, const std::filesystem::path& file) {
         std::vector<std::string> blocks;  // the beginning of each that is open
         std::string pending;              // a line that may open a block on the next one
-        std::istringstream stream{std::string(text)};
-        for (std::string line; std::getline(stream, line);) {
+        while (const auto firstLine = takePiece(text, '\n')) {
+            std::string line(*firstLine);
             while (line.ends_with('\\')) {
                 line.pop_back();
-                std::string next;
-                if (!std::getline(stream, next)) {
+                const auto next = takePiece(text, '\n');
+                if (!next) {
                     break;
                 }
-                line += next;
+                line += *next;
             }
             const std::string_view content = trimmed(line);
             if (content.empty() || content.front() == '#') {

@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <cstdlib>
-#include <fstream>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -10,6 +9,7 @@
 #include <vector>
 
 #include "Vantrel/Backends/Wayfire/WayfireMessages.hpp"
+#include "Vantrel/Handles/FileContents.hpp"
 
 namespace vantrel::wayfire {
 
@@ -44,15 +44,15 @@ std::vector<std::filesystem::path> sockets() {
 /// The file that wayfire was told to read, or reads of itself.
 std::filesystem::path configurationOf(pid_t wayfire) {
     const std::filesystem::path process = "/proc/" + std::to_string(wayfire);
-    std::ifstream commandLine(process / "cmdline");
-    for (std::string argument; std::getline(commandLine, argument, '\0');) {
+    const std::string commandLine = contentsOf(process / "cmdline").value_or("");
+    std::string_view arguments = commandLine;
+    while (const auto argument = takePiece(arguments, '\0')) {
         constexpr std::string_view joined = "--config=";
-        if (argument.starts_with(joined)) {
-            return process / "cwd" / argument.substr(joined.size());
+        if (argument->starts_with(joined)) {
+            return process / "cwd" / argument->substr(joined.size());
         }
-        if (argument == "-c" || argument == "--config") {
-            std::getline(commandLine, argument, '\0');
-            return process / "cwd" / argument;
+        if (*argument == "-c" || *argument == "--config") {
+            return process / "cwd" / takePiece(arguments, '\0').value_or("");
         }
     }
     if (auto named = environment("WAYFIRE_CONFIG_FILE"); !named.empty()) {

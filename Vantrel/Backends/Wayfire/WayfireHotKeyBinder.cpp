@@ -1,12 +1,11 @@
 #include "Vantrel/Backends/Wayfire/WayfireHotKeyBinder.hpp"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <utility>
 
 #include "Vantrel/Backends/Wayfire/WayfireMessages.hpp"
 #include "Vantrel/Backends/Wayland/KeyBindings.hpp"
+#include "Vantrel/Handles/FileContents.hpp"
 
 namespace vantrel::wayfire {
 
@@ -46,9 +45,7 @@ std::vector<Chord> WayfireHotKeyBinder::chordsOf(const backend::KeyCombination& 
 }
 
 bool WayfireHotKeyBinder::isConfigured(const std::vector<Chord>& chords) const {
-    std::ifstream file(configuration_);
-    const std::string text(std::istreambuf_iterator<char>(file), {});
-    const std::vector<Chord> configured = chordsInConfiguration(text);
+    const std::vector<Chord> configured = chordsInConfiguration(contentsOf(configuration_).value_or(""));
     return std::find_first_of(configured.begin(), configured.end(), chords.begin(), chords.end()) != configured.end();
 }
 

@@ -1,23 +1,23 @@
 #include "Vantrel/Backends/Wayland/ConnectorEdid.hpp"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
-#include <fstream>
 #include <system_error>
 #include <vector>
 
 #include "Vantrel/Backends/Common/DisplayIdentity.hpp"
+#include "Vantrel/Handles/FileContents.hpp"
 
 namespace vantrel::wayland {
 
 namespace {
 
 std::string identityIn(const std::filesystem::path& file) {
-    std::array<std::uint8_t, 128> baseBlock{};
-    std::ifstream stream(file, std::ios::binary);
-    stream.read(reinterpret_cast<char*>(baseBlock.data()), baseBlock.size());
-    return stream ? backend::edidIdentity(baseBlock) : std::string();
+    constexpr std::size_t baseBlock = 128;
+    const std::string edid = contentsOf(file).value_or("");
+    return edid.size() < baseBlock
+               ? std::string()
+               : backend::edidIdentity({reinterpret_cast<const std::uint8_t*>(edid.data()), baseBlock});
 }
 
 /// "card0-HDMI-A-1" is the connector HDMI-A-1 of a card.

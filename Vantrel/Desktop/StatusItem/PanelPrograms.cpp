@@ -1,6 +1,6 @@
 #include "Vantrel/Desktop/StatusItem/PanelPrograms.hpp"
 
-#include "Vantrel/Handles/GLibHandles.hpp"
+#include "Vantrel/Handles/FileContents.hpp"
 
 #include <array>
 #include <utility>
@@ -36,14 +36,7 @@ PanelProgram panelProgram(std::string_view processName) {
 }
 
 std::string processName(std::uint32_t process) {
-    // Not by a stream: those bring the library's locales along, a megabyte in the resting agent.
-    const std::string path = "/proc/" + std::to_string(process) + "/comm";
-    gchar* rawText = nullptr;
-    if (!g_file_get_contents(path.c_str(), &rawText, nullptr, nullptr)) {
-        return {};
-    }
-    const GCharPointer text(rawText);
-    const std::string name = text.get();
+    const std::string name = contentsOf("/proc/" + std::to_string(process) + "/comm").value_or("");
     return name.substr(0, name.find('\n'));
 }
 
