@@ -1,3 +1,8 @@
+# What packages are built with; CMake's own -O3 makes the agent a tenth larger and no jump faster.
+foreach(language C CXX)
+  string(REPLACE -O3 -O2 CMAKE_${language}_FLAGS_RELEASE "${CMAKE_${language}_FLAGS_RELEASE}")
+endforeach()
+
 # One interface target carries the options that every target of the project builds with.
 add_library(VantrelOptions INTERFACE)
 target_include_directories(VantrelOptions INTERFACE ${PROJECT_SOURCE_DIR})
@@ -15,8 +20,7 @@ endif()
 target_link_options(VantrelOptions INTERFACE -Wl,-z,relro -Wl,-z,now -Wl,--as-needed)
 if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT VANTREL_SANITIZE)
   # _FORTIFY_SOURCE=3 came with GCC 12 and clang 9; a distribution's own default of 2 would warn about redefinition.
-  # -O2 is what packages are built with; CMake's own -O3 makes the agent a tenth larger and no jump faster.
-  target_compile_options(VantrelOptions INTERFACE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3 -O2)
+  target_compile_options(VantrelOptions INTERFACE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3)
 endif()
 include(CheckPIESupported)
 check_pie_supported()
