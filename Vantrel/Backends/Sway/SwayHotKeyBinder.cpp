@@ -24,13 +24,30 @@ std::string commandOf(const backend::KeyCombination& combination) {
 }
 
 /// "Ctrl+Mod1+40".
-std::string combinationText(std::uint32_t modifiers, xkb_keycode_t keycode) {
+std::string chordText(std::uint32_t modifiers, xkb_keycode_t keycode) {
     std::string text;
     text += (modifiers & wayland::controlModifier) != 0 ? "Ctrl+" : "";
     text += (modifiers & wayland::altModifier) != 0 ? "Mod1+" : "";
     text += (modifiers & wayland::shiftModifier) != 0 ? "Shift+" : "";
     text += (modifiers & wayland::logoModifier) != 0 ? "Mod4+" : "";
     return text + std::to_string(keycode);
+}
+
+/// The chords that together mean those keys. A modifier key that has switched the layout instead is for sway a key like
+/// any other, and counts as held with the one that was pressed.
+std::vector<std::string> chordTexts(std::uint32_t modifiers, const std::vector<xkb_keycode_t>& keycodes,
+                                    xkb_keymap* keymap) {
+    std::vector<std::string> chords;
+    const auto hiding = wayland::hidingKeys(keymap);
+    for (const xkb_keycode_t keycode : keycodes) {
+        chords.push_back(chordText(modifiers, keycode));
+        for (const wayland::HidingKey& key : hiding) {
+            if ((modifiers & key.modifier) != 0) {
+                chords.push_back(chordText(modifiers & ~key.modifier, key.keycode) + "+" + std::to_string(keycode));
+            }
+        }
+    }
+    return chords;
 }
 
 std::string quoted(const std::string& text) {
@@ -139,14 +156,17 @@ OSStatus SwayHotKeyBinder::bind(const backend::KeyCombination& combination) {
     if (keymap == nullptr || !learn(deadline)) {
         return eventHotKeyInvalidErr;
     }
-    BoundKey key{combination, wayland::realModifiers(combination.modifiers),
-                 wayland::keycodesAt(combination.keyCode, keymap)};
+    BoundKey key{.combination = combination,
+                 .modifiers = wayland::realModifiers(combination.modifiers),
+                 .keycodes = wayland::keycodesAt(combination.keyCode, keymap),
+                 .chords = {}};
     if (key.keycodes.empty()) {
         return eventHotKeyInvalidErr;
     }
     if (isConfigured(key, keymap)) {
         return eventHotKeyExistsErr;
     }
+    key.chords = chordTexts(key.modifiers, key.keycodes, keymap);
     if (!bindInModes(key, modes_, deadline)) {
         unbindInModes(key, deadline);
         return eventHotKeyInvalidErr;
@@ -159,9 +179,9 @@ bool SwayHotKeyBinder::bindInModes(const BoundKey& key, const std::vector<std::s
                                    Clock::time_point deadline) {
     std::string commands;
     for (const std::string& mode : modes) {
-        for (const xkb_keycode_t keycode : key.keycodes) {
-            commands += "mode " + quoted(mode) + " bindcode --no-repeat --no-warn " +
-                        combinationText(key.modifiers, keycode) + " " + commandOf(key.combination) + ";";
+        for (const std::string& chord : key.chords) {
+            commands += "mode " + quoted(mode) + " bindcode --no-repeat --no-warn " + chord + " " +
+                        commandOf(key.combination) + ";";
         }
     }
     const auto reply = commands_.ask(MessageType::runCommand, commands, deadline);
@@ -180,8 +200,8 @@ void SwayHotKeyBinder::unbind(const backend::KeyCombination& combination) {
 void SwayHotKeyBinder::unbindInModes(const BoundKey& key, Clock::time_point deadline) {
     std::string commands;
     for (const std::string& mode : modes_) {
-        for (const xkb_keycode_t keycode : key.keycodes) {
-            commands += "mode " + quoted(mode) + " unbindcode " + combinationText(key.modifiers, keycode) + ";";
+        for (const std::string& chord : key.chords) {
+            commands += "mode " + quoted(mode) + " unbindcode " + chord + ";";
         }
     }
     // The answer is waited for, because sway drops what it has not read of a connection that is closed.
@@ -194,7 +214,8 @@ void SwayHotKeyBinder::restore() {
     bool isDone = keymap != nullptr && learn(deadline);
     for (BoundKey& key : bound_) {
         if (isDone && key.isLost) {
-            // The person may have just given the keys to something else.
+            // The person may have just given the keys to something else, or chosen another keyboard's options.
+            key.chords = chordTexts(key.modifiers, key.keycodes, keymap);
             isDone = isConfigured(key, keymap) || bindInModes(key, modes_, deadline);
             key.isLost = !isDone;
         }

@@ -32,7 +32,8 @@ class SwayHotKeyBinder final : public backend::HotKeyBinder {
         backend::KeyCombination combination;
         std::uint32_t modifiers = 0;
         std::vector<xkb_keycode_t> keycodes;
-        bool isLost = false;  ///< since a reload of the configuration
+        std::vector<std::string> chords;  ///< as sway writes them
+        bool isLost = false;              ///< since a reload of the configuration
     };
 
     void listen();

@@ -37,6 +37,14 @@ std::uint32_t realModifiers(std::uint32_t carbonModifiers);
 /// The keycodes of a place on that keyboard; empty when it has no such key.
 std::vector<xkb_keycode_t> keycodesAt(std::uint32_t virtualKeyCode, xkb_keymap* keymap);
 
+/// A modifier key that, pressed after another one, switches the layout instead of setting its modifier, as with the
+/// option grp:alt_shift_toggle.
+struct HidingKey {
+    xkb_keycode_t keycode = 0;
+    std::uint32_t modifier = 0;
+};
+std::vector<HidingKey> hidingKeys(xkb_keymap* keymap);
+
 /// What the key types in the first layout, without modifiers; XKB_KEY_NoSymbol for nothing.
 xkb_keysym_t firstKeysymOf(xkb_keycode_t keycode, xkb_keymap* keymap);
 

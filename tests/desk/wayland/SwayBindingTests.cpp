@@ -117,6 +117,29 @@ TEST(SwayKeys, reloadWithTheChordGivenAway_isThePersons) {
     EXPECT_TRUE(desk.jump(hyper(keys::d), persons));
 }
 
+class SwayLayoutToggle : public testing::TestWithParam<const char*> {};
+
+TEST_P(SwayLayoutToggle, modifiersInAnyOrder_jump) {
+    SwayDesk desk(SwayDesk::twoDisplays(), "us,ru", std::string("grp:") + GetParam());
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    using namespace keys;
+    bool isOnMain = true;
+    for (const Chord& chord : {Chord{control, option, shift, command, d}, Chord{shift, control, option, command, d},
+                               Chord{command, shift, option, control, d}, Chord{option, command, control, shift, d}}) {
+        EXPECT_TRUE(desk.jump(chord, isOnMain ? centreOfSecond : onMain));
+        isOnMain = !isOnMain;
+    }
+    desk.person().type({control, option, command, d});
+    desk.person().type({control, shift, command, d});
+    desk.person().type({option, shift, d});
+    EXPECT_TRUE(desk.person().staysAt(isOnMain ? onMain : centreOfSecond)) << "with a modifier less";
+}
+
+INSTANTIATE_TEST_SUITE_P(Options, SwayLayoutToggle,
+                         testing::Values("alt_shift_toggle", "ctrl_shift_toggle", "ctrl_alt_toggle", "toggle"),
+                         [](const auto& test) { return std::string(test.param); });
+
 TEST(SwayKeys, end_isUnbound) {
     SwayDesk desk;
     auto agent = desk.startAgent();

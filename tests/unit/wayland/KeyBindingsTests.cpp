@@ -12,10 +12,11 @@ namespace {
 constexpr std::uint32_t hyper = controlModifier | altModifier | shiftModifier | logoModifier;
 constexpr xkb_keycode_t dPlace = 40;
 
-KeymapPointer keymap(const char* layouts) {
+KeymapPointer keymap(const char* layouts, const char* options = "") {
     const std::unique_ptr<xkb_context, decltype(&xkb_context_unref)> context(xkb_context_new(XKB_CONTEXT_NO_FLAGS),
                                                                              &xkb_context_unref);
-    const xkb_rule_names names{.rules = "evdev", .model = "pc105", .layout = layouts, .variant = "", .options = ""};
+    const xkb_rule_names names{
+        .rules = "evdev", .model = "pc105", .layout = layouts, .variant = "", .options = options};
     return KeymapPointer(xkb_keymap_new_from_names(context.get(), &names, XKB_KEYMAP_COMPILE_NO_FLAGS));
 }
 
@@ -44,6 +45,18 @@ TEST(KeyBindings, keycodesAt_severalKeysOrNone_givesThemAll) {
     const auto map = keymap("us");
     EXPECT_EQ(keycodesAt(f13, map.get()).size(), 2U);
     EXPECT_TRUE(keycodesAt(noKey, map.get()).empty());
+}
+
+TEST(KeyBindings, hidingKeys_layoutToggle_areItsModifierKeys) {
+    const auto toggled = keymap("us,ru", "grp:alt_shift_toggle");
+    std::uint32_t modifiers = 0;
+    for (const HidingKey& key : hidingKeys(toggled.get())) {
+        modifiers |= key.modifier;
+    }
+    EXPECT_EQ(modifiers, altModifier | shiftModifier);
+    for (const char* options : {"", "grp:toggle", "grp:win_space_toggle", "grp:menu_toggle"}) {
+        EXPECT_TRUE(hidingKeys(keymap("us,ru", options).get()).empty()) << options;
+    }
 }
 
 TEST(KeyBindings, isMeantBy_place_withTheSameModifiersOnly) {
