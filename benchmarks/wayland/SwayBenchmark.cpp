@@ -1,5 +1,6 @@
-// From the key press to the moved pointer in a private sway session: the agent and the floor, in turns.
-// Arguments: how many presses each (1000 unless told).
+// From the key press to the moved pointer in a private sway session: the agent and the floor, in turns; and what the
+// agent costs at rest.
+// Arguments: how many presses each (1000 unless told), how many seconds at rest (60).
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -9,6 +10,8 @@
 #include <thread>
 #include <vector>
 
+#include "benchmarks/weight/ProcessMemory.hpp"
+#include "tests/desk/support/ProcessActivity.hpp"
 #include "tests/desk/wayland/support/SwayDesk.hpp"
 
 namespace {
@@ -72,16 +75,29 @@ void report(const char* name, Times times) {
     std::fflush(stdout);
 }
 
+void reportRest(pid_t agent, std::chrono::seconds time) {
+    waitUntilAtRest(agent);
+    const std::int64_t before = voluntarySwitches(agent);
+    std::this_thread::sleep_for(time);
+    const auto memory = vantrel::bench::memoryOf(agent);
+    std::printf("at rest  woken %lld times in %lld s  private dirty %.2f MB  proportional %.2f MB\n",
+                static_cast<long long>(voluntarySwitches(agent) - before), static_cast<long long>(time.count()),
+                memory.privateDirty, memory.proportional);
+    std::fflush(stdout);
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
     const int presses = count > 1 ? std::atoi(arguments[1]) : 1000;
+    const std::chrono::seconds restingTime(count > 2 ? std::atoi(arguments[2]) : 60);
     constexpr int turns = 2;
     for (int turn = 0; turn < turns; ++turn) {
         {
             SwayDesk desk;
             const auto agent = desk.startAgent();
             report("Vantrel", measure(desk, presses / turns));
+            reportRest(agent->processId(), restingTime);
         }
         {
             SwayDesk desk;
