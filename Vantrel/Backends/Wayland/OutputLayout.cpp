@@ -54,6 +54,16 @@ LayoutPoint cornerOfOutputs(const std::vector<OutputDescription>& outputs) {
     return corner.x == farAway ? LayoutPoint{} : corner;
 }
 
+std::optional<LayoutPoint> placeOfPixel(const OutputDescription& output, LayoutPoint pixel) {
+    const bool isTurned = output.transform % 2 == 1;
+    const std::int32_t wide = isTurned ? output.pixelsHigh : output.pixelsWide;
+    const std::int32_t high = isTurned ? output.pixelsWide : output.pixelsHigh;
+    if (wide <= 0 || high <= 0) {
+        return std::nullopt;
+    }
+    return LayoutPoint{output.x + pixel.x * output.width / wide, output.y + pixel.y * output.height / high};
+}
+
 std::size_t outputAt(const std::vector<OutputDescription>& outputs, LayoutPoint point) {
     std::size_t nearest = 0;
     double least = std::numeric_limits<double>::infinity();

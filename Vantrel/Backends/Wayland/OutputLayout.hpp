@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,8 +24,10 @@ struct OutputDescription {
     std::int32_t y = 0;
     std::int32_t width = 0;  ///< in points; 0 until it is known
     std::int32_t height = 0;
-    std::int32_t transform = 0;  ///< wl_output.transform
-    std::string edid;            ///< what backend::edidIdentity() made of its EDID; empty where there is none
+    std::int32_t transform = 0;   ///< wl_output.transform
+    std::int32_t pixelsWide = 0;  ///< before the transform; 0 until it is known
+    std::int32_t pixelsHigh = 0;
+    std::string edid;  ///< what backend::edidIdentity() made of its EDID; empty where there is none
 
     bool operator==(const OutputDescription&) const = default;
 };
@@ -35,6 +38,9 @@ backend::DisplayLayout layoutOfOutputs(std::vector<OutputDescription> outputs);
 
 /// The corner of the rectangle around all outputs; the origin where there are none.
 LayoutPoint cornerOfOutputs(const std::vector<OutputDescription>& outputs);
+
+/// Where a pixel of what the output shows is in the layout; none until the output's size in pixels is known.
+std::optional<LayoutPoint> placeOfPixel(const OutputDescription& output, LayoutPoint pixel);
 
 /// The output that holds the point, else the nearest one; its index. There is one at least.
 std::size_t outputAt(const std::vector<OutputDescription>& outputs, LayoutPoint point);

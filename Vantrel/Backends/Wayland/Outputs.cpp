@@ -27,6 +27,13 @@ struct Outputs::Callbacks {
                          const char* /*make*/, const char* /*model*/, std::int32_t transform) {
         tracked(data).pending.transform = transform;
     }
+    static void mode(void* data, wl_output* /*output*/, std::uint32_t flags, std::int32_t width, std::int32_t height,
+                     std::int32_t /*refresh*/) {
+        if ((flags & WL_OUTPUT_MODE_CURRENT) != 0) {
+            tracked(data).pending.pixelsWide = width;
+            tracked(data).pending.pixelsHigh = height;
+        }
+    }
     static void done(void* data, wl_output* /*output*/) {
         Tracked& self = tracked(data);
         if (self.current != self.pending) {
@@ -54,7 +61,7 @@ struct Outputs::Callbacks {
     static void unused(void* /*data*/, Arguments... /*arguments*/) {}
 
     static constexpr wl_output_listener output{
-        .geometry = geometry, .mode = unused, .done = done, .scale = unused, .name = named, .description = unused};
+        .geometry = geometry, .mode = mode, .done = done, .scale = unused, .name = named, .description = unused};
     static constexpr zxdg_output_v1_listener logical{.logical_position = logicalPosition,
                                                      .logical_size = logicalSize,
                                                      .done = logicalDone,

@@ -26,7 +26,8 @@ class Seat {
     [[nodiscard]] wl_seat* get() const { return seat_.get(); }
     [[nodiscard]] const std::string& name() const { return name_; }
 
-    /// Without any pointing device a seat has no pointer.
+    /// Without any pointing device a seat has no pointer; null then.
+    [[nodiscard]] wl_pointer* pointer() const { return pointer_.get(); }
     [[nodiscard]] bool hasPointer() const { return pointer_ != nullptr; }
     [[nodiscard]] bool hasKeyboard() const { return hasKeyboard_; }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ext-image-copy-capture-v1.h>
 #include <viewporter.h>
 #include <wayland-client.h>
 #include <wlr-layer-shell-unstable-v1.h>
@@ -30,6 +31,16 @@ struct WaylandDeleter {
     void operator()(zxdg_output_v1* object) const { zxdg_output_v1_destroy(object); }
     void operator()(zwlr_layer_shell_v1* object) const { wl_proxy_destroy(reinterpret_cast<wl_proxy*>(object)); }
     void operator()(zwlr_layer_surface_v1* object) const { zwlr_layer_surface_v1_destroy(object); }
+    void operator()(ext_image_capture_source_v1* object) const { ext_image_capture_source_v1_destroy(object); }
+    void operator()(ext_output_image_capture_source_manager_v1* object) const {
+        ext_output_image_capture_source_manager_v1_destroy(object);
+    }
+    void operator()(ext_image_copy_capture_manager_v1* object) const {
+        ext_image_copy_capture_manager_v1_destroy(object);
+    }
+    void operator()(ext_image_copy_capture_cursor_session_v1* object) const {
+        ext_image_copy_capture_cursor_session_v1_destroy(object);
+    }
     void operator()(xx_hotkey_manager_v1* object) const { xx_hotkey_manager_v1_destroy(object); }
     void operator()(xx_hotkey_v1* object) const { xx_hotkey_v1_destroy(object); }
     void operator()(zwlr_virtual_pointer_manager_v1* object) const { zwlr_virtual_pointer_manager_v1_destroy(object); }

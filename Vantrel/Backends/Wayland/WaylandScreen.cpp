@@ -12,6 +12,9 @@ namespace {
 /// What is left of the 30 ms for a jump stays for everything else.
 constexpr std::chrono::milliseconds readingTime{25};
 
+/// How long after a warp the outputs may still show the pointer where it was: some pictures' time.
+constexpr std::chrono::milliseconds showingTime{100};
+
 /// Compositors calculate where the pointer is from fractions of the layout, and may cut what they tell of it down to
 /// the protocol's 256ths of a point. So it is sent a quarter of these too far: else it would go back by one with each
 /// jump.
@@ -20,8 +23,13 @@ constexpr double lead = 1.0 / 1024;
 }  // namespace
 
 WaylandScreen::WaylandScreen(WaylandConnection& connection, const Outputs& outputs, OverlayReader& reader,
-                             VirtualPointers& pointers, Compositor* compositor)
-    : connection_(connection), tracked_(outputs), reader_(reader), pointers_(pointers), compositor_(compositor) {}
+                             CursorSessions& sessions, VirtualPointers& pointers, Compositor* compositor)
+    : connection_(connection),
+      tracked_(outputs),
+      reader_(reader),
+      sessions_(sessions),
+      pointers_(pointers),
+      compositor_(compositor) {}
 
 void WaylandScreen::refreshLayout() {
     connection_.drain();
@@ -55,6 +63,9 @@ std::optional<CGPoint> WaylandScreen::pointer() {
             compositor_->settleWarps(deadline);
         }
         place = reader_.read(outputs_, deadline);
+        if (!place && Clock::now() - warpTime_ > showingTime) {
+            place = sessions_.read(outputs_, deadline);
+        }
     }
     if (place) {
         freshPointer_ = CGPoint{place->x - layout_.originX, place->y - layout_.originY};
@@ -64,6 +75,7 @@ std::optional<CGPoint> WaylandScreen::pointer() {
 
 void WaylandScreen::warpPointer(CGPoint position) {
     freshPointer_.reset();
+    warpTime_ = Clock::now();
     if (!std::isfinite(position.x) || !std::isfinite(position.y) || outputs_.empty()) {
         return;
     }

@@ -4,6 +4,7 @@
 
 #include "Vantrel/Backends/Common/MonitorLayout.hpp"
 #include "Vantrel/Backends/Wayland/Compositor.hpp"
+#include "Vantrel/Backends/Wayland/CursorSessions.hpp"
 #include "Vantrel/Backends/Wayland/OverlayReader.hpp"
 
 namespace vantrel::wayland {
@@ -15,7 +16,7 @@ class WaylandScreen {
   public:
     /// All of them outlive this object; there may be no `compositor`.
     WaylandScreen(WaylandConnection& connection, const Outputs& outputs, OverlayReader& reader,
-                  VirtualPointers& pointers, Compositor* compositor);
+                  CursorSessions& sessions, VirtualPointers& pointers, Compositor* compositor);
     WaylandScreen(const WaylandScreen&) = delete;
     WaylandScreen& operator=(const WaylandScreen&) = delete;
 
@@ -40,6 +41,7 @@ class WaylandScreen {
     WaylandConnection& connection_;
     const Outputs& tracked_;
     OverlayReader& reader_;
+    CursorSessions& sessions_;
     VirtualPointers& pointers_;
     Compositor* compositor_;
     std::optional<unsigned> generation_;  ///< of the outputs that the layout is made of
@@ -48,6 +50,7 @@ class WaylandScreen {
     backend::DisplayLayout layout_;
     std::optional<CGPoint> freshPointer_;
     bool isWarpUnderway_ = false;  ///< by a virtual pointer, since the last read
+    Clock::time_point warpTime_;   ///< of the last one
 };
 
 }  // namespace vantrel::wayland

@@ -83,8 +83,9 @@ struct WaylandSession::Abilities {
         : pointers(*globals.pointers, seat),
           reader(connection, {*globals.compositor, *globals.shm, *globals.viewporter, *globals.layerShell}, seat,
                  pointers, [this] { lookUnderPointer(); }),
+          sessions(connection, registry, seat),
           compositor(find(connection, seat, finders)),
-          screen(connection, outputs, reader, pointers, compositor.get()),
+          screen(connection, outputs, reader, sessions, pointers, compositor.get()),
           protocolBinder(HotKeyProtocolBinder::isOffered(registry)
                              ? std::make_unique<HotKeyProtocolBinder>(connection, registry, seat)
                              : nullptr),
@@ -126,6 +127,7 @@ struct WaylandSession::Abilities {
 
     VirtualPointers pointers;
     OverlayReader reader;
+    CursorSessions sessions;
     std::unique_ptr<Compositor> compositor;
     WaylandScreen screen;
     backend::DisplayList displays{screen.layout(), [this] { screen.refreshLayout(); }};

@@ -10,8 +10,8 @@ namespace {
 class WayfirePlugins : public testing::TestWithParam<const char*> {};
 
 TEST_P(WayfirePlugins, withoutThoseForKeys_urlsJumpAllTheSame) {
-    WaylandDesk desk(
-        std::make_unique<WayfireProcess>(WayfireOptions{.outputs = WaylandDesk::twoOutputs(), .plugins = GetParam()}));
+    WaylandDesk desk(std::make_unique<WayfireProcess>(
+        WayfireOptions{.outputs = WaylandDesk::twoOutputs(), .plugins = GetParam(), .configuration = {}}));
     const auto agent = desk.startAgent();
     desk.person().moveTo(WaylandDesk::onMain);
     desk.person().type(hyper(keys::d));

@@ -5,6 +5,8 @@
 #include <tuple>
 
 #include "tests/desk/wayland/support/InstalledCompositors.hpp"
+#include "tests/desk/wayland/support/ScreenLock.hpp"
+#include "tests/desk/wayland/support/TypingWindow.hpp"
 #include "tests/desk/wayland/support/WaylandDesk.hpp"
 
 namespace vantrel::desk {
@@ -67,6 +69,28 @@ INSTANTIATE_TEST_SUITE_P(Compositors, WaylandJump,
 
 class WaylandAgent : public testing::TestWithParam<CompositorKind> {
   protected:
+    /// All that is stored of where the pointer was.
+    std::vector<LayoutPoint> remembered() {
+        std::vector<LayoutPoint> points;
+        for (const auto& point : nlohmann::json::parse(desk.defaults().read("rememberedPositions").value_or("{}"))) {
+            points.push_back({.x = point.at("x"), .y = point.at("y")});
+        }
+        return points;
+    }
+
+    /// After the pointer was at onMain and may have jumped to the second display, or several times there and back.
+    void expectNothingWrongIsRemembered() {
+        ASSERT_TRUE(desk.savePoint()) << "which is obeyed after all that came before";
+        for (const LayoutPoint point : remembered()) {
+            EXPECT_TRUE(point == onMain || point == centreOfSecond) << point;
+        }
+        // A motion to where the pointer rests may tell nobody anything.
+        desk.person().moveTo(centreOfMain);
+        desk.person().moveTo(onMain);
+        EXPECT_TRUE(desk.jump("vantrel://next", centreOfSecond));
+        EXPECT_TRUE(desk.jump("vantrel://next", onMain));
+    }
+
     WaylandDesk desk{GetParam().start(WaylandDesk::twoOutputs())};
 };
 
@@ -78,15 +102,10 @@ TEST_P(WaylandAgent, departures_areStoredUnderEachDisplay) {
     desk.person().moveTo(onMain);
     ASSERT_TRUE(desk.jump("vantrel://next", centreOfSecond));
     ASSERT_TRUE(desk.jump("vantrel://next", onMain));
-    const auto stored = nlohmann::json::parse(desk.defaults().read("rememberedPositions").value_or(""), nullptr, false);
-    ASSERT_TRUE(stored.is_object());
-    std::vector<LayoutPoint> points;
-    for (const auto& point : stored) {
-        points.push_back({.x = point.at("x"), .y = point.at("y")});
-    }
-    EXPECT_EQ(points.size(), 2U) << stored;
-    EXPECT_NE(std::find(points.begin(), points.end(), onMain), points.end()) << stored;
-    EXPECT_NE(std::find(points.begin(), points.end(), centreOfSecond), points.end()) << stored;
+    const auto points = remembered();
+    EXPECT_EQ(points.size(), 2U);
+    EXPECT_NE(std::find(points.begin(), points.end(), onMain), points.end());
+    EXPECT_NE(std::find(points.begin(), points.end(), centreOfSecond), points.end());
 }
 
 TEST_P(WaylandAgent, savedPoint_comesBackThere) {
@@ -151,13 +170,75 @@ TEST_P(WaylandAgent, displayMovedAndSwitchedOff_theNextJumpKnows) {
     EXPECT_TRUE(desk.jump("vantrel://next", {.x = 840, .y = 150}));
 }
 
+TEST_P(WaylandAgent, buttonHeld_jumpsInARow_rememberNothingWrong) {
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    ASSERT_TRUE(desk.jump("vantrel://next", centreOfSecond));
+    ASSERT_TRUE(desk.jump("vantrel://next", onMain));
+    desk.person().pressButton();
+    // The second comes before the screen shows what the first has done.
+    ASSERT_TRUE(desk.open("vantrel://next"));
+    ASSERT_TRUE(desk.open("vantrel://next"));
+    waitUntil([] { return false; }, quietTime);
+    desk.person().releaseButton();
+    expectNothingWrongIsRemembered();
+}
+
+TEST_P(WaylandAgent, screenLocked_remembersNothingWrong) {
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    {
+        const auto lock = ScreenLock::lock(desk.compositor().socket());
+        if (!lock) {
+            GTEST_SKIP() << "this compositor lets no program lock the session";
+        }
+        ASSERT_TRUE(desk.open("vantrel://next"));
+        waitUntil([] { return false; }, quietTime);
+    }
+    expectNothingWrongIsRemembered();
+}
+
+TEST_P(WaylandAgent, programsMenuOpen_remembersNothingWrong) {
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    {
+        TypingWindow window(desk.compositor().socket());
+        desk.person().type({keys::d});
+        ASSERT_TRUE(waitUntil([&] { return window.presses() > 0; }));
+        window.openMenu();
+        ASSERT_TRUE(desk.open("vantrel://next"));
+        waitUntil([] { return false; }, quietTime);
+    }
+    expectNothingWrongIsRemembered();
+}
+
+TEST_P(WaylandAgent, pointerLockedByAGame_remembersNothingWrong) {
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    {
+        TypingWindow game(desk.compositor().socket());
+        // Some compositors lock a pointer that came to the game by a hand only.
+        desk.person().moveUnseenTo(centreOfMain);
+        desk.person().moveUnseenTo(onMain);
+        game.lockPointer();
+        ASSERT_TRUE(desk.open("vantrel://next"));
+        waitUntil([] { return false; }, quietTime);
+    }
+    expectNothingWrongIsRemembered();
+}
+
 TEST_P(WaylandAgent, buttonHeld_jumpsOrMovesNothingAndRemembersNothing) {
     const auto agent = desk.startAgent();
     desk.person().moveTo(onMain);
     desk.person().pressButton();
-    if (GetParam().tellsWithButtonHeld) {
-        EXPECT_TRUE(desk.jump("vantrel://next", centreOfSecond));
+    // Recorders are told of the last picture, which has the pointer by now.
+    ASSERT_TRUE(desk.person().staysAt(onMain));
+    if (GetParam().tellsWithButtonHeld || desk.person().tellsRecorders()) {
+        ASSERT_TRUE(desk.open("vantrel://next"));
+        waitUntil([] { return false; }, quietTime);
+        // Not all compositors tell of a warp before.
         desk.person().releaseButton();
+        EXPECT_TRUE(desk.person().waitFor(centreOfSecond));
         EXPECT_TRUE(desk.jump("vantrel://next", onMain));
         return;
     }

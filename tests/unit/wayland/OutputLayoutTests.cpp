@@ -43,6 +43,19 @@ TEST(OutputLayout, cornerOfOutputs_negativeCoordinates_isTheLeastOfEach) {
     EXPECT_EQ(cornerOfOutputs({output("DP-1", 30, 20, 800, 600)}), (LayoutPoint{30, 20}));
 }
 
+TEST(OutputLayout, placeOfPixel_scaledAndTurned_isInTheLayoutsPoints) {
+    OutputDescription scaled = output("DP-1", -640, 100, 640, 480);
+    EXPECT_EQ(placeOfPixel(scaled, {10, 10}), std::nullopt) << "until the size is known";
+    scaled.pixelsWide = 1280;
+    scaled.pixelsHigh = 960;
+    EXPECT_EQ(placeOfPixel(scaled, {100, 50}), (LayoutPoint{-590, 125}));
+    OutputDescription turned = output("DP-2", 0, 0, 600, 800);
+    turned.transform = 3;
+    turned.pixelsWide = 1000;
+    turned.pixelsHigh = 750;
+    EXPECT_EQ(placeOfPixel(turned, {75, 100}), (LayoutPoint{60, 80}));
+}
+
 TEST(OutputLayout, outputAt_pointOnAndOffTheOutputs_isTheOneThatHoldsItOrTheNearest) {
     const std::vector<OutputDescription> outputs{output("DP-1", 0, 0, 800, 600), output("DP-2", 800, 0, 640, 480)};
     EXPECT_EQ(outputAt(outputs, {799.9, 10}), 0U);

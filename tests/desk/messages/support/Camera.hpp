@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "helpers/messages/Rect.hpp"
-#include "tests/desk/messages/support/WaylandClient.hpp"
+#include "tests/desk/wayland/support/WaylandClient.hpp"
 
 struct zwlr_screencopy_manager_v1;
 

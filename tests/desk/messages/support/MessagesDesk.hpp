@@ -5,8 +5,8 @@
 #include "Vantrel/Channel/Channel.hpp"
 #include "Vantrel/Channel/ScreenMessages.hpp"
 #include "tests/desk/messages/support/ScreenDesk.hpp"
-#include "tests/desk/messages/support/TypingWindow.hpp"
 #include "tests/desk/wayland/support/SwayDesk.hpp"
+#include "tests/desk/wayland/support/TypingWindow.hpp"
 
 namespace vantrel::desk {
 

@@ -21,8 +21,8 @@ std::vector<CompositorKind> installedCompositors() {
         {.name = "sway",
          .start =
              [](const Outputs& outputs) {
-                 return std::make_unique<SwayProcess>(
-                     SwayOptions{.outputs = outputs, .configuration = {}, .files = {}});
+                 return std::make_unique<SwayProcess>(SwayOptions{
+                     .outputs = outputs, .configuration = "seat * pointer_constraint enable\n", .files = {}});
              },
          .reload =
              [](CompositorProcess& compositor) {

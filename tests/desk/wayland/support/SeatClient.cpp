@@ -221,6 +221,7 @@ void SeatClient::bind(std::uint32_t name, std::string_view interface, std::uint3
             object = static_cast<Object*>(take(wanted, wantedVersion));
         }
     };
+    tellsRecorders_ |= interface == "ext_image_copy_capture_manager_v1";
     keep(compositor_, wl_compositor_interface, 4);
     keep(shm_, wl_shm_interface, 1);
     keep(seat_, wl_seat_interface, 5);
@@ -317,6 +318,13 @@ void SeatClient::chooseLayout(unsigned number) {
 }
 
 void SeatClient::moveTo(LayoutPoint point) {
+    moveUnseenTo(point);
+    if (!waitFor(point)) {
+        throw std::runtime_error("the pointer does not get where the hand moves it");
+    }
+}
+
+void SeatClient::moveUnseenTo(LayoutPoint point) {
     int left = outputs_.front()->x;
     int top = outputs_.front()->y;
     int right = left;
@@ -333,9 +341,7 @@ void SeatClient::moveTo(LayoutPoint point) {
         static_cast<std::uint32_t>(std::lround((point.y - top) * parts)),
         static_cast<std::uint32_t>((right - left) * parts), static_cast<std::uint32_t>((bottom - top) * parts));
     zwlr_virtual_pointer_v1_frame(mouse_);
-    if (!waitFor(point)) {
-        throw std::runtime_error("the pointer does not get where the hand moves it");
-    }
+    synchronise();
 }
 
 void SeatClient::pressButton() {

@@ -59,10 +59,15 @@ class SeatClient {
 
     /// Moves the pointer as a hand does and waits until it is there; throws when it does not get there.
     void moveTo(LayoutPoint point);
+    /// The same without waiting, for where something covers the window behind everything.
+    void moveUnseenTo(LayoutPoint point);
     void pressButton();
     void releaseButton();
     /// How many presses of a button came to the window behind everything up to now.
     [[nodiscard]] int clicks() const { return clicks_; }
+
+    /// Whether programs that record the screen are told of the pointer here.
+    [[nodiscard]] bool tellsRecorders() const { return tellsRecorders_; }
 
     /// Where the pointer was last seen; none when something covers it.
     std::optional<LayoutPoint> pointer();
@@ -121,6 +126,7 @@ class SeatClient {
     wl_surface* pointed_ = nullptr;  ///< the surface under the pointer
     LayoutPoint onSurface_;
     int clicks_ = 0;
+    bool tellsRecorders_ = false;
 };
 
 }  // namespace vantrel::desk

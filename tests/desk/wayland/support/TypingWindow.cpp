@@ -1,5 +1,6 @@
-#include "tests/desk/messages/support/TypingWindow.hpp"
+#include "tests/desk/wayland/support/TypingWindow.hpp"
 
+#include <pointer-constraints-unstable-v1.h>
 #include <unistd.h>
 #include <xdg-shell.h>
 
@@ -23,15 +24,34 @@ struct TypingWindow::Callbacks {
     static void leave(void* data, wl_keyboard* /*keyboard*/, std::uint32_t /*serial*/, wl_surface* /*surface*/) {
         self(data).hasKeyboard_ = false;
     }
-    static void key(void* data, wl_keyboard* /*keyboard*/, std::uint32_t /*serial*/, std::uint32_t /*time*/,
+    static void key(void* data, wl_keyboard* /*keyboard*/, std::uint32_t serial, std::uint32_t /*time*/,
                     std::uint32_t /*key*/, std::uint32_t state) {
-        self(data).presses_ += state == WL_KEYBOARD_KEY_STATE_PRESSED ? 1 : 0;
+        if (state == WL_KEYBOARD_KEY_STATE_PRESSED) {
+            ++self(data).presses_;
+            self(data).pressSerial_ = serial;
+        }
     }
+    static void locked(void* data, zwp_locked_pointer_v1* /*lock*/) { self(data).isPointerLocked_ = true; }
+    static void unlocked(void* data, zwp_locked_pointer_v1* /*lock*/) { self(data).isPointerLocked_ = false; }
     static void ping(void* /*data*/, xdg_wm_base* base, std::uint32_t serial) { xdg_wm_base_pong(base, serial); }
     static void configured(void* data, xdg_surface* window, std::uint32_t serial) {
         xdg_surface_ack_configure(window, serial);
-        wl_surface_attach(self(data).surface_.get(), self(data).content_.get(), 0, 0);
-        wl_surface_commit(self(data).surface_.get());
+        TypingWindow& typing = self(data);
+        if (typing.viewport_ && typing.width_ > 0 && typing.height_ > 0) {
+            wp_viewport_set_destination(typing.viewport_.get(), typing.width_, typing.height_);
+            typing.fillsScreen_ = true;
+        }
+        typing.paint(*typing.surface_);
+    }
+    static void sized(void* data, xdg_toplevel* /*toplevel*/, std::int32_t width, std::int32_t height,
+                      wl_array* /*states*/) {
+        self(data).width_ = width;
+        self(data).height_ = height;
+    }
+    static void menuConfigured(void* data, xdg_surface* window, std::uint32_t serial) {
+        xdg_surface_ack_configure(window, serial);
+        self(data).paint(*self(data).menuSurface_);
+        self(data).isMenuOpen_ = true;
     }
 
     template <typename... Arguments>
@@ -39,12 +59,20 @@ struct TypingWindow::Callbacks {
 
     static constexpr wl_keyboard_listener keyboard{
         .keymap = keymap, .enter = enter, .leave = leave, .key = key, .modifiers = unused, .repeat_info = unused};
+    static constexpr zwp_locked_pointer_v1_listener lock{.locked = locked, .unlocked = unlocked};
     static constexpr xdg_wm_base_listener baseListener{.ping = ping};
     static constexpr xdg_surface_listener windowListener{.configure = configured};
+    static constexpr xdg_surface_listener menuListener{.configure = menuConfigured};
+    static constexpr xdg_popup_listener popup = [] {
+        xdg_popup_listener listener{};
+        listener.configure = unused;
+        listener.popup_done = unused;
+        return listener;
+    }();
     // Newer protocols know of more events, which a window of this version never gets.
     static constexpr xdg_toplevel_listener toplevel = [] {
         xdg_toplevel_listener listener{};
-        listener.configure = unused;
+        listener.configure = sized;
         listener.close = unused;
         return listener;
     }();
@@ -67,6 +95,16 @@ TypingWindow::TypingWindow(const std::filesystem::path& socket)
 }
 
 TypingWindow::~TypingWindow() {
+    if (lock_ != nullptr) {
+        zwp_locked_pointer_v1_destroy(lock_);
+    }
+    if (constraints_ != nullptr) {
+        zwp_pointer_constraints_v1_destroy(constraints_);
+    }
+    if (menu_ != nullptr) {
+        xdg_popup_destroy(menu_);
+        xdg_surface_destroy(menuWindow_);
+    }
     xdg_toplevel_destroy(toplevel_);
     xdg_surface_destroy(window_);
     surface_.reset();
@@ -80,6 +118,10 @@ void TypingWindow::offered(std::uint32_t name, std::string_view interface) {
         shm_.reset(client_.bind<wl_shm>(name, wl_shm_interface, 1));
     } else if (interface == wl_seat_interface.name) {
         seat_.reset(client_.bind<wl_seat>(name, wl_seat_interface, 5));
+    } else if (interface == wp_viewporter_interface.name) {
+        viewporter_.reset(client_.bind<wp_viewporter>(name, wp_viewporter_interface, 1));
+    } else if (interface == zwp_pointer_constraints_v1_interface.name) {
+        constraints_ = client_.bind<zwp_pointer_constraints_v1>(name, zwp_pointer_constraints_v1_interface, 1);
     } else if (interface == xdg_wm_base_interface.name) {
         base_ = client_.bind<xdg_wm_base>(name, xdg_wm_base_interface, 1);
         xdg_wm_base_add_listener(base_, &Callbacks::baseListener, this);
@@ -105,9 +147,60 @@ void TypingWindow::showItself() {
     wl_surface_commit(surface_.get());
 }
 
+void TypingWindow::paint(wl_surface& surface) const {
+    wl_surface_attach(&surface, content_.get(), 0, 0);
+    wl_surface_commit(&surface);
+}
+
+void TypingWindow::openMenu() {
+    constexpr int side = 64;
+    xdg_positioner* const place = xdg_wm_base_create_positioner(base_);
+    xdg_positioner_set_size(place, side, side);
+    xdg_positioner_set_anchor_rect(place, 0, 0, 1, 1);
+    menuSurface_.reset(wl_compositor_create_surface(compositor_.get()));
+    menuWindow_ = xdg_wm_base_get_xdg_surface(base_, menuSurface_.get());
+    xdg_surface_add_listener(menuWindow_, &Callbacks::menuListener, this);
+    menu_ = xdg_surface_get_popup(menuWindow_, window_, place);
+    xdg_popup_add_listener(menu_, &Callbacks::popup, this);
+    xdg_popup_grab(menu_, seat_.get(), pressSerial_);
+    xdg_positioner_destroy(place);
+    wl_surface_commit(menuSurface_.get());
+    const bool isOpen = waitUntil([this] {
+        client_.synchronise();
+        return isMenuOpen_;
+    });
+    if (!isOpen) {
+        throw std::runtime_error("the menu does not open");
+    }
+}
+
 bool TypingWindow::hasKeyboard() {
     client_.synchronise();
     return hasKeyboard_;
+}
+
+void TypingWindow::lockPointer() {
+    viewport_.reset(wp_viewporter_get_viewport(viewporter_.get(), surface_.get()));
+    xdg_toplevel_set_fullscreen(toplevel_, nullptr);
+    const bool fillsScreen = waitUntil([this] {
+        client_.synchronise();
+        return fillsScreen_;
+    });
+    if (!fillsScreen) {
+        throw std::runtime_error("the window does not fill the screen");
+    }
+    pointer_.reset(wl_seat_get_pointer(seat_.get()));
+    lock_ = zwp_pointer_constraints_v1_lock_pointer(constraints_, surface_.get(), pointer_.get(), nullptr,
+                                                    ZWP_POINTER_CONSTRAINTS_V1_LIFETIME_PERSISTENT);
+    zwp_locked_pointer_v1_add_listener(lock_, &Callbacks::lock, this);
+    if (!waitUntil([this] { return isPointerLocked(); })) {
+        throw std::runtime_error("the pointer cannot be locked");
+    }
+}
+
+bool TypingWindow::isPointerLocked() {
+    client_.synchronise();
+    return isPointerLocked_;
 }
 
 std::size_t TypingWindow::presses() {

@@ -1,4 +1,4 @@
-#include "tests/desk/messages/support/WaylandClient.hpp"
+#include "tests/desk/wayland/support/WaylandClient.hpp"
 
 #include <sys/mman.h>
 #include <unistd.h>

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <vector>
+
+#include "tests/desk/wayland/support/WaylandClient.hpp"
+
+struct xdg_popup;
+struct xdg_surface;
+struct xdg_toplevel;
+struct xdg_wm_base;
+struct zwp_locked_pointer_v1;
+struct zwp_pointer_constraints_v1;
+
+namespace vantrel::desk {
+
+/// A program's small window that a person types into, or a game's; its name is "typing".
+class TypingWindow {
+  public:
+    static constexpr std::uint32_t color = 0x336699;
+
+    /// Shows itself, and waits until it has the keyboard; it may be seen a little later.
+    explicit TypingWindow(const std::filesystem::path& socket);
+    ~TypingWindow();
+    TypingWindow(const TypingWindow&) = delete;
+    TypingWindow& operator=(const TypingWindow&) = delete;
+
+    /// Whether what is typed comes here.
+    bool hasKeyboard();
+    /// How many keys were pressed here up to now.
+    std::size_t presses();
+
+    /// Opens a menu, as programs do when a key was pressed; waits until it is there.
+    void openMenu();
+
+    /// Fills the screen and holds the pointer where it is, as games do, whenever the compositor lets it; waits until it
+    /// does so.
+    void lockPointer();
+    /// Whether it holds it now.
+    bool isPointerLocked();
+
+  private:
+    struct Callbacks;
+
+    void offered(std::uint32_t name, std::string_view interface);
+    void showItself();
+    void paint(wl_surface& surface) const;
+
+    WaylandClient client_;
+    wayland::WaylandPointer<wl_compositor> compositor_;
+    wayland::WaylandPointer<wl_shm> shm_;
+    wayland::WaylandPointer<wl_seat> seat_;
+    wayland::WaylandPointer<wl_keyboard> keyboard_;
+    wayland::WaylandPointer<wl_surface> surface_;
+    wayland::WaylandPointer<wl_buffer> content_;
+    xdg_wm_base* base_ = nullptr;
+    xdg_surface* window_ = nullptr;
+    xdg_toplevel* toplevel_ = nullptr;
+    wayland::WaylandPointer<wp_viewporter> viewporter_;
+    wayland::WaylandPointer<wp_viewport> viewport_;  ///< of a window that fills the screen
+    int width_ = 0;                                  ///< what the compositor wants; 0 while it does not care
+    int height_ = 0;
+    bool fillsScreen_ = false;
+    wayland::WaylandPointer<wl_surface> menuSurface_;
+    xdg_surface* menuWindow_ = nullptr;
+    xdg_popup* menu_ = nullptr;
+    bool isMenuOpen_ = false;
+    std::uint32_t pressSerial_ = 0;
+    wayland::WaylandPointer<wl_pointer> pointer_;
+    zwp_pointer_constraints_v1* constraints_ = nullptr;
+    zwp_locked_pointer_v1* lock_ = nullptr;
+    bool isPointerLocked_ = false;
+    bool hasKeyboard_ = false;
+    std::size_t presses_ = 0;
+};
+
+}  // namespace vantrel::desk
