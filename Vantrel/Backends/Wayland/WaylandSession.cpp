@@ -12,6 +12,7 @@
 #include "Vantrel/Backends/Wayland/UnboundHotKeys.hpp"
 #include "Vantrel/Backends/Wayland/WaylandCursor.hpp"
 #include "Vantrel/Backends/Wayland/WaylandEventSource.hpp"
+#include "Vantrel/Handles/FileContents.hpp"
 #include "Vantrel/Handles/LoopSource.hpp"
 
 namespace vantrel::wayland {
@@ -44,6 +45,16 @@ std::string missingIn(const Registry& registry) {
         }
     }
     return missing;
+}
+
+/// Why the compositor of that process cannot be served.
+std::string refusal(const std::string& missing, std::optional<Peer> compositor) {
+    const std::string program =
+        compositor ? contentsOf("/proc/" + std::to_string(compositor->processId) + "/comm").value_or("") : "";
+    const bool isGnome = program == "gnome-shell\n";
+    return std::string(isGnome ? "GNOME on Wayland" : "this Wayland compositor") +
+           " does not let programs read and move the pointer (it lacks " + missing + ")" +
+           (isGnome ? "; choose GNOME on Xorg at login, where that is offered" : "");
 }
 
 std::string environment(const char* variable) {
@@ -171,7 +182,7 @@ std::unique_ptr<WaylandSession> WaylandSession::connect(const std::vector<Compos
         return nullptr;
     }
     if (const std::string missing = missingIn(*registry); !missing.empty()) {
-        error = "this Wayland compositor does not let programs read and move the pointer (it lacks " + missing + ")";
+        error = refusal(missing, connection->peer());
         return nullptr;
     }
     return std::unique_ptr<WaylandSession>(

@@ -32,6 +32,19 @@ TEST(SessionChoice, compositorWithoutTheProtocols_oneLineNamesThem) {
     EXPECT_EQ(agent.standardError().find("wl_compositor"), std::string::npos) << agent.standardError();
 }
 
+TEST(SessionChoice, gnome_oneLineNamesItAndTheOtherSession) {
+    const WestonProcess standIn("gnome-shell");
+    const Home home;
+    Environment environment = Environment::minimal();
+    home.enter(environment);
+    environment.set("WAYLAND_DISPLAY", standIn.socket().native());
+    AgentProcess agent(environment, home.path() / "stderr");
+    EXPECT_EQ(agent.waitForExit(), failure);
+    EXPECT_TRUE(isOneLine(agent.standardError())) << agent.standardError();
+    EXPECT_TRUE(agent.standardError().starts_with("vantrel: GNOME on Wayland does not")) << agent.standardError();
+    EXPECT_NE(agent.standardError().find("GNOME on Xorg"), std::string::npos) << agent.standardError();
+}
+
 TEST(SessionChoice, compositorWithoutTheProtocolsAndADisplay_staysRefused) {
     const WestonProcess weston;
     Desk desk({.hasSessionBus = false});
