@@ -6,7 +6,7 @@ namespace vantrel::desk {
 
 WayfireProcess::WayfireProcess(const WayfireOptions& options) : CompositorProcess("wayfire") {
     std::ofstream file(configurationFile());
-    file << "[core]\nplugins = " << options.plugins << "\nxwayland = false\n";
+    file << "[core]\nplugins = session-lock " << options.plugins << "\nxwayland = false\n";
     int number = 0;
     for (const PrivateOutput& output : options.outputs) {
         file << "[output:HEADLESS-" << ++number << "]\nmode = " << output.mode << "\nposition = " << output.x << ", "
