@@ -51,5 +51,22 @@ TEST(SwaySession, displayPluggedInAndMoved_theNextJumpKnows) {
     EXPECT_TRUE(desk.jump(controlOptionCommand(keys::leftArrow), {.x = -160, .y = 120}));
 }
 
+TEST(SwaySession, buttonHeld_pointSavedRightAfterAJump_isNotWhereItWas) {
+    SwayDesk desk;
+    // With pictures that come slowly.
+    desk.control().run("output HEADLESS-1 mode --custom 640x480@20Hz");
+    desk.control().run("output HEADLESS-2 mode --custom 400x300@20Hz");
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    desk.person().pressButton();
+    ASSERT_TRUE(desk.person().staysAt(onMain));
+    ASSERT_TRUE(desk.open("vantrel://next"));
+    ASSERT_TRUE(desk.open("vantrel://save-point"));
+    waitUntil([] { return false; }, quietTime);
+    EXPECT_EQ(desk.defaults().read("savedPoints").value_or("").find(R"("x":300)"), std::string::npos);
+    desk.person().releaseButton();
+    EXPECT_TRUE(desk.savePoint());
+}
+
 }  // namespace
 }  // namespace vantrel::desk

@@ -170,20 +170,6 @@ TEST_P(WaylandAgent, displayMovedAndSwitchedOff_theNextJumpKnows) {
     EXPECT_TRUE(desk.jump("vantrel://next", {.x = 840, .y = 150}));
 }
 
-TEST_P(WaylandAgent, buttonHeld_jumpsInARow_rememberNothingWrong) {
-    const auto agent = desk.startAgent();
-    desk.person().moveTo(onMain);
-    ASSERT_TRUE(desk.jump("vantrel://next", centreOfSecond));
-    ASSERT_TRUE(desk.jump("vantrel://next", onMain));
-    desk.person().pressButton();
-    // The second comes before the screen shows what the first has done.
-    ASSERT_TRUE(desk.open("vantrel://next"));
-    ASSERT_TRUE(desk.open("vantrel://next"));
-    waitUntil([] { return false; }, quietTime);
-    desk.person().releaseButton();
-    expectNothingWrongIsRemembered();
-}
-
 TEST_P(WaylandAgent, screenLocked_remembersNothingWrong) {
     const auto agent = desk.startAgent();
     desk.person().moveTo(onMain);
