@@ -76,7 +76,8 @@ void report(const char* name, Times times) {
 }
 
 void reportRest(pid_t agent, std::chrono::seconds time) {
-    waitUntilAtRest(agent);
+    // The store puts itself in order some seconds after the last change.
+    waitUntilAtRest(agent, std::chrono::seconds(15));
     const std::int64_t before = voluntarySwitches(agent);
     std::this_thread::sleep_for(time);
     const auto memory = vantrel::bench::memoryOf(agent);
