@@ -51,6 +51,17 @@ TEST(SwaySession, displayPluggedInAndMoved_theNextJumpKnows) {
     EXPECT_TRUE(desk.jump(controlOptionCommand(keys::leftArrow), {.x = -160, .y = 120}));
 }
 
+TEST(SwaySession, secondSeat_theFirstOnesPointerJumps) {
+    SwayDesk desk;
+    desk.control().run("seat seat0 fallback true");
+    desk.control().run("seat seat1 attach 0:0:nothing");
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
+    EXPECT_TRUE(desk.jump(hyper(keys::d), onMain));
+    EXPECT_EQ(agent->standardError(), "");
+}
+
 TEST(SwaySession, buttonHeld_pointSavedRightAfterAJump_isNotWhereItWas) {
     SwayDesk desk;
     // With pictures that come slowly.
