@@ -14,13 +14,4 @@ std::optional<std::string> contentsOf(const std::filesystem::path& file) {
     return std::string(contents, length);
 }
 
-std::optional<std::string_view> takePiece(std::string_view& text, char separator) {
-    if (text.empty()) {
-        return std::nullopt;
-    }
-    const std::string_view piece = text.substr(0, text.find(separator));
-    text.remove_prefix(piece.size() == text.size() ? text.size() : piece.size() + 1);
-    return piece;
-}
-
 }  // namespace vantrel

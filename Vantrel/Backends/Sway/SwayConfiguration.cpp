@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "Vantrel/Handles/FileContents.hpp"
+#include "Vantrel/Handles/TextPieces.hpp"
 
 namespace vantrel::sway {
 

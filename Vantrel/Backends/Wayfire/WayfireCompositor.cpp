@@ -10,6 +10,7 @@
 
 #include "Vantrel/Backends/Wayfire/WayfireMessages.hpp"
 #include "Vantrel/Handles/FileContents.hpp"
+#include "Vantrel/Handles/TextPieces.hpp"
 
 namespace vantrel::wayfire {
 

@@ -16,6 +16,9 @@ using ReadKeymap = std::function<KeymapPointer(Clock::time_point deadline)>;
 class MomentaryKeymap {
   public:
     explicit MomentaryKeymap(ReadKeymap read) : read_(std::move(read)) {}
+    // What forgets it knows where it stands.
+    MomentaryKeymap(const MomentaryKeymap&) = delete;
+    MomentaryKeymap& operator=(const MomentaryKeymap&) = delete;
 
     /// The map, which stays until the loop has nothing else to do. Null when it is not told until the deadline.
     xkb_keymap* get(Clock::time_point deadline) {

@@ -4,6 +4,8 @@
 
 #include <vector>
 
+#include "Vantrel/Handles/TextPieces.hpp"
+
 namespace vantrel {
 namespace {
 
