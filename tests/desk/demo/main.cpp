@@ -70,10 +70,10 @@ class Demo {
 
     void startRecording(const std::filesystem::path& film) {
         ChildProcessOptions options;
-        const auto size = std::to_string(DemoStage::width) + "x" + std::to_string(DemoStage::height);
+        const auto videoSize = std::to_string(DemoStage::width) + "x" + std::to_string(DemoStage::height);
         options.arguments = {
-            "ffmpeg",   "-y",          "-loglevel",  "error",       "-f", "x11grab", "-framerate",
-            "25",       "-draw_mouse", "1",          "-video_size", size, "-i",      desk_.server().displayName(),
+            "ffmpeg",   "-y",          "-loglevel",  "error",       "-f",      "x11grab", "-framerate",
+            "25",       "-draw_mouse", "1",          "-video_size", videoSize, "-i",      desk_.server().displayName(),
             "-codec:v", "ffv1",        film.native()};
         options.environment = desk_.environment();
         options.standardError = film.native() + ".log";

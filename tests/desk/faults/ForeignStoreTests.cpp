@@ -11,17 +11,12 @@
 #include <vector>
 
 #include "tests/desk/support/Desk.hpp"
+#include "tests/desk/support/TwoDisplays.hpp"
 
 namespace vantrel::desk {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr MainPoint onMain{.x = 700, .y = 500};
-constexpr MainPoint elsewhereOnMain{.x = 300, .y = 200};
-constexpr MainPoint centreOfSecond{.x = -512, .y = 484};
-constexpr MainPoint onSecond{.x = -400, .y = 300};
-constexpr ExitStatus ordinaryEnd{.code = 0, .signal = std::nullopt};
 
 /// A user whom nobody is.
 constexpr uid_t otherUser = 54321;

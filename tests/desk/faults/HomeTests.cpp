@@ -4,12 +4,10 @@
 #include <algorithm>
 
 #include "tests/desk/support/Desk.hpp"
+#include "tests/desk/support/TwoDisplays.hpp"
 
 namespace vantrel::desk {
 namespace {
-
-constexpr MainPoint onMain{.x = 700, .y = 500};
-constexpr MainPoint centreOfSecond{.x = -512, .y = 484};
 
 struct HomelessCase {
     const char* name;
@@ -39,7 +37,7 @@ TEST_P(NoHome, agent_worksAndKeepsWhatItIsTold) {
     EXPECT_TRUE(desk.pointer().waitFor(centreOfSecond)) << "saved all the same; " << desk.pointer().position();
     const std::string told = agent->standardError();
     EXPECT_LE(std::count(told.begin(), told.end(), '\n'), 1) << told;
-    EXPECT_EQ(agent->terminate(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+    EXPECT_EQ(agent->terminate(), ordinaryEnd);
 }
 
 INSTANTIATE_TEST_SUITE_P(Homes, NoHome,

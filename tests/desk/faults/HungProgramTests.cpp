@@ -10,13 +10,10 @@
 #include "tests/desk/status/ScreenWindows.hpp"
 #include "tests/desk/support/Desk.hpp"
 #include "tests/desk/support/ProcessActivity.hpp"
+#include "tests/desk/support/TwoDisplays.hpp"
 
 namespace vantrel::desk {
 namespace {
-
-constexpr MainPoint onMain{.x = 700, .y = 500};
-constexpr MainPoint centreOfSecond{.x = -512, .y = 484};
-constexpr ExitStatus ordinaryEnd{.code = 0, .signal = std::nullopt};
 
 /// Jumps there and back, saves a point, which changes the menu and shows a message, and does it all again.
 void expectAllWorks(Desk& desk, int rounds = 20) {

@@ -6,15 +6,10 @@
 #include <string>
 
 #include "tests/desk/support/Desk.hpp"
+#include "tests/desk/support/TwoDisplays.hpp"
 
 namespace vantrel::desk {
 namespace {
-
-constexpr MainPoint onMain{.x = 700, .y = 500};
-constexpr MainPoint elsewhereOnMain{.x = 300, .y = 200};
-constexpr MainPoint centreOfSecond{.x = -512, .y = 484};
-constexpr MainPoint onSecond{.x = -400, .y = 300};
-constexpr ExitStatus ordinaryEnd{.code = 0, .signal = std::nullopt};
 
 /// What the file lacks, as vantrel-test-refusal names it.
 class StoreFileSystem : public testing::TestWithParam<const char*> {

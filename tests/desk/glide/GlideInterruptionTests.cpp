@@ -98,7 +98,7 @@ TEST_P(GlideEnd, signal_inMidGlide_leavesThePointerOnItsWay) {
         glide.stopInMidGlide();
         glide.agent().sendSignal(GetParam());
         glide.goOn();
-        EXPECT_EQ(glide.agent().waitForExit(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+        EXPECT_EQ(glide.agent().waitForExit(), ordinaryEnd);
         EXPECT_EQ(glide.agent().standardError(), "");
         EXPECT_TRUE(glide.desk().pointer().staysAt(glide.trace().path().back()));
         passed = glide.ticksPassed();

@@ -5,12 +5,10 @@
 
 #include "tests/desk/status/ScreenWindows.hpp"
 #include "tests/desk/support/Desk.hpp"
+#include "tests/desk/support/TwoDisplays.hpp"
 
 namespace vantrel::desk {
 namespace {
-
-constexpr MainPoint start{.x = 700, .y = 500};
-constexpr MainPoint secondCentre{.x = -512, .y = 484};
 
 /// A desk whose session bus and data directories know the installed files.
 class Installed : public testing::Test {
@@ -26,7 +24,7 @@ class Installed : public testing::Test {
         if (!waitUntil([&] { return std::filesystem::exists(socket); })) {
             throw std::runtime_error("no session bus");
         }
-        desk.pointer().moveTo(start);
+        desk.pointer().moveTo(onMain);
     }
 
     std::unique_ptr<ChildProcess> startInstalledProgram() {
@@ -44,7 +42,7 @@ TEST_F(Installed, press_hyperD_carriesThePointer) {
     const auto agent = startInstalledProgram();
     ASSERT_TRUE(desk.waitForHotKey(hyper(keys::s)));
     desk.keyboard().type(hyper(keys::d));
-    EXPECT_TRUE(desk.pointer().waitFor(secondCentre));
+    EXPECT_TRUE(desk.pointer().waitFor(centreOfSecond));
     EXPECT_EQ(agent->end().code, 0);
 }
 
@@ -52,7 +50,7 @@ TEST_F(Installed, openOnTheBus_noAgent_startsItAndIsObeyed) {
     runProgram({"gdbus", "call", "--session", "--dest", "org.vantrel.Vantrel", "--object-path", "/org/vantrel/Vantrel",
                 "--method", "org.freedesktop.Application.Open", "['vantrel://next']", "{}"},
                desk.environment());
-    EXPECT_TRUE(desk.pointer().waitFor(secondCentre));
+    EXPECT_TRUE(desk.pointer().waitFor(centreOfSecond));
     EXPECT_TRUE(desk.waitForHotKey(hyper(keys::s)));
 }
 
@@ -62,7 +60,7 @@ TEST_F(Installed, xdgOpen_agentRuns_isObeyed) {
     const auto agent = startInstalledProgram();
     ASSERT_TRUE(desk.waitForHotKey(hyper(keys::s)));
     runProgram({"xdg-open", "vantrel://next"}, desk.environment());
-    EXPECT_TRUE(desk.pointer().waitFor(secondCentre));
+    EXPECT_TRUE(desk.pointer().waitFor(centreOfSecond));
     EXPECT_TRUE(agent->isRunning());
 }
 
@@ -92,7 +90,7 @@ TEST_F(Installed, capsLockHyper_installedScript_pressesTheHotKey) {
     ASSERT_TRUE(desk.waitForHotKey(hyper(keys::s)));
     runProgram({VANTREL_PREFIX "/share/vantrel/caps-lock-hyper"}, desk.environment());
     desk.keyboard().type({keys::capsLock, keys::d});
-    EXPECT_TRUE(desk.pointer().waitFor(secondCentre));
+    EXPECT_TRUE(desk.pointer().waitFor(centreOfSecond));
 }
 
 }  // namespace

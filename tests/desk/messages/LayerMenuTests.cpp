@@ -6,12 +6,7 @@ namespace {
 
 using overlay::Rect;
 
-constexpr std::string_view down = "DOWN";
-constexpr std::string_view end = "END";
 constexpr std::string_view home = "HOME";
-constexpr std::string_view enter = "RTRN";
-constexpr std::string_view space = "SPCE";
-constexpr std::string_view escape = "ESC";
 
 std::vector<MenuRow> rows() {
     return {{.isSeparator = false, .isEnabled = false, .title = "Vantrel", .keyEquivalent = ""},
@@ -63,11 +58,11 @@ class LayerMenu : public MessagesDesk {
 };
 
 TEST_F(LayerMenu, menu_opened_standsAtThePointerOnItsDisplay) {
-    const Rect onMain = open({.x = 300, .y = 200});
-    EXPECT_EQ(onMain.x, 300);
-    EXPECT_EQ(onMain.y, 200);
+    const Rect menu = open({.x = 300, .y = 200});
+    EXPECT_EQ(menu.x, 300);
+    EXPECT_EQ(menu.y, 200);
     EXPECT_FALSE(seenOn(secondOutput));
-    desk.person().type({escape});
+    desk.person().type({keys::escape});
     ASSERT_TRUE(waitForEnd());
     ASSERT_TRUE(waitUntilNothingIsSeen());
     const Rect onSecond = open({.x = -500, .y = 300}, secondOutput);
@@ -85,7 +80,7 @@ TEST_F(LayerMenu, menu_atADisplaysCorner_staysOnTheDisplay) {
 
 TEST_F(LayerMenu, keys_downAndEnter_chooseARow) {
     open({.x = 300, .y = 200});
-    for (const std::string_view key : {down, down, down, down, enter}) {
+    for (const std::string_view key : {keys::down, keys::down, keys::down, keys::down, keys::enter}) {
         desk.person().type({key});
     }
     ASSERT_TRUE(waitForEnd());
@@ -96,8 +91,8 @@ TEST_F(LayerMenu, keys_downAndEnter_chooseARow) {
 TEST_F(LayerMenu, keys_endHomeAndSpace_chooseARow) {
     open({.x = 300, .y = 200});
     desk.person().type({home});
-    desk.person().type({end});
-    desk.person().type({space});
+    desk.person().type({keys::end});
+    desk.person().type({keys::space});
     ASSERT_TRUE(waitForEnd());
     EXPECT_EQ(chosen, lastCommand);
 }
@@ -107,7 +102,7 @@ TEST_F(LayerMenu, keys_beforeTheMenuIsSeen_areNotLost) {
     const auto window = openWindow();
     agent.send(messageOf(OpenMenu{rows()}));
     ASSERT_TRUE(waitUntil([&] { return !window->hasKeyboard(); }));
-    desk.person().type({escape});
+    desk.person().type({keys::escape});
     ASSERT_TRUE(waitForEnd());
     EXPECT_EQ(chosen, std::nullopt);
     EXPECT_EQ(window->presses(), 0U);
@@ -118,7 +113,7 @@ TEST_F(LayerMenu, keys_escape_leavesAndEverythingIsFree) {
     open({.x = 300, .y = 400});
     EXPECT_TRUE(waitUntil([&] { return !window->hasKeyboard(); }));
     desk.person().type({keys::d});
-    desk.person().type({escape});
+    desk.person().type({keys::escape});
     ASSERT_TRUE(waitForEnd());
     EXPECT_EQ(chosen, std::nullopt);
     EXPECT_TRUE(waitUntilNothingIsSeen());
@@ -132,7 +127,7 @@ TEST_F(LayerMenu, keys_escape_leavesAndEverythingIsFree) {
 TEST_F(LayerMenu, keys_heldArrow_goesOn) {
     open({.x = 300, .y = 200});
     const Picture open = camera.take(mainOutput);
-    desk.person().hold({down});
+    desk.person().hold({keys::down});
     // The first row that can be chosen, then the next ones by the repeats.
     std::optional<Rect> first;
     EXPECT_TRUE(waitUntil([&] {
@@ -149,7 +144,7 @@ TEST_F(LayerMenu, keys_heldArrow_goesOn) {
 TEST_F(LayerMenu, keys_thatDoNothing_leaveItOpen) {
     open({.x = 300, .y = 200});
     desk.person().type({keys::d});
-    desk.person().type({enter});
+    desk.person().type({keys::enter});
     desk.person().type({keys::control, keys::d});
     EXPECT_TRUE(staysOpen());
 }
@@ -205,8 +200,8 @@ TEST_F(LayerMenu, release_ofTheOpeningClick_doesNotChoose) {
     ASSERT_TRUE(waitUntil([&] { return seenOn(mainOutput) || seenOn(secondOutput); }));
     desk.person().releaseButton();
     EXPECT_TRUE(staysOpen());
-    desk.person().type({down});
-    desk.person().type({enter});
+    desk.person().type({keys::down});
+    desk.person().type({keys::enter});
     ASSERT_TRUE(waitForEnd());
     EXPECT_EQ(chosen, firstCommand);
 }
@@ -238,8 +233,8 @@ TEST_F(LayerMenu, rows_updatedWhileOpen_areShownInTheSamePlace) {
         const auto seen = seenOn(mainOutput);
         return seen && seen->height < former.height && seen->x == former.x && seen->y == former.y;
     }));
-    desk.person().type({end});
-    desk.person().type({enter});
+    desk.person().type({keys::end});
+    desk.person().type({keys::enter});
     ASSERT_TRUE(waitForEnd());
     EXPECT_EQ(chosen, lastCommand - 1);
 }
@@ -260,8 +255,8 @@ TEST_F(LayerMenu, display_anotherGoes_leavesTheMenuOpen) {
         GTEST_SKIP() << "this sway cannot unplug a display";
     }
     EXPECT_TRUE(staysOpen());
-    desk.person().type({down});
-    desk.person().type({enter});
+    desk.person().type({keys::down});
+    desk.person().type({keys::enter});
     ASSERT_TRUE(waitForEnd());
     EXPECT_EQ(chosen, firstCommand);
 }
@@ -283,7 +278,7 @@ TEST_F(LayerMenu, message_whileTheMenuIsOpen_isSeenAndLeavesItOpen) {
     show("Saved");
     EXPECT_TRUE(waitUntilSeenOn(secondOutput));
     EXPECT_TRUE(staysOpen());
-    desk.person().type({escape});
+    desk.person().type({keys::escape});
     EXPECT_TRUE(waitForEnd());
 }
 

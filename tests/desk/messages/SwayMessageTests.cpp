@@ -5,9 +5,6 @@
 namespace vantrel::desk {
 namespace {
 
-constexpr std::string_view q = "AD01";
-constexpr std::string_view escape = "ESC";
-
 class SwayMessages : public MessagesDesk {
   protected:
     SwayMessages() : MessagesDesk({.outputs = usualOptions().outputs, .configuration = {}, .files = {}}) {}
@@ -16,7 +13,7 @@ class SwayMessages : public MessagesDesk {
     void openMenu() {
         movePointer({.x = 300, .y = 200});
         rememberTheScreen();
-        EXPECT_EQ(desk.startProgram()->waitForExit(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+        EXPECT_EQ(desk.startProgram()->waitForExit(), ordinaryEnd);
         EXPECT_TRUE(waitUntilSeenOn(mainOutput));
     }
 };
@@ -37,15 +34,15 @@ TEST_F(SwayMessages, pointSaved_isSaidOnTheScreenForAMoment) {
 TEST_F(SwayMessages, secondStart_opensTheMenuAndQuitEndsTheAgent) {
     const auto vantrel = desk.startAgent();
     openMenu();
-    desk.person().type({keys::control, q});
-    EXPECT_EQ(vantrel->waitForExit(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+    desk.person().type({keys::control, keys::q});
+    EXPECT_EQ(vantrel->waitForExit(), ordinaryEnd);
     EXPECT_TRUE(waitUntilNothingIsSeen());
 }
 
 TEST_F(SwayMessages, secondStart_escape_leavesTheAgentAndItsKeys) {
     const auto vantrel = desk.startAgent();
     openMenu();
-    desk.person().type({escape});
+    desk.person().type({keys::escape});
     EXPECT_TRUE(waitUntilNothingIsSeen());
     EXPECT_TRUE(vantrel->isRunning());
     EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
@@ -60,8 +57,8 @@ TEST_F(SwayMessages, overlayKilledWithTheMenuOpen_theAgentOpensAnother) {
     EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
     openMenu();
     EXPECT_NE(overlayOf(vantrel->processId()), first);
-    desk.person().type({keys::control, q});
-    EXPECT_EQ(vantrel->waitForExit(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+    desk.person().type({keys::control, keys::q});
+    EXPECT_EQ(vantrel->waitForExit(), ordinaryEnd);
 }
 
 }  // namespace

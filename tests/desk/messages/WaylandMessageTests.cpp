@@ -8,8 +8,6 @@ namespace {
 
 using overlay::Rect;
 
-constexpr std::string_view q = "AD01";
-constexpr std::string_view escape = "ESC";
 constexpr LayoutPoint onMain{.x = 300, .y = 200};
 constexpr ExitStatus success{.code = 0, .signal = std::nullopt};
 
@@ -69,7 +67,7 @@ TEST_P(WaylandMessages, secondStart_opensTheMenuAtThePointer) {
     EXPECT_EQ(menu.x, onMain.x);
     EXPECT_EQ(menu.y, onMain.y);
     EXPECT_FALSE(seenOn(secondOutput));
-    session->person().type({keys::control, q});
+    session->person().type({keys::control, keys::q});
     EXPECT_EQ(agent->waitForExit(), success);
     EXPECT_TRUE(waitUntilNothingIsSeen());
 }
@@ -77,7 +75,7 @@ TEST_P(WaylandMessages, secondStart_opensTheMenuAtThePointer) {
 TEST_P(WaylandMessages, secondStart_escape_leavesTheAgentAndThePointerIsFree) {
     const auto agent = startAgent();
     openMenu();
-    session->person().type({escape});
+    session->person().type({keys::escape});
     EXPECT_TRUE(waitUntilNothingIsSeen());
     EXPECT_TRUE(agent->isRunning());
     EXPECT_TRUE(session->person().waitFor(onMain));

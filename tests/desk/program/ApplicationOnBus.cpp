@@ -11,7 +11,6 @@ constexpr const char* path = "/org/vantrel/Vantrel";
 constexpr const char* interface = "org.freedesktop.Application";
 constexpr const char* busName = "org.freedesktop.DBus";
 constexpr const char* busPath = "/org/freedesktop/DBus";
-constexpr int callDeadline = 20000;  // ms
 
 GVariant* openArguments(const std::vector<std::string>& urls) {
     GVariantBuilder list;

@@ -9,13 +9,10 @@
 #include "tests/desk/program/ApplicationOnBus.hpp"
 #include "tests/desk/support/Desk.hpp"
 #include "tests/desk/support/ProcessActivity.hpp"
+#include "tests/desk/support/TwoDisplays.hpp"
 
 namespace vantrel::desk {
 namespace {
-
-constexpr MainPoint onMain{.x = 700, .y = 500};
-constexpr MainPoint centreOfSecond{.x = -512, .y = 484};
-constexpr ExitStatus ordinaryEnd{.code = 0, .signal = std::nullopt};
 
 /// Requests for the whole menu: a few bytes to send, and the dearest thing to answer.
 class MenuFlood {

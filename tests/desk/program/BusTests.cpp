@@ -8,18 +8,12 @@
 #include "tests/desk/program/ApplicationOnBus.hpp"
 #include "tests/desk/status/ScreenWindows.hpp"
 #include "tests/desk/support/Desk.hpp"
+#include "tests/desk/support/TwoDisplays.hpp"
 
 namespace vantrel::desk {
 namespace {
 
-constexpr MainPoint onMain{700, 500};
-constexpr MainPoint centreOfSecond{-512, 484};
-
 /// What a further start opens on a desk without a panel, and the sign that the agent was told of it.
-bool isMenuOpen(XConnection& connection) {
-    return isKeyboardGrabbed(connection);
-}
-
 /// A desk with an agent that is known to be on the bus.
 struct AgentOnBus {
     Desk desk;
@@ -55,13 +49,13 @@ TEST(Bus, open_noURLs_doesNothing) {
     AgentOnBus running;
     EXPECT_EQ(running.application.open({}), "");
     EXPECT_TRUE(running.desk.pointer().staysAt(onMain));
-    EXPECT_FALSE(isMenuOpen(running.desk.connection()));
+    EXPECT_FALSE(isKeyboardGrabbed(running.desk.connection()));
 }
 
 TEST(Bus, activate_opensTheMenu) {
     AgentOnBus running;
     EXPECT_EQ(running.application.activate(), "");
-    EXPECT_TRUE(waitUntil([&] { return isMenuOpen(running.desk.connection()); }));
+    EXPECT_TRUE(waitUntil([&] { return isKeyboardGrabbed(running.desk.connection()); }));
 }
 
 TEST(Bus, activateAction_isRefused) {
@@ -133,9 +127,9 @@ TEST(BusStart, activate_isAStartAndNotAFurtherOne) {
     EXPECT_TRUE(starting.desk.waitForHotKey(hyper(keys::s)));
     // The call that comes after the start is answered after it, so what the start would have opened would be there.
     EXPECT_EQ(starting.application.activateAction("none"), "org.freedesktop.DBus.Error.InvalidArgs");
-    EXPECT_FALSE(waitUntil([&] { return isMenuOpen(starting.desk.connection()); }, quietTime));
+    EXPECT_FALSE(waitUntil([&] { return isKeyboardGrabbed(starting.desk.connection()); }, quietTime));
     EXPECT_EQ(starting.application.activate(), "");
-    EXPECT_TRUE(waitUntil([&] { return isMenuOpen(starting.desk.connection()); }));
+    EXPECT_TRUE(waitUntil([&] { return isKeyboardGrabbed(starting.desk.connection()); }));
 }
 
 }  // namespace

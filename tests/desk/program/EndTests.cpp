@@ -10,13 +10,10 @@
 #include "tests/desk/support/Desk.hpp"
 #include "tests/desk/support/KeyGrab.hpp"
 #include "tests/desk/support/ProcessActivity.hpp"
+#include "tests/desk/support/TwoDisplays.hpp"
 
 namespace vantrel::desk {
 namespace {
-
-constexpr MainPoint onMain{700, 500};
-constexpr MainPoint centreOfSecond{-512, 484};
-constexpr ExitStatus ordinaryEnd{.code = 0, .signal = std::nullopt};
 
 TEST(End, signal_isTheOrdinaryEnd) {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {

@@ -11,18 +11,12 @@
 #include "tests/desk/program/ProgramRun.hpp"
 #include "tests/desk/status/ScreenWindows.hpp"
 #include "tests/desk/support/Desk.hpp"
+#include "tests/desk/support/TwoDisplays.hpp"
 
 namespace vantrel::desk {
 namespace {
 
-constexpr MainPoint onMain{700, 500};
-constexpr MainPoint centreOfSecond{-512, 484};
-
 /// What a further start opens on a desk without a panel, and the sign that the agent was told of it.
-bool isMenuOpen(XConnection& connection) {
-    return isKeyboardGrabbed(connection);
-}
-
 class SecondStart : public testing::TestWithParam<bool> {
   protected:
     Desk desk_{{.hasSessionBus = GetParam()}};
@@ -37,7 +31,7 @@ TEST_P(SecondStart, noURLs_saysSoAndOpensTheMenu) {
     EXPECT_EQ(second.exitCode, 0);
     EXPECT_EQ(second.standardError, "vantrel: Vantrel is already running\n");
     EXPECT_EQ(second.standardOutput, "");
-    EXPECT_TRUE(waitUntil([&] { return isMenuOpen(desk_.connection()); }));
+    EXPECT_TRUE(waitUntil([&] { return isKeyboardGrabbed(desk_.connection()); }));
     EXPECT_TRUE(agent->isRunning());
     EXPECT_EQ(agent->standardError(), "");
 }
@@ -50,7 +44,7 @@ TEST_P(SecondStart, url_isHandedOverInSilence) {
     EXPECT_EQ(second.standardError, "");
     EXPECT_EQ(second.standardOutput, "");
     EXPECT_TRUE(desk_.pointer().waitFor(centreOfSecond));
-    EXPECT_FALSE(isMenuOpen(desk_.connection()));
+    EXPECT_FALSE(isKeyboardGrabbed(desk_.connection()));
 }
 
 TEST_P(SecondStart, severalURLs_areObeyedInOrder) {
@@ -74,7 +68,7 @@ TEST_P(SecondStart, wrongArgument_neverReachesTheAgent) {
     desk_.pointer().moveTo(onMain);
     EXPECT_EQ(runVantrel(desk_.environment(), {"vantrel://next", "next"}).exitCode, 2);
     EXPECT_TRUE(desk_.pointer().staysAt(onMain));
-    EXPECT_FALSE(isMenuOpen(desk_.connection()));
+    EXPECT_FALSE(isKeyboardGrabbed(desk_.connection()));
 }
 
 TEST_P(SecondStart, manyAtOnce_oneAgentComesOfThem) {
@@ -88,7 +82,7 @@ TEST_P(SecondStart, manyAtOnce_oneAgentComesOfThem) {
     EXPECT_TRUE(waitUntil([&running] { return running() == 1; }));
     for (const auto& start : starts) {
         if (!start->isRunning()) {
-            EXPECT_EQ(start->waitForExit(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+            EXPECT_EQ(start->waitForExit(), ordinaryEnd);
         }
     }
     EXPECT_TRUE(desk_.waitForHotKey(hyper(keys::d)));

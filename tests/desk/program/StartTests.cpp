@@ -8,12 +8,10 @@
 
 #include "tests/desk/program/ProgramRun.hpp"
 #include "tests/desk/support/Desk.hpp"
+#include "tests/desk/support/TwoDisplays.hpp"
 
 namespace vantrel::desk {
 namespace {
-
-constexpr MainPoint onMain{700, 500};
-constexpr MainPoint centreOfSecond{-512, 484};
 
 TEST(Start, withURLs_theyAreObeyedAfterTheLaunch) {
     Desk desk;
@@ -65,7 +63,7 @@ TEST(Start, fromWhatever_hotKeysWork) {
         desk.keyboard().type(hyper(keys::d));
         EXPECT_TRUE(desk.pointer().waitFor(centreOfSecond)) << condition;
         EXPECT_EQ(contentOf(options.standardError), "") << condition;
-        EXPECT_EQ(agent.end(SIGTERM), (ExitStatus{.code = 0, .signal = std::nullopt})) << condition;
+        EXPECT_EQ(agent.end(SIGTERM), ordinaryEnd) << condition;
     }
 }
 
@@ -90,7 +88,7 @@ TEST(Start, frozenBus_hotKeysDoNotWaitForIt) {
     desk.pointer().moveTo(onMain);
     desk.keyboard().type(hyper(keys::d));
     EXPECT_TRUE(desk.pointer().waitFor(centreOfSecond));
-    EXPECT_EQ(agent->terminate(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+    EXPECT_EQ(agent->terminate(), ordinaryEnd);
     desk.bus().thaw();
 }
 

@@ -41,7 +41,7 @@ TEST(URLBurst, oneCallWithAHundredThousand_hotKeysWork) {
     ASSERT_TRUE(waitUntil([&] { return !application.owner().empty(); }));
     EXPECT_EQ(application.open(std::vector<std::string>(many, "vantrel:next")), "");
     expectHotKeyAmongTheURLs(desk);
-    EXPECT_EQ(agent->terminate(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+    EXPECT_EQ(agent->terminate(), ordinaryEnd);
 }
 
 /// What the process holds in memory of its own, in kilobytes.
@@ -93,7 +93,7 @@ TEST(URLBurst, aHundredThousandCalls_hotKeysWork) {
     ASSERT_TRUE(waitUntil([&] { return !application.owner().empty(); }));
     application.openManyTimes("vantrel:next", many);
     expectHotKeyAmongTheURLs(desk);
-    EXPECT_EQ(agent->terminate(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+    EXPECT_EQ(agent->terminate(), ordinaryEnd);
 }
 
 TEST(URLBurst, aFullCommandLine_hotKeysWork) {
@@ -101,7 +101,7 @@ TEST(URLBurst, aFullCommandLine_hotKeysWork) {
     const auto agent = desk.startAgent();
     const auto second = desk.startProgram(std::vector<std::string>(mostOnACommandLine, "vantrel:next"));
     expectHotKeyAmongTheURLs(desk);
-    EXPECT_EQ(second->waitForExit(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+    EXPECT_EQ(second->waitForExit(), ordinaryEnd);
 }
 
 TEST(URLBurst, hostileTexts_theAgentLives) {

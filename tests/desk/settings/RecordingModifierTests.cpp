@@ -7,7 +7,7 @@
 namespace vantrel::desk {
 namespace {
 
-constexpr std::string_view altGr = "RALT", backslash = "BKSL", menu = "COMP", space = "SPCE";
+constexpr std::string_view altGr = "RALT", backslash = "BKSL", menu = "COMP";
 
 class RecordingModifiers : public Recording {
   protected:
@@ -82,7 +82,7 @@ TEST_F(RecordingModifiers, altGr_asTheOnlyModifier_isNone) {
     openAndRecord();
     keyboard().type({altGr, keys::d});
     EXPECT_TRUE(statusBecomes("Use at least one modifier plus a regular key."));
-    expectRecorded({keys::control, space}, "Ctrl + Space");
+    expectRecorded({keys::control, keys::space}, "Ctrl + Space");
 }
 
 TEST_F(RecordingModifiers, modifiersWithoutAPlaceOfTheirOwn_held_awaitAKey) {

@@ -11,13 +11,10 @@
 #include "tests/desk/support/Desk.hpp"
 #include "tests/desk/support/KeyGrab.hpp"
 #include "tests/desk/support/ProcessActivity.hpp"
+#include "tests/desk/support/TwoDisplays.hpp"
 
 namespace vantrel::desk {
 namespace {
-
-constexpr int settingsRow = 11;
-constexpr std::string_view escape = "ESC", enter = "RTRN";
-constexpr ExitStatus ordinaryEnd{.code = 0, .signal = std::nullopt};
 
 bool exists(pid_t process) {
     return kill(process, 0) == 0;
@@ -46,13 +43,13 @@ class SettingsProgram : public testing::Test {
 
     /// Closes the window and waits until its program has reported that.
     void closeSettings() {
-        desk.keyboard().type({escape});
+        desk.keyboard().type({keys::escape});
         ASSERT_TRUE(windowIsGone());
         ASSERT_TRUE(waitUntilAtRest(*program));
     }
 
     void startRecording() {
-        desk.keyboard().type({enter});
+        desk.keyboard().type({keys::enter});
         ASSERT_TRUE(waitUntil([this] { return !keyboardIsFree(desk.connection()); }));
     }
 
@@ -65,9 +62,6 @@ class SettingsProgram : public testing::Test {
         desk.keyboard().type(hyper(keys::d));
         EXPECT_TRUE(desk.pointer().waitFor(centreOfSecond));
     }
-
-    static constexpr MainPoint onMain{700, 500};
-    static constexpr MainPoint centreOfSecond{-512, 484};
 
     Desk desk{{.hasSessionBus = true, .hasWindowManager = true}};
     TestPanel panel;

@@ -14,8 +14,6 @@
 namespace vantrel::desk {
 namespace {
 
-constexpr std::string_view space = "SPCE", escape = "ESC", tab = "TAB", down = "DOWN", end = "END";
-
 class WindowTest : public testing::Test {
   protected:
     Keyboard& keyboard() { return settings.desk().keyboard(); }
@@ -26,7 +24,7 @@ class WindowTest : public testing::Test {
     void tabForward(int times) {
         for (int count = 0; count < times; ++count) {
             const QWidget* const before = QApplication::focusWidget();
-            keyboard().type({tab});
+            keyboard().type({keys::tab});
             ASSERT_TRUE(settings.turnUntil([&] { return QApplication::focusWidget() != before; }));
         }
     }
@@ -102,17 +100,17 @@ TEST_F(WindowTest, window_firstOpening_standsOnThePointersDisplay) {
 TEST_F(WindowTest, keyboardAlone_everyControl_works) {
     settings.open();
     tabForward(2);
-    keyboard().type({down});
+    keyboard().type({keys::down});
     EXPECT_TRUE(settings.turnUntil([&] { return settings.fakes().defaults.stringForKey("mode") == "manual"; }));
     EXPECT_EQ(settings.fakes().statusBar.menu.at(12).title, "Mode: Manual: saved points");
     tabForward(1);
     keyboard().type({"UP"});
     EXPECT_TRUE(settings.turnUntil([&] { return settings.fakes().defaults.stringForKey("animation") == "none"; }));
     tabForward(1);
-    keyboard().type({space});
+    keyboard().type({keys::space});
     EXPECT_TRUE(settings.turnUntil([&] { return settings.fakes().defaults.objectForKey("soundEnabled").has_value(); }));
     EXPECT_FALSE(settings.fakes().defaults.boolForKey("soundEnabled"));
-    keyboard().type({escape});
+    keyboard().type({keys::escape});
     EXPECT_TRUE(settings.turnUntil([&] { return !settings.window().isVisible(); }));
 }
 
@@ -180,7 +178,7 @@ TEST_F(WindowTest, savedPoints_thousand_scrollToTheEndAndKeepThePlace) {
     auto& table = *settings.window().findChild<QListView*>("savedPoints");
     settings.click(*table.viewport());
     ASSERT_TRUE(settings.turnUntil([&] { return table.hasFocus(); }));
-    keyboard().type({end});
+    keyboard().type({keys::end});
     EXPECT_TRUE(
         settings.turnUntil([&] { return table.verticalScrollBar()->value() == table.verticalScrollBar()->maximum(); }));
     const int place = table.verticalScrollBar()->value();
@@ -196,7 +194,7 @@ TEST(WindowWithoutWindowManager, openSettings_any_getsTheKeyboard) {
     settings.startRecording();
     settings.desk().keyboard().type({keys::control, keys::m});
     EXPECT_TRUE(settings.turnUntil([&] { return settings.status() == "Ready. Use Ctrl + M."; }));
-    settings.desk().keyboard().type({escape});
+    settings.desk().keyboard().type({keys::escape});
     EXPECT_TRUE(settings.turnUntil([&] { return !settings.window().isVisible(); }));
 }
 

@@ -15,12 +15,10 @@
 #include "tests/desk/sound/SoundServer.hpp"
 #include "tests/desk/support/Desk.hpp"
 #include "tests/desk/support/ProcessActivity.hpp"
+#include "tests/desk/support/TwoDisplays.hpp"
 
 namespace vantrel::desk {
 namespace {
-
-constexpr MainPoint onMain{700, 500};
-constexpr MainPoint onSecond{-512, 484};
 
 /// A desk on which every jump is to be heard.
 class PopTest : public testing::Test {
@@ -40,7 +38,7 @@ class PopTest : public testing::Test {
 
     /// Presses Hyper + D and waits until the pointer is there.
     void jump() {
-        const MainPoint target = isOnMain_ ? onSecond : onMain;
+        const MainPoint target = isOnMain_ ? centreOfSecond : onMain;
         isOnMain_ = !isOnMain_;
         desk_.keyboard().type(hyper(keys::d));
         ASSERT_TRUE(desk_.pointer().waitFor(target));
@@ -158,7 +156,7 @@ TEST_F(PopTest, jump_noSoundServer_pointerMoves) {
         jump();
     }
     EXPECT_TRUE(agent_->isRunning());
-    EXPECT_EQ(agent_->terminate(), (ExitStatus{.code = 0, .signal = {}}));
+    EXPECT_EQ(agent_->terminate(), ordinaryEnd);
 }
 
 TEST_F(PopTest, sound_aWhileLater_leavesNothingBehind) {

@@ -6,6 +6,7 @@
 #include "tests/desk/status/StatusDesk.hpp"
 #include "tests/desk/support/KeyGrab.hpp"
 #include "tests/desk/support/ProcessActivity.hpp"
+#include "tests/desk/support/TwoDisplays.hpp"
 
 namespace vantrel::desk {
 namespace {
@@ -40,8 +41,6 @@ class AgentItem : public StatusDesk {
 
     void click(int row) { EXPECT_TRUE(item->click(row)); }
 
-    static constexpr MainPoint onMain{700, 500};
-    static constexpr MainPoint centreOfSecond{-512, 484};
     /// No message goes before, counted from a moment before it came.
     static constexpr std::chrono::milliseconds messageTime{1200};
 
@@ -139,7 +138,7 @@ TEST_F(AgentItem, rows_informationAndSeparators_doNothing) {
 TEST_F(AgentItem, row_quit_endsTheAgent) {
     startAgent();
     click(16);
-    EXPECT_EQ(agent->waitForExit(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+    EXPECT_EQ(agent->waitForExit(), ordinaryEnd);
 }
 
 TEST_F(AgentItem, message_alone_givesWayToTheTitle) {
@@ -199,7 +198,7 @@ TEST_F(AgentWithoutPanel, secondStart_popsTheMenuUpAtThePointer) {
     const auto agent = desk.startAgent();
     desk.pointer().moveTo({300, 200});
     const auto second = desk.startProgram();
-    EXPECT_EQ(second->waitForExit(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+    EXPECT_EQ(second->waitForExit(), ordinaryEnd);
     ASSERT_TRUE(waitForOverlayWindows(1));
     const ScreenWindow window = overlayWindows().front();
     const RootPoint pointer = desk.layout().toRoot({300, 200});
@@ -216,7 +215,7 @@ TEST_F(AgentWithoutPanel, secondStart_menuQuit_endsTheAgent) {
     constexpr std::uint32_t enter = 0xFF0D;
     typeKeysym(desk.connection(), up);
     typeKeysym(desk.connection(), enter);
-    EXPECT_EQ(agent->waitForExit(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+    EXPECT_EQ(agent->waitForExit(), ordinaryEnd);
 }
 
 }  // namespace

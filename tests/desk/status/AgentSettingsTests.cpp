@@ -26,7 +26,6 @@ class AgentSettings : public StatusDesk {
 };
 
 TEST_F(AgentSettings, row_settings_opensTheWindow) {
-    constexpr int settingsRow = 11;
     PanelItem item(panel.bus(), panel.items().at(0));
     ASSERT_TRUE(waitOnBus([&] { return item.rows().size() == 16; }));
     EXPECT_EQ(item.rows()[settingsRow - 1].label, "Settings...");
@@ -38,7 +37,7 @@ TEST_F(AgentSettings, secondStart_panelShowsTheItem_opensTheWindow) {
     PanelItem item(panel.bus(), panel.items().at(0));
     // The answers to the agent's questions about the panel reach it before this one.
     ASSERT_EQ(item.text("Status"), "Active");
-    EXPECT_EQ(desk.startProgram()->waitForExit(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+    EXPECT_EQ(desk.startProgram()->waitForExit(), ordinaryEnd);
     EXPECT_TRUE(waitForSettingsWindow());
     EXPECT_TRUE(overlayWindows().empty());
 }

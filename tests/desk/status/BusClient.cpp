@@ -5,12 +5,6 @@
 
 namespace vantrel::desk {
 
-namespace {
-
-constexpr int callDeadline = 20000;  // ms
-
-}  // namespace
-
 BusClient::BusClient(const std::string& address)
     : connection_(g_dbus_connection_new_for_address_sync(
           address.c_str(),

@@ -11,6 +11,9 @@
 
 namespace vantrel::desk {
 
+/// How long a call on a private bus may take on a loaded machine, in milliseconds.
+inline constexpr int callDeadline = 20000;
+
 /// A connection of its own to a private session bus. Its callbacks run while waitOnBus() waits.
 class BusClient {
   public:

@@ -17,6 +17,9 @@ struct PanelRow {
     std::string shortcut;  ///< e.g. "Control+q"
 };
 
+/// The identifier of "Settings...".
+inline constexpr int settingsRow = 11;
+
 /// The item as a panel sees it.
 class PanelItem {
   public:

@@ -21,6 +21,8 @@ struct ExitStatus {
     bool operator==(const ExitStatus&) const = default;
 };
 
+inline constexpr ExitStatus ordinaryEnd{.code = 0, .signal = std::nullopt};
+
 /// What a child process starts with.
 struct ChildProcessOptions {
     std::vector<std::string> arguments;  ///< the program first, looked for in PATH

@@ -22,8 +22,15 @@ inline constexpr std::string_view numLock = "NMLK";
 inline constexpr std::string_view d = "AC03";
 inline constexpr std::string_view s = "AC02";
 inline constexpr std::string_view m = "AB07";
+inline constexpr std::string_view q = "AD01";
 inline constexpr std::string_view leftArrow = "LEFT";
 inline constexpr std::string_view rightArrow = "RGHT";
+inline constexpr std::string_view down = "DOWN";
+inline constexpr std::string_view end = "END";
+inline constexpr std::string_view enter = "RTRN";
+inline constexpr std::string_view escape = "ESC";
+inline constexpr std::string_view space = "SPCE";
+inline constexpr std::string_view tab = "TAB";
 }  // namespace keys
 
 /// Keys in the order in which they go down.

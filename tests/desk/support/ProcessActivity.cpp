@@ -50,8 +50,9 @@ std::int64_t voluntarySwitches(pid_t process) {
     return sum;
 }
 
+using Clock = std::chrono::steady_clock;
+
 bool waitUntilAtRest(pid_t process, Duration quiet, Duration deadline) {
-    using Clock = std::chrono::steady_clock;
     auto switches = voluntarySwitches(process);
     auto since = Clock::now();
     return waitUntil(

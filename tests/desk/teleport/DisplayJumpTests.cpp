@@ -4,12 +4,10 @@
 #include <nlohmann/json.hpp>
 
 #include "tests/desk/support/Desk.hpp"
+#include "tests/desk/support/TwoDisplays.hpp"
 
 namespace vantrel::desk {
 namespace {
-
-constexpr MainPoint onMain{.x = 700, .y = 500};
-constexpr MainPoint centreOfSecond{.x = -512, .y = 484};
 
 TEST(DisplayJump, hyperD_thereAndBack_returnsToTheDeparture) {
     Desk desk;

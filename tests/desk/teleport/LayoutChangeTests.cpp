@@ -5,11 +5,11 @@
 #include <random>
 
 #include "tests/desk/support/Desk.hpp"
+#include "tests/desk/support/TwoDisplays.hpp"
 
 namespace vantrel::desk {
 namespace {
 
-constexpr MainPoint onMain{.x = 700, .y = 500};
 constexpr MainPoint nearCorner{.x = 3, .y = 3};
 /// Where a jump with a single display pulls the pointer from nearCorner.
 constexpr MainPoint pulledIn{.x = 24, .y = 24};

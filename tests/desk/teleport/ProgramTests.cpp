@@ -5,12 +5,10 @@
 
 #include "tests/desk/support/Desk.hpp"
 #include "tests/desk/support/KeyGrab.hpp"
+#include "tests/desk/support/TwoDisplays.hpp"
 
 namespace vantrel::desk {
 namespace {
-
-constexpr MainPoint onMain{.x = 700, .y = 500};
-constexpr MainPoint centreOfSecond{.x = -512, .y = 484};
 
 bool isOneLine(const std::string& text) {
     return text.ends_with('\n') && std::count(text.begin(), text.end(), '\n') == 1;
@@ -22,7 +20,7 @@ TEST_P(ProgramEnd, signal_endsInTheOrdinaryWay) {
     Desk desk;
     const auto agent = desk.startAgent();
     agent->sendSignal(GetParam());
-    EXPECT_EQ(agent->waitForExit(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+    EXPECT_EQ(agent->waitForExit(), ordinaryEnd);
     EXPECT_EQ(agent->standardError(), "");
 }
 
@@ -52,7 +50,7 @@ TEST_P(ProgramSecondStart, whileTheAgentRuns_saysSoAndEnds) {
     Desk desk({.hasSessionBus = GetParam()});
     const auto agent = desk.startAgent();
     const auto secondStart = desk.startProgram();
-    EXPECT_EQ(secondStart->waitForExit(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+    EXPECT_EQ(secondStart->waitForExit(), ordinaryEnd);
     EXPECT_TRUE(isOneLine(secondStart->standardError())) << secondStart->standardError();
     EXPECT_NE(secondStart->standardError().find("already running"), std::string::npos) << secondStart->standardError();
     EXPECT_TRUE(agent->isRunning());
@@ -64,7 +62,7 @@ TEST_P(ProgramSecondStart, withAURL_hasTheAgentObeyIt) {
     const auto agent = desk.startAgent();
     desk.pointer().moveTo(onMain);
     const auto secondStart = desk.startProgram({"vantrel:next"});
-    EXPECT_EQ(secondStart->waitForExit(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+    EXPECT_EQ(secondStart->waitForExit(), ordinaryEnd);
     EXPECT_TRUE(desk.pointer().waitFor(centreOfSecond)) << desk.pointer().position();
 }
 

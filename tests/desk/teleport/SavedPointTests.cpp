@@ -5,13 +5,13 @@
 #include <regex>
 
 #include "tests/desk/support/Desk.hpp"
+#include "tests/desk/support/TwoDisplays.hpp"
 
 namespace vantrel::desk {
 namespace {
 
 constexpr MainPoint first{.x = 100, .y = 200};
 constexpr MainPoint second{.x = -300, .y = 400};
-constexpr MainPoint elsewhere{.x = 700, .y = 500};
 
 std::size_t storedPointCount(const Desk& desk) {
     const auto stored = nlohmann::json::parse(desk.defaults().read("savedPoints").value_or(""), nullptr, false);
@@ -31,7 +31,7 @@ TEST(SavedPoint, nextSavedPoint_twoSaved_cyclesFromTheLastSaved) {
     const auto agent = desk.startAgent();
     save(desk, first);
     save(desk, second);
-    desk.pointer().moveTo(elsewhere);
+    desk.pointer().moveTo(onMain);
     for (const auto expected : {second, first, second}) {
         desk.keyboard().type(controlOptionCommand(keys::m));
         EXPECT_TRUE(desk.pointer().waitFor(expected)) << desk.pointer().position();
@@ -63,7 +63,7 @@ TEST(SavedPoint, nextSavedPoint_afterRestart_beginsWithTheFirst) {
         EXPECT_EQ(agent->terminate().code, 0);
     }
     const auto agent = desk.startAgent();
-    desk.pointer().moveTo(elsewhere);
+    desk.pointer().moveTo(onMain);
     desk.keyboard().type(controlOptionCommand(keys::m));
     EXPECT_TRUE(desk.pointer().waitFor(first)) << desk.pointer().position();
 }
@@ -73,7 +73,7 @@ TEST(SavedPoint, hyperD_manualMode_goesToSavedPoints) {
     desk.defaults().writeText("mode", "manual");
     const auto agent = desk.startAgent();
     save(desk, first);
-    desk.pointer().moveTo(elsewhere);
+    desk.pointer().moveTo(onMain);
     desk.keyboard().type(hyper(keys::d));
     EXPECT_TRUE(desk.pointer().waitFor(first)) << desk.pointer().position();
 }
@@ -81,9 +81,9 @@ TEST(SavedPoint, hyperD_manualMode_goesToSavedPoints) {
 TEST(SavedPoint, nextSavedPoint_noneSaved_pointerStays) {
     Desk desk;
     const auto agent = desk.startAgent();
-    desk.pointer().moveTo(elsewhere);
+    desk.pointer().moveTo(onMain);
     desk.keyboard().type(controlOptionCommand(keys::m));
-    EXPECT_TRUE(desk.pointer().staysAt(elsewhere));
+    EXPECT_TRUE(desk.pointer().staysAt(onMain));
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 
 #include "tests/desk/support/Desk.hpp"
 #include "tests/desk/support/ProcessActivity.hpp"
+#include "tests/desk/support/TwoDisplays.hpp"
 
 namespace vantrel::desk {
 namespace {
@@ -20,9 +21,6 @@ namespace fs = std::filesystem;
 
 constexpr MainPoint stored{.x = 100, .y = 200};
 constexpr MainPoint own{.x = 300, .y = 400};
-constexpr MainPoint elsewhere{.x = 700, .y = 500};
-constexpr MainPoint centreOfSecond{.x = -512, .y = 484};
-constexpr ExitStatus ordinaryEnd{.code = 0, .signal = std::nullopt};
 
 /// Keeps the store from being read until it is destroyed.
 class Hindrance {
@@ -95,7 +93,7 @@ void saveOwnPoint(Desk& desk, const AgentProcess& agent) {
     ASSERT_TRUE(desk.pointer().waitFor(centreOfSecond)) << desk.pointer().position();
     // The built-in animation: a glide is at its place a little before its end.
     ASSERT_TRUE(waitUntilAtRest(agent.processId(), std::chrono::milliseconds(100)));
-    desk.pointer().moveTo(elsewhere);
+    desk.pointer().moveTo(onMain);
 }
 
 void waitForPointsInTheStore(const Desk& desk, const std::vector<MainPoint>& points) {
@@ -134,7 +132,7 @@ TEST_P(StoreReadLate, nothingDoneBefore_whatIsStoredApplies) {
     const auto agent = desk.startAgent();
     EXPECT_NE(agent->standardError(), "") << "the store was read";
     hindrance.reset();
-    desk.pointer().moveTo(elsewhere);
+    desk.pointer().moveTo(onMain);
     EXPECT_TRUE(waitUntil([&] {
         desk.keyboard().type(controlOptionCommand(keys::m));
         return desk.pointer().position() == stored;
@@ -164,10 +162,10 @@ TEST(StoreAway, putBackAfterAnotherWasMade_allPointsAreThere) {
     ASSERT_EQ(
         renameat2(AT_FDCWD, directory.c_str(), AT_FDCWD, (directory.parent_path() / "away").c_str(), RENAME_EXCHANGE),
         0);
-    saveAt(desk, elsewhere);
-    waitForPointsInTheStore(desk, {stored, own, elsewhere});
+    saveAt(desk, onMain);
+    waitForPointsInTheStore(desk, {stored, own, onMain});
     desk.pointer().moveTo(stored);
-    expectCycle(desk, {elsewhere, stored, own});
+    expectCycle(desk, {onMain, stored, own});
 }
 
 std::unique_ptr<Hindrance> lockWithARollbackJournal(const fs::path& file) {

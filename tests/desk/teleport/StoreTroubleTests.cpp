@@ -7,14 +7,13 @@
 
 #include "tests/desk/support/Desk.hpp"
 #include "tests/desk/support/MountPoint.hpp"
+#include "tests/desk/support/TwoDisplays.hpp"
 
 namespace vantrel::desk {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr MainPoint onMain{.x = 700, .y = 500};
-constexpr MainPoint centreOfSecond{.x = -512, .y = 484};
 constexpr std::size_t smallDisk = 1024UL * 1024UL;
 
 std::string contentOf(const fs::path& file) {

@@ -3,12 +3,10 @@
 
 #include "tests/desk/support/Desk.hpp"
 #include "tests/desk/support/KeyGrab.hpp"
+#include "tests/desk/support/TwoDisplays.hpp"
 
 namespace vantrel::desk {
 namespace {
-
-constexpr MainPoint onMain{.x = 700, .y = 500};
-constexpr MainPoint centreOfSecond{.x = -512, .y = 484};
 
 TEST(Surroundings, bareServer_hotKeysWork) {
     Desk desk({.hasSessionBus = false, .hasWindowManager = false});

@@ -9,9 +9,6 @@
 namespace vantrel::desk {
 namespace {
 
-constexpr LayoutPoint onMain = WaylandDesk::onMain;
-constexpr LayoutPoint centreOfSecond = WaylandDesk::centreOfSecond;
-
 class WaylandHotKeys : public testing::TestWithParam<CompositorKind> {
   protected:
     void start(const std::string& layouts = "us", const std::string& options = {}) {

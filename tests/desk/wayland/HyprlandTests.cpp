@@ -6,8 +6,6 @@
 namespace vantrel::desk {
 namespace {
 
-constexpr LayoutPoint onMain = HyprlandDesk::onMain;
-constexpr LayoutPoint centreOfSecond = HyprlandDesk::centreOfSecond;
 /// Where the person's own binding sends the pointer.
 constexpr LayoutPoint persons{.x = 100, .y = 150};
 const std::string personsBinding =

@@ -7,9 +7,6 @@
 namespace vantrel::desk {
 namespace {
 
-constexpr LayoutPoint onMain = WaylandDesk::onMain;
-constexpr LayoutPoint centreOfSecond = WaylandDesk::centreOfSecond;
-
 /// The program where the compositor's user may start it; the build's directories need not be open to everybody.
 class PersonsProgram {
   public:

@@ -6,7 +6,6 @@
 namespace vantrel::desk {
 namespace {
 
-constexpr LayoutPoint onMain = WaylandDesk::onMain;
 constexpr std::string_view plugIn = "FK09", pullOut = "FK10";
 
 TEST(LabwcDisplays, pluggedInAndPulledOut_theNextJumpKnows) {

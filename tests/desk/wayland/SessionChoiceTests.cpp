@@ -68,8 +68,8 @@ TEST(SessionChoice, bothAreAlive_theCompositorIsServed) {
     SwayDesk desk;
     desk.environment().set("DISPLAY", xDesk.server().displayName());
     const auto agent = desk.startAgent();
-    desk.person().moveTo(SwayDesk::onMain);
-    EXPECT_TRUE(desk.jump(hyper(keys::d), SwayDesk::centreOfSecond));
+    desk.person().moveTo(onMain);
+    EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
 }
 
 TEST(SessionChoice, nothingIsAlive_oneLine) {

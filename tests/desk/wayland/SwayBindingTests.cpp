@@ -8,8 +8,6 @@
 namespace vantrel::desk {
 namespace {
 
-constexpr LayoutPoint onMain = SwayDesk::onMain;
-constexpr LayoutPoint centreOfSecond = SwayDesk::centreOfSecond;
 /// Where the person's own bindings send the pointer. Their command counts from the left edge of the second display,
 /// and a little further: newer sways cut the fraction off.
 constexpr LayoutPoint persons{.x = 100, .y = 150};
@@ -143,7 +141,7 @@ INSTANTIATE_TEST_SUITE_P(Options, SwayLayoutToggle,
 TEST(SwayKeys, end_isUnbound) {
     SwayDesk desk;
     auto agent = desk.startAgent();
-    EXPECT_EQ(agent->terminate(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+    EXPECT_EQ(agent->terminate(), ordinaryEnd);
     // Unbinding what is not bound is an error.
     EXPECT_THROW(desk.control().run("unbindcode Ctrl+Mod1+Shift+Mod4+40"), std::runtime_error);
     EXPECT_THROW(desk.control().run("unbindcode Ctrl+Mod1+Mod4+114"), std::runtime_error);

@@ -6,9 +6,6 @@
 namespace vantrel::desk {
 namespace {
 
-constexpr LayoutPoint onMain = SwayDesk::onMain;
-constexpr LayoutPoint centreOfSecond = SwayDesk::centreOfSecond;
-
 TEST(SwaySession, savedPoint_comesBackThere) {
     SwayDesk desk;
     const auto agent = desk.startAgent();

@@ -13,11 +13,11 @@ TEST_P(WayfirePlugins, withoutThoseForKeys_urlsJumpAllTheSame) {
     WaylandDesk desk(std::make_unique<WayfireProcess>(
         WayfireOptions{.outputs = WaylandDesk::twoOutputs(), .plugins = GetParam(), .configuration = {}}));
     const auto agent = desk.startAgent();
-    desk.person().moveTo(WaylandDesk::onMain);
+    desk.person().moveTo(onMain);
     desk.person().type(hyper(keys::d));
-    EXPECT_TRUE(desk.person().staysAt(WaylandDesk::onMain));
-    EXPECT_TRUE(desk.jump("vantrel://next", WaylandDesk::centreOfSecond));
-    EXPECT_TRUE(desk.jump("vantrel://next", WaylandDesk::onMain));
+    EXPECT_TRUE(desk.person().staysAt(onMain));
+    EXPECT_TRUE(desk.jump("vantrel://next", centreOfSecond));
+    EXPECT_TRUE(desk.jump("vantrel://next", onMain));
 }
 
 INSTANTIATE_TEST_SUITE_P(Sets, WayfirePlugins, testing::Values("place", "ipc", "ipc ipc-rules"),

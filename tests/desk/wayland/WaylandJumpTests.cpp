@@ -12,8 +12,6 @@
 namespace vantrel::desk {
 namespace {
 
-constexpr LayoutPoint onMain = WaylandDesk::onMain;
-constexpr LayoutPoint centreOfSecond = WaylandDesk::centreOfSecond;
 constexpr LayoutPoint centreOfMain{.x = 320, .y = 240};
 
 struct Arrangement {
@@ -134,7 +132,7 @@ TEST_P(WaylandAgent, urlsInQuickSuccession_areAllObeyed) {
         starts.push_back(desk.startProgram({"vantrel://next"}));
     }
     for (const auto& start : starts) {
-        EXPECT_EQ(start->waitForExit(), (ExitStatus{.code = 0, .signal = std::nullopt}));
+        EXPECT_EQ(start->waitForExit(), ordinaryEnd);
     }
     // An odd number of jumps ends on the other display; until then it is passed on the way.
     EXPECT_TRUE(waitUntil([&] { return desk.person().staysAt(centreOfSecond); }, std::chrono::seconds(10)));

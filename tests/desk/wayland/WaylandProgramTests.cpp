@@ -10,8 +10,6 @@
 namespace vantrel::desk {
 namespace {
 
-constexpr LayoutPoint onMain = WaylandDesk::onMain;
-constexpr LayoutPoint centreOfSecond = WaylandDesk::centreOfSecond;
 constexpr ExitStatus success{.code = 0, .signal = std::nullopt};
 constexpr ExitStatus failure{.code = 1, .signal = std::nullopt};
 

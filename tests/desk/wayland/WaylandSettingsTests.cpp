@@ -20,11 +20,6 @@
 namespace vantrel::desk {
 namespace {
 
-constexpr int settingsRow = 11;
-constexpr std::string_view space = "SPCE", escape = "ESC", enter = "RTRN";
-constexpr LayoutPoint onMain = WaylandDesk::onMain;
-constexpr LayoutPoint centreOfSecond = WaylandDesk::centreOfSecond;
-
 /// A kind of session, and what only its compositor knows.
 struct Session {
     std::string name;
@@ -111,14 +106,14 @@ class WaylandSettings : public testing::TestWithParam<Session> {
 
     /// Presses the recorder's button, which has the focus, and waits until all that comes of it is done.
     void startRecording() {
-        desk.person().type({enter});
+        desk.person().type({keys::enter});
         ASSERT_TRUE(waitUntilAtRest(*program));
     }
 
     /// Closes the window, once its program has taken in what was recorded: until then it swallows keys.
     void close() {
         ASSERT_TRUE(waitUntilAtRest(*program));
-        desk.person().type({escape});
+        desk.person().type({keys::escape});
         ASSERT_TRUE(waitUntil([this] { return !hasKeyboard(); }));
     }
 
@@ -141,22 +136,22 @@ INSTANTIATE_TEST_SUITE_P(Sessions, WaylandSettings, testing::ValuesIn(sessions()
 TEST_P(WaylandSettings, chord_recorded_isTheHotKeyFromThenOn) {
     openSettings();
     startRecording();
-    desk.person().type({keys::control, keys::option, space});
+    desk.person().type({keys::control, keys::option, keys::space});
     EXPECT_TRUE(waitForShortcut("Ctrl + Option + Space"));
     close();
     desk.person().moveTo(onMain);
-    EXPECT_TRUE(desk.jump({keys::control, keys::option, space}, centreOfSecond));
+    EXPECT_TRUE(desk.jump({keys::control, keys::option, keys::space}, centreOfSecond));
 }
 
 TEST_P(WaylandSettings, ownHotKey_typedIntoTheRecorder_isRecordedAndNotCarriedOut) {
     desk.person().moveTo(onMain);
     openSettings();
     startRecording();
-    desk.person().type({keys::control, keys::option, space});
+    desk.person().type({keys::control, keys::option, keys::space});
     ASSERT_TRUE(waitForShortcut("Ctrl + Option + Space"));
     ASSERT_TRUE(item->waitForLabel("Vantrel"));
     startRecording();
-    desk.person().type({keys::control, keys::option, space});
+    desk.person().type({keys::control, keys::option, keys::space});
     EXPECT_TRUE(item->waitForLabel("Shortcut saved"));
     close();
     EXPECT_TRUE(desk.person().waitFor(onMain))
@@ -175,7 +170,7 @@ TEST_P(WaylandSettings, openedAgainBehindAnotherWindow_getsTheKeyboard) {
 TEST_P(WaylandSettings, closedWhileRecording_compositorsShortcutsAreBack) {
     openSettings();
     startRecording();
-    desk.person().type({escape});
+    desk.person().type({keys::escape});
     close();
     desk.person().moveTo(onMain);
     EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <initializer_list>
 #include <map>
 #include <memory>
@@ -14,6 +15,10 @@
 #include "tests/fakes/FakePlatform.hpp"
 
 namespace vantrel {
+
+// The modifiers of the fixed hot keys.
+inline constexpr std::uint32_t hyper = 0x1B00;
+inline constexpr std::uint32_t controlOptionCommand = 0x1900;
 
 /// Remembered positions by display, as the store names it.
 using Positions = std::map<std::string, VantrelPoint>;

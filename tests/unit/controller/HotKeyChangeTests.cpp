@@ -3,9 +3,6 @@
 namespace vantrel {
 namespace {
 
-constexpr std::uint32_t hyper = 0x1B00;
-constexpr std::uint32_t controlOptionCommand = 0x1900;
-
 /// Changes of the primary shortcut, with the settings window open so that its refresh is seen.
 class HotKeyChangeTest : public ControllerTest {
   protected:

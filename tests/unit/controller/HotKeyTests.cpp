@@ -3,9 +3,6 @@
 namespace vantrel {
 namespace {
 
-constexpr std::uint32_t hyper = 0x1B00;
-constexpr std::uint32_t controlOptionCommand = 0x1900;
-
 class HotKeyTest : public ControllerTest {
   protected:
     /// A launched controller whose every action leaves a trace: three displays in a row, the pointer on the middle one,

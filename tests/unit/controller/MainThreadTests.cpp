@@ -58,6 +58,29 @@ INSTANTIATE_TEST_SUITE_P(
                   }}),
     [](const testing::TestParamInfo<Operation>& operation) { return operation.param.name; });
 
+INSTANTIATE_TEST_SUITE_P(
+    MenuAndWindow, MainThreadDeathTest,
+    testing::Values(
+        Operation{"rebuildMenu", [](AppDelegate& controller) { controller.rebuildMenu(); }},
+        Operation{"selectMode", [](AppDelegate& controller) { controller.selectMode({}); }},
+        Operation{"selectAnimation", [](AppDelegate& controller) { controller.selectAnimation({}); }},
+        Operation{"toggleSound", [](AppDelegate& controller) { controller.toggleSound(); }},
+        Operation{"openSettings", [](AppDelegate& controller) { controller.openSettings(); }},
+        Operation{"quit", [](AppDelegate& controller) { controller.quit(); }},
+        Operation{"refreshPreferencesWindow", [](AppDelegate& controller) { controller.refreshPreferencesWindow(); }},
+        Operation{"preferencesDidRecordShortcut",
+                  [](AppDelegate& controller) { controller.preferencesDidRecordShortcut({}); }},
+        Operation{"preferencesDidResetShortcut",
+                  [](AppDelegate& controller) { controller.preferencesDidResetShortcut(); }},
+        Operation{"preferencesDidChangeMode", [](AppDelegate& controller) { controller.preferencesDidChangeMode({}); }},
+        Operation{"preferencesDidChangeAnimation",
+                  [](AppDelegate& controller) { controller.preferencesDidChangeAnimation({}); }},
+        Operation{"preferencesDidChangeSound",
+                  [](AppDelegate& controller) { controller.preferencesDidChangeSound(true); }},
+        Operation{"preferencesDidClearSavedPoints",
+                  [](AppDelegate& controller) { controller.preferencesDidClearSavedPoints(); }}),
+    [](const testing::TestParamInfo<Operation>& operation) { return operation.param.name; });
+
 using StatusResetDeathTest = ControllerTest;
 
 TEST_F(StatusResetDeathTest, reset_onAnotherThread_stopsTheProgram) {

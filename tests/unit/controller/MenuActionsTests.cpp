@@ -172,36 +172,5 @@ TEST_F(StatusMenuActionsTest, openSettings_nothingToDrawWith_saysSoAndTriesAgain
     EXPECT_EQ(calls({"window.showWindow"}).size(), 1U);
 }
 
-struct Operation {
-    const char* name;
-    void (*call)(AppDelegate&);
-};
-
-class InterfaceThreadDeathTest : public ControllerTest, public testing::WithParamInterface<Operation> {};
-
-TEST_P(InterfaceThreadDeathTest, call_onAnotherThread_stopsTheProgram) {
-    launch();
-    fakes.mainQueue.isOnMainThread = false;
-    EXPECT_DEATH(GetParam().call(*controller), std::string(GetParam().name) + " must be called on the main thread");
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Operations, InterfaceThreadDeathTest,
-    testing::Values(
-        Operation{"rebuildMenu", [](AppDelegate& it) { it.rebuildMenu(); }},
-        Operation{"selectMode", [](AppDelegate& it) { it.selectMode({}); }},
-        Operation{"selectAnimation", [](AppDelegate& it) { it.selectAnimation({}); }},
-        Operation{"toggleSound", [](AppDelegate& it) { it.toggleSound(); }},
-        Operation{"openSettings", [](AppDelegate& it) { it.openSettings(); }},
-        Operation{"quit", [](AppDelegate& it) { it.quit(); }},
-        Operation{"refreshPreferencesWindow", [](AppDelegate& it) { it.refreshPreferencesWindow(); }},
-        Operation{"preferencesDidRecordShortcut", [](AppDelegate& it) { it.preferencesDidRecordShortcut({}); }},
-        Operation{"preferencesDidResetShortcut", [](AppDelegate& it) { it.preferencesDidResetShortcut(); }},
-        Operation{"preferencesDidChangeMode", [](AppDelegate& it) { it.preferencesDidChangeMode({}); }},
-        Operation{"preferencesDidChangeAnimation", [](AppDelegate& it) { it.preferencesDidChangeAnimation({}); }},
-        Operation{"preferencesDidChangeSound", [](AppDelegate& it) { it.preferencesDidChangeSound(true); }},
-        Operation{"preferencesDidClearSavedPoints", [](AppDelegate& it) { it.preferencesDidClearSavedPoints(); }}),
-    [](const testing::TestParamInfo<Operation>& operation) { return operation.param.name; });
-
 }  // namespace
 }  // namespace vantrel

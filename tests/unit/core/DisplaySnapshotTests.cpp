@@ -2,13 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
+#include "tests/unit/core/NotFinite.hpp"
 
 namespace vantrel {
 namespace {
-
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 TEST(DisplaySnapshot, construction_fiveValues_keepsThemUnchecked) {
     const DisplaySnapshot display(4294967295U, 100, 200, -30, -40);

@@ -15,7 +15,6 @@ namespace {
 
 using namespace std::string_literals;
 
-const JSONDecoder decoder;
 std::string repeated(const std::string& unit, std::size_t count) {
     std::string text;
     text.reserve(unit.size() * count);

@@ -8,25 +8,23 @@
 #include <vector>
 
 #include "VantrelCore/JSONDecoder.hpp"
+#include "tests/unit/core/JSONSamples.hpp"
+#include "tests/unit/core/NotFinite.hpp"
 
 namespace vantrel {
 namespace {
 
 using namespace std::string_literals;
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double unencodable[] = {nan, -nan, infinity, -infinity};
 
-const UUID sampleID{{0xE6, 0x21, 0xE1, 0xF8, 0xC3, 0x6C, 0x49, 0x5A, 0x93, 0xFC, 0x0C, 0x24, 0x7A, 0x3E, 0x6E, 0x5F}};
-
-struct NumberCase {
+struct EncodedNumber {
     double value;
     const char* text;
 };
 
 TEST(JSONEncoder, encodePoint_numbers_areTheShortestThatReadBack) {
-    const NumberCase cases[] = {
+    const EncodedNumber cases[] = {
         {0, "0"},
         {-0.0, "-0.0"},
         {10, "10"},
@@ -50,7 +48,7 @@ TEST(JSONEncoder, encodePoint_numbers_areTheShortestThatReadBack) {
         {std::numeric_limits<double>::min(), "2.2250738585072014e-308"},
         {std::numeric_limits<double>::denorm_min(), "5e-324"},
     };
-    for (const NumberCase& row : cases) {
+    for (const EncodedNumber& row : cases) {
         EXPECT_EQ(JSONEncoder().encode(VantrelPoint(row.value, 1)), R"({"x":)"s + row.text + R"(,"y":1})");
         EXPECT_EQ(JSONEncoder().encode(VantrelPoint(1, row.value)), R"({"x":1,"y":)"s + row.text + "}");
     }

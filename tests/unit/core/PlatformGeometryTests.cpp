@@ -3,13 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
+
+#include "tests/unit/core/NotFinite.hpp"
 
 namespace vantrel {
 namespace {
-
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 struct StandardizeCase {
     CGRect given;

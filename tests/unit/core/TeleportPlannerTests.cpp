@@ -3,16 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <vector>
+
+#include "tests/unit/core/NotFinite.hpp"
 
 namespace vantrel {
 namespace {
 
 using Planner = TeleportPlanner;
 using enum TeleportDirection;
-
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 const DisplaySnapshot mainDisplay(1, 0, 0, 1512, 982);
 const DisplaySnapshot leftDisplay(2, -1024, 100, 1024, 768);
@@ -238,7 +237,6 @@ TEST(TeleportPlanner, clamped_limitsCrossedByRounding_theRightAndLowerOneWins) {
 }
 
 TEST(TeleportPlanner, clamped_infinite_landsAtTheMargin) {
-    constexpr double infinity = std::numeric_limits<double>::infinity();
     EXPECT_EQ(Planner::clamped(VantrelPoint(infinity, -infinity), mainDisplay, 24), VantrelPoint(1488, 24));
 }
 

@@ -4,21 +4,22 @@
 
 #include <string>
 
+#include "tests/unit/core/JSONSamples.hpp"
+
 namespace vantrel {
 namespace {
 
-const UUID sample{{0xE6, 0x21, 0xE1, 0xF8, 0xC3, 0x6C, 0x49, 0x5A, 0x93, 0xFC, 0x0C, 0x24, 0x7A, 0x3E, 0x6E, 0x5F}};
 constexpr const char* sampleText = "E621E1F8-C36C-495A-93FC-0C247A3E6E5F";
 
 TEST(UUID, uuidString_anyBytes_isTheUpperCaseForm) {
-    EXPECT_EQ(sample.uuidString(), sampleText);
+    EXPECT_EQ(sampleID.uuidString(), sampleText);
     EXPECT_EQ(UUID{}.uuidString(), "00000000-0000-0000-0000-000000000000");
 }
 
 TEST(UUID, fromString_anyCase_givesTheSameBytes) {
     for (const char* text :
          {sampleText, "e621e1f8-c36c-495a-93fc-0c247a3e6e5f", "E621e1F8-c36C-495a-93Fc-0c247A3e6E5f"}) {
-        EXPECT_EQ(UUID::fromString(text), sample) << text;
+        EXPECT_EQ(UUID::fromString(text), sampleID) << text;
     }
 }
 

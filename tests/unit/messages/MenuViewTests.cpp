@@ -8,7 +8,7 @@
 namespace vantrel::overlay {
 namespace {
 
-constexpr Rect display{.x = 0, .y = 0, .width = 1512, .height = 982};
+constexpr Rect mainDisplay{.x = 0, .y = 0, .width = 1512, .height = 982};
 constexpr std::uint32_t letterQ = 'q';
 constexpr std::uint32_t cyrillicShortI = 0x06CA;  // where Q is on a Russian keyboard
 
@@ -22,7 +22,7 @@ MenuRow row(std::string title, bool isEnabled = true, std::string keyEquivalent 
 /// A menu at (300, 200), with what became of it.
 class MenuViewTest : public testing::Test {
   protected:
-    MenuViewTest() { view.placeAt({.x = 300, .y = 200}, display); }
+    MenuViewTest() { view.placeAt({.x = 300, .y = 200}, mainDisplay); }
 
     void press(std::uint32_t keysym) { view.keyPressed(std::vector{keysym}, false); }
     /// In the middle of a row of the first three, which are alike.
@@ -119,7 +119,7 @@ TEST_F(MenuViewTest, press_outsideOrOnAnotherDisplay_leaves) {
         std::optional<std::size_t> row = 0;
         MenuView other(typesetter, {overlay::row("Teleport Now")},
                        {.changed = [] {}, .ended = [&](std::optional<std::size_t> index) { row = index; }});
-        other.placeAt({.x = 300, .y = 200}, display);
+        other.placeAt({.x = 300, .y = 200}, mainDisplay);
         other.buttonPressed(place);
         EXPECT_EQ(row, std::nullopt);
     }
@@ -141,10 +141,10 @@ TEST_F(MenuViewTest, rows_replaced_aPointedRowThatIsGoneIsForgotten) {
 }
 
 TEST_F(MenuViewTest, place_middle_isInTheMiddleOfTheDisplay) {
-    view.placeInTheMiddleOf(display);
+    view.placeInTheMiddleOf(mainDisplay);
     const Rect& bounds = view.bounds();
-    EXPECT_LE(std::abs(2 * bounds.x + bounds.width - display.width), 1);
-    EXPECT_LE(std::abs(2 * bounds.y + bounds.height - display.height), 1);
+    EXPECT_LE(std::abs(2 * bounds.x + bounds.width - mainDisplay.width), 1);
+    EXPECT_LE(std::abs(2 * bounds.y + bounds.height - mainDisplay.height), 1);
 }
 
 TEST_F(MenuViewTest, draw_pointedRow_isDrawnInAnotherColour) {

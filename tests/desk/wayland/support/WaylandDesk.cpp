@@ -79,7 +79,7 @@ bool WaylandDesk::savePoint() {
 }
 
 bool WaylandDesk::open(const std::string& url) {
-    return startProgram({url})->waitForExit() == ExitStatus{.code = 0, .signal = std::nullopt};
+    return startProgram({url})->waitForExit() == ordinaryEnd;
 }
 
 }  // namespace vantrel::desk

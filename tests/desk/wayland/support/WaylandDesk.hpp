@@ -14,6 +14,11 @@
 
 namespace vantrel::desk {
 
+// Points in the layout that most of these tests use (see WaylandDesk::twoOutputs).
+
+inline constexpr LayoutPoint onMain{.x = 300, .y = 200};
+inline constexpr LayoutPoint centreOfSecond{.x = -200, .y = 250};
+
 /// A private Wayland session: a compositor, a person at it, and an empty home, without a bus. Instant animation and no
 /// sound are stored, because most tests ask where the pointer lands.
 class WaylandDesk {
@@ -21,9 +26,6 @@ class WaylandDesk {
     /// The main display 640 x 480 at (0, 0), and to its left a second one, 400 x 300 at (-400, 100). They are small
     /// because compositors paint them without a graphics card here, and do nothing else meanwhile.
     static std::vector<PrivateOutput> twoOutputs();
-
-    static constexpr LayoutPoint onMain{.x = 300, .y = 200};
-    static constexpr LayoutPoint centreOfSecond{.x = -200, .y = 250};
 
     explicit WaylandDesk(std::unique_ptr<CompositorProcess> compositor, const std::string& keyboardLayouts = "us",
                          const std::string& keyboardOptions = {});
