@@ -60,9 +60,9 @@ Times measure(SwayDesk& desk, int presses) {
     constexpr int uncounted = 20;
     Times times;
     Times cold;
-    desk.person().moveTo(SwayDesk::onMain);
+    desk.person().moveTo(onMain);
     for (int number = 0; number < presses + uncounted; ++number) {
-        press(desk, number % 2 == 0 ? SwayDesk::centreOfSecond : SwayDesk::onMain, number < uncounted ? cold : times);
+        press(desk, number % 2 == 0 ? centreOfSecond : onMain, number < uncounted ? cold : times);
         std::this_thread::sleep_for(std::chrono::milliseconds(20));  // what the jump leaves to be painted
     }
     return times;
@@ -107,9 +107,9 @@ int main(int count, char** arguments) {
             floor.environment = desk.environment();
             const ChildProcess process(floor);
             waitUntil([&] {
-                desk.person().moveTo(SwayDesk::onMain);
+                desk.person().moveTo(onMain);
                 desk.person().type(hyper(keys::d));
-                return desk.person().waitFor(SwayDesk::centreOfSecond, std::chrono::milliseconds(200));
+                return desk.person().waitFor(centreOfSecond, std::chrono::milliseconds(200));
             });
             report("floor", measure(desk, presses / turns));
         }

@@ -59,6 +59,28 @@ TEST(SwaySession, secondSeat_theFirstOnesPointerJumps) {
     EXPECT_EQ(agent->standardError(), "");
 }
 
+/// What hides the pointer, as a touch of the screen does, too: then no window is told where it is.
+class SwayHiddenPointer : public testing::TestWithParam<const char*> {};
+
+TEST_P(SwayHiddenPointer, hotKeys_jump) {
+    SwayDesk desk(SwayDesk::twoDisplays(std::string("seat * hide_cursor ") + GetParam() + "\n"));
+    const auto agent = desk.startAgent();
+    for (int round = 0; round < 3; ++round) {
+        desk.person().moveTo(onMain);
+        desk.person().type({keys::space});
+        ASSERT_TRUE(waitUntil([&] { return !desk.person().pointer(); }));
+        desk.person().type(hyper(keys::d));
+        ASSERT_TRUE(waitUntil([&] { return desk.person().pointer() == centreOfSecond; }));
+        desk.person().type({keys::space});
+        ASSERT_TRUE(waitUntil([&] { return !desk.person().pointer(); }));
+        desk.person().type(hyper(keys::d));
+        ASSERT_TRUE(waitUntil([&] { return desk.person().pointer() == onMain; }));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(By, SwayHiddenPointer, testing::Values("100", "when-typing enable"),
+                         [](const auto& hiding) { return hiding.index == 0 ? "time" : "typing"; });
+
 TEST(SwaySession, buttonHeld_pointSavedRightAfterAJump_isNotWhereItWas) {
     SwayDesk desk;
     // With pictures that come slowly.

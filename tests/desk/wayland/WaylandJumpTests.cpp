@@ -211,6 +211,27 @@ TEST_P(WaylandAgent, pointerLockedByAGame_remembersNothingWrong) {
     expectNothingWrongIsRemembered();
 }
 
+TEST_P(WaylandAgent, pointerConfinedByAGame_remembersNothingWrong) {
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    {
+        TypingWindow game(desk.compositor().socket());
+        const auto pointerComes = [&] {
+            desk.person().moveUnseenTo(centreOfMain);
+            desk.person().moveUnseenTo(onMain);
+            return game.pointer() == onMain;
+        };
+        game.fillScreen();
+        // Hyprland keeps the pointer in what the window was before, when it has yet to paint it anew.
+        ASSERT_TRUE(waitUntil(pointerComes));
+        game.confinePointer();
+        ASSERT_TRUE(waitUntil(pointerComes)) << game.pointer();
+        ASSERT_TRUE(desk.open("vantrel://next"));
+        waitUntil([] { return false; }, quietTime);
+    }
+    expectNothingWrongIsRemembered();
+}
+
 TEST_P(WaylandAgent, buttonHeld_jumpsOrMovesNothingAndRemembersNothing) {
     const auto agent = desk.startAgent();
     desk.person().moveTo(onMain);

@@ -4,6 +4,8 @@
 #include <unistd.h>
 #include <xdg-shell.h>
 
+#include <algorithm>
+#include <span>
 #include <stdexcept>
 
 #include "tests/desk/support/Wait.hpp"
@@ -33,20 +35,34 @@ struct TypingWindow::Callbacks {
     }
     static void locked(void* data, zwp_locked_pointer_v1* /*lock*/) { self(data).isPointerLocked_ = true; }
     static void unlocked(void* data, zwp_locked_pointer_v1* /*lock*/) { self(data).isPointerLocked_ = false; }
+    static void confined(void* data, zwp_confined_pointer_v1* /*confinement*/) { self(data).isPointerConfined_ = true; }
+    static void unconfined(void* data, zwp_confined_pointer_v1* /*confinement*/) {
+        self(data).isPointerConfined_ = false;
+    }
+    static void pointerEnter(void* data, wl_pointer* /*pointer*/, std::uint32_t /*serial*/, wl_surface* /*surface*/,
+                             wl_fixed_t x, wl_fixed_t y) {
+        self(data).toldPointer_ = {.x = wl_fixed_to_double(x), .y = wl_fixed_to_double(y)};
+    }
+    static void pointerMotion(void* data, wl_pointer* pointer, std::uint32_t serial, wl_fixed_t x, wl_fixed_t y) {
+        pointerEnter(data, pointer, serial, nullptr, x, y);
+    }
     static void ping(void* /*data*/, xdg_wm_base* base, std::uint32_t serial) { xdg_wm_base_pong(base, serial); }
     static void configured(void* data, xdg_surface* window, std::uint32_t serial) {
         xdg_surface_ack_configure(window, serial);
         TypingWindow& typing = self(data);
-        if (typing.viewport_ && typing.width_ > 0 && typing.height_ > 0) {
+        if (typing.viewport_ && typing.isFullScreen_) {
             wp_viewport_set_destination(typing.viewport_.get(), typing.width_, typing.height_);
             typing.fillsScreen_ = true;
         }
         typing.paint(*typing.surface_);
     }
     static void sized(void* data, xdg_toplevel* /*toplevel*/, std::int32_t width, std::int32_t height,
-                      wl_array* /*states*/) {
+                      wl_array* states) {
         self(data).width_ = width;
         self(data).height_ = height;
+        const std::span<const std::uint32_t> known(static_cast<const std::uint32_t*>(states->data),
+                                                   states->size / sizeof(std::uint32_t));
+        self(data).isFullScreen_ = std::find(known.begin(), known.end(), XDG_TOPLEVEL_STATE_FULLSCREEN) != known.end();
     }
     static void menuConfigured(void* data, xdg_surface* window, std::uint32_t serial) {
         xdg_surface_ack_configure(window, serial);
@@ -60,6 +76,20 @@ struct TypingWindow::Callbacks {
     static constexpr wl_keyboard_listener keyboard{
         .keymap = keymap, .enter = enter, .leave = leave, .key = key, .modifiers = unused, .repeat_info = unused};
     static constexpr zwp_locked_pointer_v1_listener lock{.locked = locked, .unlocked = unlocked};
+    static constexpr zwp_confined_pointer_v1_listener confinement{.confined = confined, .unconfined = unconfined};
+    static constexpr wl_pointer_listener pointer = [] {
+        wl_pointer_listener listener{};
+        listener.enter = pointerEnter;
+        listener.leave = unused;
+        listener.motion = pointerMotion;
+        listener.button = unused;
+        listener.axis = unused;
+        listener.frame = unused;
+        listener.axis_source = unused;
+        listener.axis_stop = unused;
+        listener.axis_discrete = unused;
+        return listener;
+    }();
     static constexpr xdg_wm_base_listener baseListener{.ping = ping};
     static constexpr xdg_surface_listener windowListener{.configure = configured};
     static constexpr xdg_surface_listener menuListener{.configure = menuConfigured};
@@ -95,6 +125,9 @@ TypingWindow::TypingWindow(const std::filesystem::path& socket)
 }
 
 TypingWindow::~TypingWindow() {
+    if (confinement_ != nullptr) {
+        zwp_confined_pointer_v1_destroy(confinement_);
+    }
     if (lock_ != nullptr) {
         zwp_locked_pointer_v1_destroy(lock_);
     }
@@ -179,7 +212,7 @@ bool TypingWindow::hasKeyboard() {
     return hasKeyboard_;
 }
 
-void TypingWindow::lockPointer() {
+void TypingWindow::fillScreen() {
     viewport_.reset(wp_viewporter_get_viewport(viewporter_.get(), surface_.get()));
     xdg_toplevel_set_fullscreen(toplevel_, nullptr);
     const bool fillsScreen = waitUntil([this] {
@@ -190,6 +223,11 @@ void TypingWindow::lockPointer() {
         throw std::runtime_error("the window does not fill the screen");
     }
     pointer_.reset(wl_seat_get_pointer(seat_.get()));
+    wl_pointer_add_listener(pointer_.get(), &Callbacks::pointer, this);
+}
+
+void TypingWindow::lockPointer() {
+    fillScreen();
     lock_ = zwp_pointer_constraints_v1_lock_pointer(constraints_, surface_.get(), pointer_.get(), nullptr,
                                                     ZWP_POINTER_CONSTRAINTS_V1_LIFETIME_PERSISTENT);
     zwp_locked_pointer_v1_add_listener(lock_, &Callbacks::lock, this);
@@ -201,6 +239,24 @@ void TypingWindow::lockPointer() {
 bool TypingWindow::isPointerLocked() {
     client_.synchronise();
     return isPointerLocked_;
+}
+
+void TypingWindow::confinePointer() {
+    confinement_ = zwp_pointer_constraints_v1_confine_pointer(constraints_, surface_.get(), pointer_.get(), nullptr,
+                                                              ZWP_POINTER_CONSTRAINTS_V1_LIFETIME_PERSISTENT);
+    zwp_confined_pointer_v1_add_listener(confinement_, &Callbacks::confinement, this);
+    const bool isConfined = waitUntil([this] {
+        client_.synchronise();
+        return isPointerConfined_;
+    });
+    if (!isConfined) {
+        throw std::runtime_error("the pointer cannot be confined");
+    }
+}
+
+LayoutPoint TypingWindow::pointer() {
+    client_.synchronise();
+    return toldPointer_;
 }
 
 std::size_t TypingWindow::presses() {

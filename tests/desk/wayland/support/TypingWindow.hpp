@@ -2,12 +2,14 @@
 
 #include <vector>
 
+#include "tests/desk/wayland/support/SeatClient.hpp"
 #include "tests/desk/wayland/support/WaylandClient.hpp"
 
 struct xdg_popup;
 struct xdg_surface;
 struct xdg_toplevel;
 struct xdg_wm_base;
+struct zwp_confined_pointer_v1;
 struct zwp_locked_pointer_v1;
 struct zwp_pointer_constraints_v1;
 
@@ -38,6 +40,13 @@ class TypingWindow {
     /// Whether it holds it now.
     bool isPointerLocked();
 
+    /// Fills the main display, which stands at the layout's origin.
+    void fillScreen();
+    /// Where the pointer is, as a window that fills the screen is told.
+    LayoutPoint pointer();
+    /// Keeps the pointer in a window that fills the screen, as games of strategy do; waits until it does so.
+    void confinePointer();
+
   private:
     struct Callbacks;
 
@@ -59,16 +68,20 @@ class TypingWindow {
     wayland::WaylandPointer<wp_viewport> viewport_;  ///< of a window that fills the screen
     int width_ = 0;                                  ///< what the compositor wants; 0 while it does not care
     int height_ = 0;
+    bool isFullScreen_ = false;  ///< as the compositor has it
     bool fillsScreen_ = false;
     wayland::WaylandPointer<wl_surface> menuSurface_;
     xdg_surface* menuWindow_ = nullptr;
     xdg_popup* menu_ = nullptr;
     bool isMenuOpen_ = false;
     std::uint32_t pressSerial_ = 0;
-    wayland::WaylandPointer<wl_pointer> pointer_;
+    wayland::WaylandPointer<wl_pointer> pointer_;  ///< of a window that fills the screen
     zwp_pointer_constraints_v1* constraints_ = nullptr;
     zwp_locked_pointer_v1* lock_ = nullptr;
     bool isPointerLocked_ = false;
+    zwp_confined_pointer_v1* confinement_ = nullptr;
+    bool isPointerConfined_ = false;
+    LayoutPoint toldPointer_;
     bool hasKeyboard_ = false;
     std::size_t presses_ = 0;
 };
