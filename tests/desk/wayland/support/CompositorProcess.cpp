@@ -34,11 +34,11 @@ bool answersAt(const std::filesystem::path& socket) {
     return isAnswered;
 }
 
-std::string outputName(std::size_t number) {
+}  // namespace
+
+std::string CompositorProcess::outputName(std::size_t number) {
     return "HEADLESS-" + std::to_string(number);
 }
-
-}  // namespace
 
 uid_t CompositorProcess::user() {
     return geteuid() == 0 ? nobody : geteuid();

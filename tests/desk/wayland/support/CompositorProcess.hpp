@@ -60,6 +60,9 @@ class CompositorProcess {
     void start(std::vector<std::string> arguments, std::size_t outputs,
                const std::map<std::string, std::string>& environment = {});
 
+    /// The name of the display of that number, from 1 on.
+    static std::string outputName(std::size_t number);
+
     /// Makes the directory, and all that is in it, the compositor's user's. start() does so, too.
     void giveAway() const;
 

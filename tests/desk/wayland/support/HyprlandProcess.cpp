@@ -12,18 +12,14 @@ namespace vantrel::desk {
 
 namespace {
 
-std::string outputName(std::size_t number) {
-    return "HEADLESS-" + std::to_string(number);
-}
-
 /// By the protocol's numbers, which are Hyprland's, too.
 std::size_t transformNumber(const std::string& name) {
     constexpr std::array names{"normal", "90", "180", "270", "flipped", "flipped-90", "flipped-180", "flipped-270"};
     return static_cast<std::size_t>(std::find(names.begin(), names.end(), name) - names.begin());
 }
 
-std::string monitorCall(std::size_t number, const PrivateOutput& output) {
-    return "hl.monitor({ output = \"" + outputName(number) + "\", mode = \"" + output.mode + "@60\", position = \"" +
+std::string monitorCall(const std::string& name, const PrivateOutput& output) {
+    return "hl.monitor({ output = \"" + name + "\", mode = \"" + output.mode + "@60\", position = \"" +
            std::to_string(output.x) + "x" + std::to_string(output.y) + "\", scale = " + output.scale +
            ", transform = " + std::to_string(transformNumber(output.transform)) + ", disabled = false })";
 }
@@ -40,7 +36,7 @@ std::filesystem::path copyWithoutCapabilities(const std::filesystem::path& direc
 HyprlandProcess::HyprlandProcess(const HyprlandOptions& options) : CompositorProcess("h") {
     std::size_t number = 0;
     for (const PrivateOutput& output : options.outputs) {
-        monitors_ += monitorCall(++number, output) + "\n";
+        monitors_ += monitorCall(outputName(++number), output) + "\n";
     }
     writeConfiguration(options.configuration);
     start({copyWithoutCapabilities(runtimeDirectory()), "--config", runtimeDirectory() / "hyprland.lua"}, 0,
@@ -75,7 +71,7 @@ void HyprlandProcess::configure(const std::string& configuration) const {
 void HyprlandProcess::arrange(const std::vector<PrivateOutput>& outputs) const {
     std::size_t number = 0;
     for (const PrivateOutput& output : outputs) {
-        evaluate(monitorCall(++number, output));
+        evaluate(monitorCall(outputName(++number), output));
     }
     waitUntilArranged(outputs);
 }
