@@ -134,13 +134,18 @@ std::optional<LayoutPoint> OverlayReader::read(std::span<const Output> outputs, 
     seat_.forgetEntry();
     surfaces.clear();
     connection_.flush();
-    afterwards_ = LoopSource::whenIdle([this] {
-        if (connection_.synchronize(Clock::now() + silence)) {
-            lookAgain_();
-            connection_.flush();
-        }
-    });
+    afterwards_ = LoopSource::whenIdle([this] { lookAfterwards(silence); });
     return place;
+}
+
+void OverlayReader::lookAfterwards(std::chrono::milliseconds patience) {
+    if (connection_.synchronize(Clock::now() + silence)) {
+        lookAgain_();
+        connection_.flush();
+        return;
+    }
+    // The compositor is busy, or stopped: until it has looked, the program beneath knows of no pointer.
+    afterwards_ = LoopSource::after(patience, [this, patience] { lookAfterwards(2 * patience); });
 }
 
 }  // namespace vantrel::wayland

@@ -39,6 +39,9 @@ class OverlayReader {
     class Surface;
 
     bool ensurePointer(Clock::time_point deadline);
+    /// Has the compositor look under the pointer once the surfaces have gone; again after the pause, and ever longer
+    /// ones, while it does not answer.
+    void lookAfterwards(std::chrono::milliseconds patience);
 
     WaylandConnection& connection_;
     Tools tools_;

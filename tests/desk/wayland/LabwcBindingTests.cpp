@@ -46,8 +46,10 @@ class LabwcBinding : public testing::Test {
 
 TEST_F(LabwcBinding, chord_jumps) {
     for (int round = 0; round < 3; ++round) {
-        EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
-        EXPECT_TRUE(desk.jump(controlOptionCommand(keys::leftArrow), onMain));
+        ASSERT_TRUE(desk.jump(hyper(keys::d), centreOfSecond)) << desk.person().pointer().value_or(LayoutPoint{});
+        ASSERT_TRUE(desk.jump(controlOptionCommand(keys::leftArrow), onMain))
+            << desk.person().pointer().value_or(LayoutPoint{})
+            << desk.defaults().read("rememberedPositions").value_or("");
     }
 }
 
