@@ -1,5 +1,7 @@
 #include "tests/desk/wayland/support/SeatClient.hpp"
 
+#include <fake-input.h>
+#include <kde-output-order-v1.h>
 #include <poll.h>
 #include <viewporter.h>
 #include <virtual-keyboard-unstable-v1.h>
@@ -10,6 +12,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "tests/desk/wayland/support/FakeInputHands.hpp"
 #include "tests/desk/wayland/support/WaylandClient.hpp"
 #include "tests/desk/wayland/support/WlrootsHands.hpp"
 
@@ -17,6 +20,7 @@ namespace vantrel::desk {
 
 struct SeatClient::Output {
     std::uint32_t name = 0;
+    std::string connector;
     wl_output* output = nullptr;
     zxdg_output_v1* geometry = nullptr;
     wl_surface* surface = nullptr;
@@ -74,6 +78,15 @@ struct SeatClient::Events {
         output(data).width = width;
         output(data).height = height;
     }
+    static void named(void* data, zxdg_output_v1*, const char* name) { output(data).connector = name; }
+    static void ordered(void* data, kde_output_order_v1*, const char* name) {
+        client(data).toldOrder_.emplace_back(name);
+    }
+    static void orderDone(void* data, kde_output_order_v1*) {
+        auto& told = client(data).toldOrder_;
+        client(data).mainDisplay_ = told.empty() ? "" : told.front();
+        told.clear();
+    }
     static void configure(void* data, zwlr_layer_surface_v1* surface, std::uint32_t serial, std::uint32_t width,
                           std::uint32_t height) {
         zwlr_layer_surface_v1_ack_configure(surface, serial);
@@ -112,7 +125,8 @@ struct SeatClient::Events {
         return listener;
     }();
     static constexpr zxdg_output_v1_listener geometry{
-        .logical_position = position, .logical_size = size, .done = none, .name = none, .description = none};
+        .logical_position = position, .logical_size = size, .done = none, .name = named, .description = none};
+    static constexpr kde_output_order_v1_listener order{.output = ordered, .done = orderDone};
     static constexpr zwlr_layer_surface_v1_listener layerSurface{.configure = configure, .closed = none};
     static constexpr wl_seat_listener seat{.capabilities = capabilities, .name = none};
 };
@@ -126,8 +140,7 @@ SeatClient::SeatClient(const std::filesystem::path& socket, const std::string& l
     wl_registry_add_listener(registry_, &Events::registryListener, this);
     synchronise();
     if (compositor_ == nullptr || shm_ == nullptr || seat_ == nullptr || viewporter_ == nullptr ||
-        outputManager_ == nullptr || layerShell_ == nullptr || pointerManager_ == nullptr ||
-        keyboardManager_ == nullptr) {
+        outputManager_ == nullptr || layerShell_ == nullptr || !hasHands()) {
         throw std::runtime_error("the compositor lacks what the tests need");
     }
     const FileDescriptor pixel = memoryFile(std::string_view("\0\0\0\0", 4));
@@ -164,8 +177,8 @@ SeatClient::~SeatClient() {
     for (const auto& output : outputs_) {
         forget(output->layerSurface, output->viewport, output->surface, output->geometry, output->output);
     }
-    forget(keyboardManager_, pointerManager_, layerShell_, outputManager_, viewporter_, nothing_, pointerDevice_, seat_,
-           shm_, compositor_, registry_);
+    forget(order_, fakeInput_, keyboardManager_, pointerManager_, layerShell_, outputManager_, viewporter_, nothing_,
+           pointerDevice_, seat_, shm_, compositor_, registry_);
 }
 
 void SeatClient::bind(std::uint32_t name, std::string_view interface, std::uint32_t version) {
@@ -187,6 +200,11 @@ void SeatClient::bind(std::uint32_t name, std::string_view interface, std::uint3
     keep(layerShell_, zwlr_layer_shell_v1_interface, 4);
     keep(pointerManager_, zwlr_virtual_pointer_manager_v1_interface, 2);
     keep(keyboardManager_, zwp_virtual_keyboard_manager_v1_interface, 1);
+    keep(fakeInput_, org_kde_kwin_fake_input_interface, 4);
+    if (interface == kde_output_order_v1_interface.name) {
+        keep(order_, kde_output_order_v1_interface, 1);
+        kde_output_order_v1_add_listener(order_, &Events::order, this);
+    }
     if (auto* const output = static_cast<wl_output*>(take(wl_output_interface, 3))) {
         outputs_.push_back(std::make_unique<Output>());
         outputs_.back()->name = name;
@@ -213,8 +231,16 @@ void SeatClient::watch(Output& output) {
     wl_surface_commit(output.surface);
 }
 
+bool SeatClient::hasHands() const {
+    return fakeInput_ != nullptr || (pointerManager_ != nullptr && keyboardManager_ != nullptr);
+}
+
 void SeatClient::growHands() {
-    hands_ = std::make_unique<WlrootsHands>(*pointerManager_, *keyboardManager_, *seat_, map_);
+    if (pointerManager_ != nullptr && keyboardManager_ != nullptr) {
+        hands_ = std::make_unique<WlrootsHands>(*pointerManager_, *keyboardManager_, *seat_, map_);
+    } else {
+        hands_ = std::make_unique<FakeInputHands>(*fakeInput_, map_);
+    }
 }
 
 void SeatClient::synchronise() {
@@ -267,7 +293,7 @@ void SeatClient::moveTo(LayoutPoint point) {
 }
 
 void SeatClient::moveUnseenTo(LayoutPoint point) {
-    hands_->moveTo(point, displays());
+    hands_->moveTo({.x = point.x + origin().x, .y = point.y + origin().y}, displays());
     synchronise();
 }
 
@@ -289,11 +315,19 @@ std::vector<LayoutArea> SeatClient::displays() const {
     return areas;
 }
 
+LayoutPoint SeatClient::origin() const {
+    const auto main = std::find_if(outputs_.begin(), outputs_.end(),
+                                   [this](const auto& output) { return output->connector == mainDisplay_; });
+    return mainDisplay_.empty() || main == outputs_.end()
+               ? LayoutPoint{}
+               : LayoutPoint{.x = static_cast<double>((*main)->x), .y = static_cast<double>((*main)->y)};
+}
+
 std::optional<LayoutPoint> SeatClient::pointer() {
     look(Duration::zero());
     for (const auto& output : outputs_) {
         if (output->surface == pointed_ && pointed_ != nullptr) {
-            return LayoutPoint{.x = output->x + onSurface_.x, .y = output->y + onSurface_.y};
+            return LayoutPoint{.x = output->x + onSurface_.x - origin().x, .y = output->y + onSurface_.y - origin().y};
         }
     }
     return std::nullopt;

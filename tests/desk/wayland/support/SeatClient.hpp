@@ -15,6 +15,8 @@
 #include "tests/desk/wayland/support/KeyboardMap.hpp"
 #include "tests/desk/wayland/support/LayoutPoint.hpp"
 
+struct kde_output_order_v1;
+struct org_kde_kwin_fake_input;
 struct zwlr_layer_shell_v1;
 struct zwlr_virtual_pointer_manager_v1;
 struct zwp_virtual_keyboard_manager_v1;
@@ -25,7 +27,7 @@ namespace vantrel::desk {
 
 /// A person at a Wayland session: hands on a keyboard and a mouse, and eyes on the pointer, which are a window behind
 /// everything on each display. So it sees where the pointer is without asking anybody, except while something covers
-/// that window.
+/// that window. Its points are told from the main display's corner on, as the agent's are.
 class SeatClient {
   public:
     /// Connects; throws when there is no such compositor or it lacks what a test needs. `layouts` are the keyboard's,
@@ -76,7 +78,10 @@ class SeatClient {
     void bind(std::uint32_t name, std::string_view interface, std::uint32_t version);
     void watch(Output& output);
     void growHands();
+    [[nodiscard]] bool hasHands() const;
     [[nodiscard]] std::vector<LayoutArea> displays() const;
+    /// Where the main display stands.
+    [[nodiscard]] LayoutPoint origin() const;
 
     struct Disconnect {
         void operator()(wl_display* display) const { wl_display_disconnect(display); }
@@ -94,6 +99,10 @@ class SeatClient {
     zwlr_layer_shell_v1* layerShell_ = nullptr;
     zwlr_virtual_pointer_manager_v1* pointerManager_ = nullptr;
     zwp_virtual_keyboard_manager_v1* keyboardManager_ = nullptr;
+    org_kde_kwin_fake_input* fakeInput_ = nullptr;  ///< where the two above are not offered
+    kde_output_order_v1* order_ = nullptr;
+    std::vector<std::string> toldOrder_;
+    std::string mainDisplay_;  ///< its name, where the compositor tells of one
     std::vector<std::unique_ptr<Output>> outputs_;
 
     KeyboardMap map_;
