@@ -4,6 +4,7 @@
 
 #include "tests/desk/wayland/support/KwinDesk.hpp"
 #include "tests/desk/wayland/support/TypingWindow.hpp"
+#include "tests/desk/wayland/support/WaylandClient.hpp"
 
 namespace vantrel::desk {
 namespace {
@@ -14,11 +15,34 @@ KwinOptions threeOutputs() {
                         {.mode = "640x480", .x = 640, .y = 60, .scale = "1.25", .transform = "90"}}};
 }
 
+/// Whether this program is, when it connects now.
+bool isOfferedHands(const KwinProcess& kwin) {
+    bool isOffered = false;
+    WaylandClient client(kwin.socket(),
+                         [&](std::uint32_t /*name*/, std::string_view interface, std::uint32_t /*version*/) {
+                             isOffered |= interface == "org_kde_kwin_fake_input";
+                         });
+    client.synchronise();
+    return isOffered;
+}
+
 TEST(KwinDesk, start_asRoot_isAnOrdinaryUsers) {
     const KwinProcess kwin(threeOutputs());
     struct stat process {};
     ASSERT_EQ(stat(("/proc/" + std::to_string(kwin.processId())).c_str(), &process), 0);
     EXPECT_NE(process.st_uid, 0U);
+}
+
+TEST(KwinDesk, allow_programNotAllowedBefore_mayDoMoreFromThenOn) {
+    if (!KwinProcess::checksPermissions()) {
+        GTEST_SKIP() << "KWin cannot learn here which programs its clients run";
+    }
+    KwinOptions options = threeOutputs();
+    options.allowsPerson = false;
+    const KwinProcess kwin(options);
+    EXPECT_FALSE(isOfferedHands(kwin));
+    kwin.allow(std::filesystem::read_symlink("/proc/self/exe"));
+    EXPECT_TRUE(waitUntil([&] { return isOfferedHands(kwin); }));
 }
 
 TEST(KwinDesk, moveTo_eachDisplay_isSeenThere) {

@@ -65,7 +65,9 @@ void KwinProcess::configure(const KwinOptions& options) const {
     std::filesystem::create_directories(runtimeDirectory() / ".config" / "menus");
     std::ofstream(runtimeDirectory() / ".config" / "menus" / "plasma-applications.menu")
         << "<Menu><Name>Applications</Name><DefaultAppDirs/><Include><All/></Include></Menu>\n";
-    allow(std::filesystem::read_symlink("/proc/self/exe"));
+    if (options.allowsPerson) {
+        allow(std::filesystem::read_symlink("/proc/self/exe"));
+    }
     if (options.allowsAgent) {
         allow(VANTREL_PROGRAM);
     }

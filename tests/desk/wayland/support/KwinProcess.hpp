@@ -15,7 +15,8 @@ struct KwinOptions {
     /// pointer a part of a pixel off otherwise.
     std::vector<PrivateOutput> outputs;
     std::string keyboardLayouts = "us";
-    bool allowsAgent = true;  ///< whether the agent may do what KWin keeps from most programs
+    bool allowsAgent = true;   ///< whether the agent may do what KWin keeps from most programs
+    bool allowsPerson = true;  ///< whether the test's own program may, which has the person's hands
 };
 
 /// A private KWin with a bus of its own. The first of its displays is the main one. Its layout has no negative places,
