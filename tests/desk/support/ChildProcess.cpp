@@ -2,11 +2,14 @@
 
 #include <fcntl.h>
 #include <grp.h>
+#include <linux/capability.h>
 #include <sys/prctl.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
@@ -43,6 +46,19 @@ void become(uid_t user) {
     }
 }
 
+/// Takes the right to read /proc/PID/exe of everybody along to the program that is run next. Before the change of the
+/// user it has to be said that there is something to keep.
+void keepSightOfPrograms() {
+    __user_cap_header_struct header{.version = _LINUX_CAPABILITY_VERSION_3, .pid = 0};
+    constexpr std::uint32_t set = 1U << CAP_SYS_PTRACE;
+    __user_cap_data_struct data[_LINUX_CAPABILITY_U32S_3]{{.effective = set, .permitted = set, .inheritable = set}, {}};
+    if (syscall(SYS_capset, &header, data) != 0 ||
+        prctl(PR_CAP_AMBIENT, PR_CAP_AMBIENT_RAISE, CAP_SYS_PTRACE, 0, 0) != 0) {
+        dprintf(STDERR_FILENO, "cannot keep a capability: %s\n", std::strerror(errno));
+        _exit(127);
+    }
+}
+
 }  // namespace
 
 ChildProcess::ChildProcess(const ChildProcessOptions& options) {
@@ -61,7 +77,11 @@ ChildProcess::ChildProcess(const ChildProcessOptions& options) {
         redirect(options.standardOutput.c_str(), O_WRONLY | O_CREAT | O_APPEND, STDOUT_FILENO);
         redirect(options.standardError.c_str(), O_WRONLY | O_CREAT | O_APPEND, STDERR_FILENO);
         if (options.user) {
+            prctl(PR_SET_KEEPCAPS, options.seesEverybodysPrograms ? 1 : 0);
             become(*options.user);
+            if (options.seesEverybodysPrograms) {
+                keepSightOfPrograms();
+            }
         }
         // After the change of the user, which forgets it. SIGTERM lets Xorg take its socket away, which SIGKILL would
         // leave behind.

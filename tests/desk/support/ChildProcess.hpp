@@ -32,6 +32,8 @@ struct ChildProcessOptions {
     int keptDescriptor = -1;  ///< a descriptor that the child inherits besides the standard ones, or -1
     /// For programs that must not run as root: the user (and the group of that number) that the child becomes.
     std::optional<uid_t> user = std::nullopt;
+    /// Lets that user see which programs others run, as a person's own programs are seen by their session.
+    bool seesEverybodysPrograms = false;
 };
 
 /// A child process, ended by its id when this object goes, and by the kernel when the test itself dies.

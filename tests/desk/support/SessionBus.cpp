@@ -1,11 +1,13 @@
 #include "tests/desk/support/SessionBus.hpp"
 
+#include <unistd.h>
+
 #include <fstream>
 #include <stdexcept>
 
 namespace vantrel::desk {
 
-SessionBus::SessionBus() : directory_("bus") {
+SessionBus::SessionBus(std::optional<uid_t> user) : directory_("bus") {
     const auto socket = (directory_.path() / "socket").native();
     const auto configuration = directory_.path() / "bus.conf";
     std::filesystem::create_directory(servicesDirectory());
@@ -18,6 +20,7 @@ SessionBus::SessionBus() : directory_("bus") {
                                  << R"(</servicedir>
   <auth>EXTERNAL</auth>
   <policy context="default">
+    <allow user="*"/>
     <allow send_destination="*" eavesdrop="true"/>
     <allow eavesdrop="true"/>
     <allow own="*"/>
@@ -29,6 +32,12 @@ SessionBus::SessionBus() : directory_("bus") {
                          "--config-file=" + configuration.native()};
     options.standardOutput = directory_.path() / "address";
     options.standardError = directory_.path() / "stderr";
+    if (user) {
+        options.user = user;
+        if (chown(directory_.path().c_str(), *user, *user) != 0) {
+            throw std::runtime_error("cannot give a directory to the bus's user");
+        }
+    }
     process_ = std::make_unique<ChildProcess>(options);
     const bool isUp = waitUntil([&] {
         std::ifstream file(options.standardOutput);

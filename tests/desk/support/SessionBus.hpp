@@ -3,6 +3,7 @@
 #include <csignal>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "tests/desk/support/ChildProcess.hpp"
@@ -13,8 +14,8 @@ namespace vantrel::desk {
 /// A session bus of its own, without services to start unless a test offers some.
 class SessionBus {
   public:
-    /// Starts the bus and waits until it accepts clients; throws when it does not.
-    SessionBus();
+    /// Starts the bus, as that user where one is given, and waits until it accepts clients; throws when it does not.
+    explicit SessionBus(std::optional<uid_t> user = std::nullopt);
 
     /// What goes into DBUS_SESSION_BUS_ADDRESS.
     [[nodiscard]] const std::string& address() const { return address_; }

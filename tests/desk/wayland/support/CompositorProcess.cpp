@@ -3,6 +3,8 @@
 #include <unistd.h>
 #include <wayland-client.h>
 
+#include <algorithm>
+#include <array>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
@@ -40,6 +42,11 @@ std::string CompositorProcess::outputName(std::size_t number) {
     return "HEADLESS-" + std::to_string(number);
 }
 
+std::size_t PrivateOutput::transformNumber() const {
+    constexpr std::array names{"normal", "90", "180", "270", "flipped", "flipped-90", "flipped-180", "flipped-270"};
+    return static_cast<std::size_t>(std::find(names.begin(), names.end(), transform) - names.begin());
+}
+
 uid_t CompositorProcess::user() {
     return geteuid() == 0 ? nobody : geteuid();
 }
@@ -75,6 +82,7 @@ void CompositorProcess::start(std::vector<std::string> arguments, std::size_t ou
     child.standardError = directory_.path() / "log";
     if (geteuid() == 0) {
         child.user = user();
+        child.seesEverybodysPrograms = showsPrograms_;
         giveAway();
     }
     process_ = std::make_unique<ChildProcess>(child);

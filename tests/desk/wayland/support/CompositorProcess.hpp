@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -19,6 +20,9 @@ struct PrivateOutput {
     int y = 0;
     std::string scale = "1";
     std::string transform = "normal";  ///< or "90", "flipped-180"
+
+    /// The transform as Wayland's protocols count them.
+    [[nodiscard]] std::size_t transformNumber() const;
 };
 
 /// A private compositor without screens and input devices. It runs as an ordinary user also where the tests run as
@@ -69,10 +73,14 @@ class CompositorProcess {
     /// The user that the compositor runs as.
     static uid_t user();
 
+    /// Has the compositor know its clients' programs also where these run as another user; to be called before start().
+    void showPrograms() { showsPrograms_ = true; }
+
   private:
     void runDisplayProgram(std::vector<std::string> arguments) const;
 
     TemporaryDirectory directory_;
+    bool showsPrograms_ = false;
     std::unique_ptr<ChildProcess> process_;
     std::string displayName_;
 };

@@ -1,7 +1,6 @@
 #include "tests/desk/wayland/support/HyprlandProcess.hpp"
 
 #include <algorithm>
-#include <array>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
@@ -12,16 +11,10 @@ namespace vantrel::desk {
 
 namespace {
 
-/// By the protocol's numbers, which are Hyprland's, too.
-std::size_t transformNumber(const std::string& name) {
-    constexpr std::array names{"normal", "90", "180", "270", "flipped", "flipped-90", "flipped-180", "flipped-270"};
-    return static_cast<std::size_t>(std::find(names.begin(), names.end(), name) - names.begin());
-}
-
 std::string monitorCall(const std::string& name, const PrivateOutput& output) {
     return "hl.monitor({ output = \"" + name + "\", mode = \"" + output.mode + "@60\", position = \"" +
            std::to_string(output.x) + "x" + std::to_string(output.y) + "\", scale = " + output.scale +
-           ", transform = " + std::to_string(transformNumber(output.transform)) + ", disabled = false })";
+           ", transform = " + std::to_string(output.transformNumber()) + ", disabled = false })";
 }
 
 /// The file of the program without what would have the dynamic linker pass over LD_PRELOAD.
@@ -93,7 +86,7 @@ void HyprlandProcess::waitUntilArranged(const std::vector<PrivateOutput>& output
                     std::to_string(monitor.value("width", 0)) + "x" + std::to_string(monitor.value("height", 0));
                 return monitor.value("name", "") == name && monitor.value("x", 0) == output.x &&
                        monitor.value("y", 0) == output.y && mode == output.mode &&
-                       monitor.value("transform", 0U) == transformNumber(output.transform) &&
+                       monitor.value("transform", 0U) == output.transformNumber() &&
                        std::abs(monitor.value("scale", 0.0) - std::stod(output.scale)) < 0.01;
             });
         });

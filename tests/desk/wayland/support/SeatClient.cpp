@@ -1,8 +1,8 @@
 #include "tests/desk/wayland/support/SeatClient.hpp"
 
+#include <fake-input.h>
+#include <kde-output-order-v1.h>
 #include <poll.h>
-#include <sys/mman.h>
-#include <unistd.h>
 #include <viewporter.h>
 #include <virtual-keyboard-unstable-v1.h>
 #include <wlr-layer-shell-unstable-v1.h>
@@ -10,17 +10,17 @@
 #include <xdg-output-unstable-v1.h>
 
 #include <algorithm>
-#include <cmath>
-#include <cstdlib>
 #include <stdexcept>
 
-#include "Vantrel/Handles/FileDescriptor.hpp"
-#include "tests/desk/support/TemporaryDirectory.hpp"
+#include "tests/desk/wayland/support/FakeInputHands.hpp"
+#include "tests/desk/wayland/support/WaylandClient.hpp"
+#include "tests/desk/wayland/support/WlrootsHands.hpp"
 
 namespace vantrel::desk {
 
 struct SeatClient::Output {
     std::uint32_t name = 0;
+    std::string connector;
     wl_output* output = nullptr;
     zxdg_output_v1* geometry = nullptr;
     wl_surface* surface = nullptr;
@@ -33,21 +33,6 @@ struct SeatClient::Output {
     int height = 0;
     bool isWatched = false;  ///< by the window behind everything
 };
-
-namespace {
-
-constexpr std::uint32_t leftButton = 0x110;
-constexpr unsigned evdevToXkb = 8;
-
-FileDescriptor memoryFile(std::string_view content) {
-    FileDescriptor file(memfd_create("vantrel-test", MFD_CLOEXEC));
-    if (!file.isOpen() || write(file.get(), content.data(), content.size()) != static_cast<ssize_t>(content.size())) {
-        throw std::runtime_error("no memory file");
-    }
-    return file;
-}
-
-}  // namespace
 
 /// The callbacks of the protocols.
 struct SeatClient::Events {
@@ -93,6 +78,15 @@ struct SeatClient::Events {
         output(data).width = width;
         output(data).height = height;
     }
+    static void named(void* data, zxdg_output_v1*, const char* name) { output(data).connector = name; }
+    static void ordered(void* data, kde_output_order_v1*, const char* name) {
+        client(data).toldOrder_.emplace_back(name);
+    }
+    static void orderDone(void* data, kde_output_order_v1*) {
+        auto& told = client(data).toldOrder_;
+        client(data).mainDisplay_ = told.empty() ? "" : told.front();
+        told.clear();
+    }
     static void configure(void* data, zwlr_layer_surface_v1* surface, std::uint32_t serial, std::uint32_t width,
                           std::uint32_t height) {
         zwlr_layer_surface_v1_ack_configure(surface, serial);
@@ -131,13 +125,14 @@ struct SeatClient::Events {
         return listener;
     }();
     static constexpr zxdg_output_v1_listener geometry{
-        .logical_position = position, .logical_size = size, .done = none, .name = none, .description = none};
+        .logical_position = position, .logical_size = size, .done = none, .name = named, .description = none};
+    static constexpr kde_output_order_v1_listener order{.output = ordered, .done = orderDone};
     static constexpr zwlr_layer_surface_v1_listener layerSurface{.configure = configure, .closed = none};
     static constexpr wl_seat_listener seat{.capabilities = capabilities, .name = none};
 };
 
 SeatClient::SeatClient(const std::filesystem::path& socket, const std::string& layouts, const std::string& options)
-    : display_(wl_display_connect(socket.c_str())), xkb_(xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES)) {
+    : display_(wl_display_connect(socket.c_str())), map_(layouts, options) {
     if (!display_) {
         throw std::runtime_error("cannot connect to " + socket.native());
     }
@@ -145,8 +140,7 @@ SeatClient::SeatClient(const std::filesystem::path& socket, const std::string& l
     wl_registry_add_listener(registry_, &Events::registryListener, this);
     synchronise();
     if (compositor_ == nullptr || shm_ == nullptr || seat_ == nullptr || viewporter_ == nullptr ||
-        outputManager_ == nullptr || layerShell_ == nullptr || pointerManager_ == nullptr ||
-        keyboardManager_ == nullptr) {
+        outputManager_ == nullptr || layerShell_ == nullptr || !hasHands()) {
         throw std::runtime_error("the compositor lacks what the tests need");
     }
     const FileDescriptor pixel = memoryFile(std::string_view("\0\0\0\0", 4));
@@ -154,32 +148,7 @@ SeatClient::SeatClient(const std::filesystem::path& socket, const std::string& l
     nothing_ = wl_shm_pool_create_buffer(pool, 0, 1, 1, 4, WL_SHM_FORMAT_ARGB8888);
     wl_shm_pool_destroy(pool);
 
-    const TemporaryDirectory data("xkb");
-    if (options.empty()) {
-        xkb_context_include_path_append_default(xkb_.get());
-    } else {
-        // The system's data with ours, as if that were in the person's own folder. One folder has all of it, because
-        // libxkbcommon 1.5 leaks the names of files that it does not find in the first of several.
-        constexpr auto into =
-            std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing;
-        std::filesystem::copy("/usr/share/X11/xkb", data.path(), into);
-        std::filesystem::copy(VANTREL_XKB_DATA, data.path(), into);
-        xkb_context_include_path_append(xkb_.get(), data.path().c_str());
-    }
-    const xkb_rule_names names{
-        .rules = "evdev", .model = "pc105", .layout = layouts.c_str(), .variant = "", .options = options.c_str()};
-    keymap_.reset(xkb_keymap_new_from_names(xkb_.get(), &names, XKB_KEYMAP_COMPILE_NO_FLAGS));
-    if (!keymap_) {
-        throw std::runtime_error("no keymap for " + layouts);
-    }
-    state_.reset(xkb_state_new(keymap_.get()));
-    keyboard_ = zwp_virtual_keyboard_manager_v1_create_virtual_keyboard(keyboardManager_, seat_);
-    const std::unique_ptr<char, FreeDeleter> text(xkb_keymap_get_as_string(keymap_.get(), XKB_KEYMAP_FORMAT_TEXT_V1));
-    const std::string_view terminated(text.get(), std::string_view(text.get()).size() + 1);
-    zwp_virtual_keyboard_v1_keymap(keyboard_, WL_KEYBOARD_KEYMAP_FORMAT_XKB_V1, memoryFile(terminated).get(),
-                                   static_cast<std::uint32_t>(terminated.size()));
-
-    mouse_ = zwlr_virtual_pointer_manager_v1_create_virtual_pointer(pointerManager_, seat_);
+    growHands();
     for (const auto& output : outputs_) {
         watch(*output);
     }
@@ -196,6 +165,7 @@ SeatClient::SeatClient(const std::filesystem::path& socket, const std::string& l
 SeatClient::~SeatClient() {
     letGo();
     wl_display_roundtrip(display_.get());
+    hands_.reset();
     // For the compositor they end with the connection.
     const auto forget = [](auto*... objects) {
         for (auto* const object : {reinterpret_cast<wl_proxy*>(objects)...}) {
@@ -207,7 +177,7 @@ SeatClient::~SeatClient() {
     for (const auto& output : outputs_) {
         forget(output->layerSurface, output->viewport, output->surface, output->geometry, output->output);
     }
-    forget(keyboard_, keyboardManager_, mouse_, pointerManager_, layerShell_, outputManager_, viewporter_, nothing_,
+    forget(order_, fakeInput_, keyboardManager_, pointerManager_, layerShell_, outputManager_, viewporter_, nothing_,
            pointerDevice_, seat_, shm_, compositor_, registry_);
 }
 
@@ -230,6 +200,11 @@ void SeatClient::bind(std::uint32_t name, std::string_view interface, std::uint3
     keep(layerShell_, zwlr_layer_shell_v1_interface, 4);
     keep(pointerManager_, zwlr_virtual_pointer_manager_v1_interface, 2);
     keep(keyboardManager_, zwp_virtual_keyboard_manager_v1_interface, 1);
+    keep(fakeInput_, org_kde_kwin_fake_input_interface, 4);
+    if (interface == kde_output_order_v1_interface.name) {
+        keep(order_, kde_output_order_v1_interface, 1);
+        kde_output_order_v1_add_listener(order_, &Events::order, this);
+    }
     if (auto* const output = static_cast<wl_output*>(take(wl_output_interface, 3))) {
         outputs_.push_back(std::make_unique<Output>());
         outputs_.back()->name = name;
@@ -256,6 +231,18 @@ void SeatClient::watch(Output& output) {
     wl_surface_commit(output.surface);
 }
 
+bool SeatClient::hasHands() const {
+    return fakeInput_ != nullptr || (pointerManager_ != nullptr && keyboardManager_ != nullptr);
+}
+
+void SeatClient::growHands() {
+    if (pointerManager_ != nullptr && keyboardManager_ != nullptr) {
+        hands_ = std::make_unique<WlrootsHands>(*pointerManager_, *keyboardManager_, *seat_, map_);
+    } else {
+        hands_ = std::make_unique<FakeInputHands>(*fakeInput_, map_);
+    }
+}
+
 void SeatClient::synchronise() {
     if (wl_display_roundtrip(display_.get()) < 0) {
         throw std::runtime_error("the compositor went away");
@@ -272,26 +259,9 @@ void SeatClient::look(Duration time) {
     }
 }
 
-void SeatClient::key(std::string_view name, bool isDown) {
-    const xkb_keycode_t keycode = xkb_keymap_key_by_name(keymap_.get(), std::string(name).c_str());
-    if (keycode == XKB_KEYCODE_INVALID) {
-        throw std::runtime_error("no such key: " + std::string(name));
-    }
-    zwp_virtual_keyboard_v1_key(keyboard_, ++time_, keycode - evdevToXkb, isDown ? 1 : 0);
-    xkb_state_update_key(state_.get(), keycode, isDown ? XKB_KEY_DOWN : XKB_KEY_UP);
-    sendModifiers();
-}
-
-void SeatClient::sendModifiers() {
-    zwp_virtual_keyboard_v1_modifiers(keyboard_, xkb_state_serialize_mods(state_.get(), XKB_STATE_MODS_DEPRESSED),
-                                      xkb_state_serialize_mods(state_.get(), XKB_STATE_MODS_LATCHED),
-                                      xkb_state_serialize_mods(state_.get(), XKB_STATE_MODS_LOCKED),
-                                      xkb_state_serialize_layout(state_.get(), XKB_STATE_LAYOUT_EFFECTIVE));
-}
-
 void SeatClient::hold(const Chord& chord) {
     for (const std::string_view name : chord) {
-        key(name, true);
+        hands_->key(name, true);
         held_.emplace_back(name);
     }
     wl_display_flush(display_.get());
@@ -299,7 +269,7 @@ void SeatClient::hold(const Chord& chord) {
 
 void SeatClient::letGo() {
     while (!held_.empty()) {
-        key(held_.back(), false);
+        hands_->key(held_.back(), false);
         held_.pop_back();
     }
     wl_display_flush(display_.get());
@@ -311,9 +281,7 @@ void SeatClient::type(const Chord& chord) {
 }
 
 void SeatClient::chooseLayout(unsigned number) {
-    xkb_state_update_mask(state_.get(), 0, 0, xkb_state_serialize_mods(state_.get(), XKB_STATE_MODS_LOCKED), 0, 0,
-                          number);
-    sendModifiers();
+    hands_->chooseLayout(number);
     synchronise();
 }
 
@@ -325,42 +293,41 @@ void SeatClient::moveTo(LayoutPoint point) {
 }
 
 void SeatClient::moveUnseenTo(LayoutPoint point) {
-    int left = outputs_.front()->x;
-    int top = outputs_.front()->y;
-    int right = left;
-    int bottom = top;
-    for (const auto& output : outputs_) {
-        left = std::min(left, output->x);
-        top = std::min(top, output->y);
-        right = std::max(right, output->x + output->width);
-        bottom = std::max(bottom, output->y + output->height);
-    }
-    constexpr int parts = 256;  // of a point, as many as the protocol tells of
-    zwlr_virtual_pointer_v1_motion_absolute(
-        mouse_, ++time_, static_cast<std::uint32_t>(std::lround((point.x - left) * parts)),
-        static_cast<std::uint32_t>(std::lround((point.y - top) * parts)),
-        static_cast<std::uint32_t>((right - left) * parts), static_cast<std::uint32_t>((bottom - top) * parts));
-    zwlr_virtual_pointer_v1_frame(mouse_);
+    hands_->moveTo({.x = point.x + origin().x, .y = point.y + origin().y}, displays());
     synchronise();
 }
 
 void SeatClient::pressButton() {
-    zwlr_virtual_pointer_v1_button(mouse_, ++time_, leftButton, WL_POINTER_BUTTON_STATE_PRESSED);
-    zwlr_virtual_pointer_v1_frame(mouse_);
+    hands_->button(true);
     synchronise();
 }
 
 void SeatClient::releaseButton() {
-    zwlr_virtual_pointer_v1_button(mouse_, ++time_, leftButton, WL_POINTER_BUTTON_STATE_RELEASED);
-    zwlr_virtual_pointer_v1_frame(mouse_);
+    hands_->button(false);
     synchronise();
+}
+
+std::vector<LayoutArea> SeatClient::displays() const {
+    std::vector<LayoutArea> areas;
+    for (const auto& output : outputs_) {
+        areas.push_back({.x = output->x, .y = output->y, .width = output->width, .height = output->height});
+    }
+    return areas;
+}
+
+LayoutPoint SeatClient::origin() const {
+    const auto main = std::find_if(outputs_.begin(), outputs_.end(),
+                                   [this](const auto& output) { return output->connector == mainDisplay_; });
+    return mainDisplay_.empty() || main == outputs_.end()
+               ? LayoutPoint{}
+               : LayoutPoint{.x = static_cast<double>((*main)->x), .y = static_cast<double>((*main)->y)};
 }
 
 std::optional<LayoutPoint> SeatClient::pointer() {
     look(Duration::zero());
     for (const auto& output : outputs_) {
         if (output->surface == pointed_ && pointed_ != nullptr) {
-            return LayoutPoint{.x = output->x + onSurface_.x, .y = output->y + onSurface_.y};
+            return LayoutPoint{.x = output->x + onSurface_.x - origin().x, .y = output->y + onSurface_.y - origin().y};
         }
     }
     return std::nullopt;

@@ -1,45 +1,33 @@
 #pragma once
 
 #include <wayland-client.h>
-#include <xkbcommon/xkbcommon.h>
 
 #include <filesystem>
 #include <memory>
 #include <optional>
-#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "tests/desk/support/Keyboard.hpp"
 #include "tests/desk/support/Wait.hpp"
+#include "tests/desk/wayland/support/Hands.hpp"
+#include "tests/desk/wayland/support/KeyboardMap.hpp"
+#include "tests/desk/wayland/support/LayoutPoint.hpp"
 
+struct kde_output_order_v1;
+struct org_kde_kwin_fake_input;
 struct zwlr_layer_shell_v1;
 struct zwlr_virtual_pointer_manager_v1;
-struct zwlr_virtual_pointer_v1;
 struct zwp_virtual_keyboard_manager_v1;
-struct zwp_virtual_keyboard_v1;
 struct wp_viewporter;
 struct zxdg_output_manager_v1;
 
 namespace vantrel::desk {
 
-/// A point of a compositor's layout, in points. On the tests' desks the main display stands at (0, 0), so these are the
-/// agent's numbers, too.
-struct LayoutPoint {
-    double x = 0;
-    double y = 0;
-
-    bool operator==(const LayoutPoint&) const = default;
-};
-
-inline std::ostream& operator<<(std::ostream& out, const LayoutPoint& point) {
-    return out << "layout(" << point.x << ", " << point.y << ")";
-}
-
 /// A person at a Wayland session: hands on a keyboard and a mouse, and eyes on the pointer, which are a window behind
 /// everything on each display. So it sees where the pointer is without asking anybody, except while something covers
-/// that window.
+/// that window. Its points are told from the main display's corner on, as the agent's are.
 class SeatClient {
   public:
     /// Connects; throws when there is no such compositor or it lacks what a test needs. `layouts` are the keyboard's,
@@ -89,16 +77,14 @@ class SeatClient {
 
     void bind(std::uint32_t name, std::string_view interface, std::uint32_t version);
     void watch(Output& output);
-    void key(std::string_view name, bool isDown);
-    void sendModifiers();
+    void growHands();
+    [[nodiscard]] bool hasHands() const;
+    [[nodiscard]] std::vector<LayoutArea> displays() const;
+    /// Where the main display stands.
+    [[nodiscard]] LayoutPoint origin() const;
 
     struct Disconnect {
         void operator()(wl_display* display) const { wl_display_disconnect(display); }
-    };
-    struct FreeXkb {
-        void operator()(xkb_context* context) const { xkb_context_unref(context); }
-        void operator()(xkb_keymap* keymap) const { xkb_keymap_unref(keymap); }
-        void operator()(xkb_state* state) const { xkb_state_unref(state); }
     };
 
     std::unique_ptr<wl_display, Disconnect> display_;
@@ -112,16 +98,16 @@ class SeatClient {
     zxdg_output_manager_v1* outputManager_ = nullptr;
     zwlr_layer_shell_v1* layerShell_ = nullptr;
     zwlr_virtual_pointer_manager_v1* pointerManager_ = nullptr;
-    zwlr_virtual_pointer_v1* mouse_ = nullptr;
     zwp_virtual_keyboard_manager_v1* keyboardManager_ = nullptr;
-    zwp_virtual_keyboard_v1* keyboard_ = nullptr;
+    org_kde_kwin_fake_input* fakeInput_ = nullptr;  ///< where the two above are not offered
+    kde_output_order_v1* order_ = nullptr;
+    std::vector<std::string> toldOrder_;
+    std::string mainDisplay_;  ///< its name, where the compositor tells of one
     std::vector<std::unique_ptr<Output>> outputs_;
 
-    std::unique_ptr<xkb_context, FreeXkb> xkb_;
-    std::unique_ptr<xkb_keymap, FreeXkb> keymap_;
-    std::unique_ptr<xkb_state, FreeXkb> state_;
+    KeyboardMap map_;
+    std::unique_ptr<Hands> hands_;
     std::vector<std::string> held_;
-    std::uint32_t time_ = 0;
 
     wl_surface* pointed_ = nullptr;  ///< the surface under the pointer
     LayoutPoint onSurface_;

@@ -47,4 +47,12 @@ FileDescriptor memoryFile(std::size_t size) {
     return file;
 }
 
+FileDescriptor memoryFile(std::string_view content) {
+    FileDescriptor file = memoryFile(content.size());
+    if (write(file.get(), content.data(), content.size()) != static_cast<ssize_t>(content.size())) {
+        throw std::runtime_error("no memory file");
+    }
+    return file;
+}
+
 }  // namespace vantrel::desk

@@ -40,5 +40,7 @@ class WaylandClient {
 
 /// A file in memory of that size, to be shared.
 FileDescriptor memoryFile(std::size_t size);
+/// The same with that content.
+FileDescriptor memoryFile(std::string_view content);
 
 }  // namespace vantrel::desk

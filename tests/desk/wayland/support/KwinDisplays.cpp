@@ -1,0 +1,142 @@
+#include "tests/desk/wayland/support/KwinDisplays.hpp"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace vantrel::desk {
+
+namespace {
+
+/// The scale with which a display of that size is as large, in points, as one of the output's mode with its scale.
+double scaleFor(const PrivateOutput& output, int width, int height) {
+    const int wantedWidth = std::stoi(output.mode);
+    const int wantedHeight = std::stoi(output.mode.substr(output.mode.find('x') + 1));
+    if (width * wantedHeight != height * wantedWidth) {
+        throw std::runtime_error("KWin's displays are of one shape here");
+    }
+    return std::stod(output.scale) * width / wantedWidth;
+}
+
+}  // namespace
+
+struct KwinDisplays::Callbacks {
+    static void named(void* data, kde_output_device_v2* /*device*/, const char* name) {
+        static_cast<Device*>(data)->name = name;
+    }
+    static void applied(void* data, kde_output_configuration_v2* /*changes*/) {
+        static_cast<KwinDisplays*>(data)->isAnswered_ = true;
+        static_cast<KwinDisplays*>(data)->isApplied_ = true;
+    }
+    static void failed(void* data, kde_output_configuration_v2* /*changes*/) {
+        static_cast<KwinDisplays*>(data)->isAnswered_ = true;
+    }
+    static void mode(void* /*data*/, kde_output_device_v2* /*device*/, kde_output_device_mode_v2* mode) {
+        kde_output_device_mode_v2_destroy(mode);
+    }
+
+    template <typename... Arguments>
+    static void unused(void* /*data*/, Arguments... /*arguments*/) {}
+
+    // Newer protocols know of more events, which objects of these versions never get.
+    static constexpr kde_output_device_v2_listener device = [] {
+        kde_output_device_v2_listener listener{};
+        listener.geometry = unused;
+        listener.current_mode = unused;
+        listener.mode = unused;
+        listener.done = unused;
+        listener.scale = unused;
+        listener.edid = unused;
+        listener.enabled = unused;
+        listener.uuid = unused;
+        listener.serial_number = unused;
+        listener.eisa_id = unused;
+        listener.capabilities = unused;
+        listener.overscan = unused;
+        listener.vrr_policy = unused;
+        listener.rgb_range = unused;
+        listener.name = named;
+        return listener;
+    }();
+    static constexpr kde_output_configuration_v2_listener configuration = [] {
+        kde_output_configuration_v2_listener listener{};
+        listener.applied = applied;
+        listener.failed = failed;
+        return listener;
+    }();
+};
+
+KwinDisplays::KwinDisplays(const std::filesystem::path& socket)
+    : client_(socket, [this](std::uint32_t name, std::string_view interface, std::uint32_t version) {
+          offered(name, interface, version);
+      }) {
+    client_.synchronise();
+    client_.synchronise();
+    if (management_ == nullptr) {
+        throw std::runtime_error("the compositor's displays cannot be arranged");
+    }
+    std::sort(devices_.begin(), devices_.end(),
+              [](const auto& one, const auto& other) { return one->name < other->name; });
+}
+
+KwinDisplays::~KwinDisplays() {
+    for (const auto& each : devices_) {
+        kde_output_device_v2_destroy(each->handle);
+    }
+    kde_output_management_v2_destroy(management_);
+}
+
+void KwinDisplays::offered(std::uint32_t name, std::string_view interface, std::uint32_t version) {
+    if (interface == kde_output_management_v2_interface.name) {
+        management_ =
+            client_.bind<kde_output_management_v2>(name, kde_output_management_v2_interface, std::min(version, 3U));
+    } else if (interface == kde_output_device_v2_interface.name) {
+        auto& device = devices_.emplace_back(std::make_unique<Device>());
+        device->handle = client_.bind<kde_output_device_v2>(name, kde_output_device_v2_interface, 2);
+        kde_output_device_v2_add_listener(device->handle, &Callbacks::device, device.get());
+    }
+}
+
+kde_output_device_v2* KwinDisplays::device(std::size_t number) const {
+    return devices_.at(number)->handle;
+}
+
+void KwinDisplays::arrange(const std::vector<PrivateOutput>& outputs, int width, int height) {
+    const auto byX = [](const PrivateOutput& one, const PrivateOutput& other) { return one.x < other.x; };
+    const auto byY = [](const PrivateOutput& one, const PrivateOutput& other) { return one.y < other.y; };
+    const int left = std::min_element(outputs.begin(), outputs.end(), byX)->x;
+    const int top = std::min_element(outputs.begin(), outputs.end(), byY)->y;
+    kde_output_configuration_v2* const changes = kde_output_management_v2_create_configuration(management_);
+    for (std::size_t number = 0; number < outputs.size(); ++number) {
+        const PrivateOutput& output = outputs[number];
+        kde_output_configuration_v2_enable(changes, device(number), 1);
+        kde_output_configuration_v2_scale(changes, device(number),
+                                          wl_fixed_from_double(scaleFor(output, width, height)));
+        kde_output_configuration_v2_transform(changes, device(number),
+                                              static_cast<std::int32_t>(output.transformNumber()));
+        kde_output_configuration_v2_position(changes, device(number), output.x - left, output.y - top);
+        kde_output_configuration_v2_set_priority(changes, device(number), static_cast<std::uint32_t>(number + 1));
+    }
+    if (!apply(changes)) {
+        throw std::runtime_error("KWin refuses to arrange its displays so");
+    }
+}
+
+bool KwinDisplays::switchOff(std::size_t number) {
+    kde_output_configuration_v2* const changes = kde_output_management_v2_create_configuration(management_);
+    kde_output_configuration_v2_enable(changes, device(number), 0);
+    return apply(changes);
+}
+
+bool KwinDisplays::apply(kde_output_configuration_v2* changes) {
+    isAnswered_ = false;
+    isApplied_ = false;
+    kde_output_configuration_v2_add_listener(changes, &Callbacks::configuration, this);
+    kde_output_configuration_v2_apply(changes);
+    while (!isAnswered_) {
+        client_.waitForEvents();
+    }
+    kde_output_configuration_v2_destroy(changes);
+    return isApplied_;
+}
+
+}  // namespace vantrel::desk

@@ -1,0 +1,111 @@
+#include "tests/desk/wayland/support/KwinProcess.hpp"
+
+#include <linux/capability.h>
+#include <sys/prctl.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <map>
+#include <optional>
+#include <stdexcept>
+
+#include "tests/desk/wayland/support/KwinDisplays.hpp"
+
+namespace vantrel::desk {
+
+namespace {
+
+/// Who runs the bus: whoever runs the compositor.
+std::optional<uid_t> otherThanRoot(uid_t user) {
+    return geteuid() == user ? std::nullopt : std::optional(user);
+}
+
+std::string before(const std::string& text, char separator) {
+    return text.substr(0, text.find(separator));
+}
+
+std::string after(const std::string& text, char separator) {
+    return text.substr(text.find(separator) + 1);
+}
+
+}  // namespace
+
+KwinProcess::KwinProcess(const KwinOptions& options)
+    : CompositorProcess("kwin"), bus_(otherThanRoot(user())), mode_(options.outputs.front().mode) {
+    configure(options);
+    // The packaged one has a capability, which a container may not be able to give.
+    const auto program = runtimeDirectory() / "kwin_wayland";
+    std::filesystem::copy_file(VANTREL_KWIN, program);
+    std::map<std::string, std::string> environment{{"DBUS_SESSION_BUS_ADDRESS", bus_.address()},
+                                                   // As in a session of Plasma: it finds no desktop files without.
+                                                   {"XDG_MENU_PREFIX", "plasma-"},
+                                                   {"KWIN_COMPOSE", "Q"},
+                                                   {"LIBGL_ALWAYS_SOFTWARE", "1"}};
+    if (checksPermissions()) {
+        showPrograms();
+    } else {
+        // KWin's own switch; else it would refuse everybody.
+        environment.emplace("KWIN_WAYLAND_NO_PERMISSION_CHECKS", "1");
+    }
+    start({program, "--virtual", "--width", before(mode_, 'x'), "--height", after(mode_, 'x'), "--output-count",
+           std::to_string(options.outputs.size()), "--socket", "wayland-vantrel-test", "--no-lockscreen"},
+          0, environment);
+    arrange(options.outputs);
+}
+
+bool KwinProcess::checksPermissions() {
+    return geteuid() != 0 || prctl(PR_CAPBSET_READ, CAP_SYS_PTRACE) == 1;
+}
+
+void KwinProcess::configure(const KwinOptions& options) const {
+    std::filesystem::create_directories(runtimeDirectory() / ".config");
+    std::ofstream(runtimeDirectory() / ".config" / "kxkbrc")
+        << "[Layout]\nUse=true\nLayoutList=" << options.keyboardLayouts << '\n';
+    // What Plasma brings along: it knows only desktop files that are in its menu.
+    std::filesystem::create_directories(runtimeDirectory() / ".config" / "menus");
+    std::ofstream(runtimeDirectory() / ".config" / "menus" / "plasma-applications.menu")
+        << "<Menu><Name>Applications</Name><DefaultAppDirs/><Include><All/></Include></Menu>\n";
+    if (options.allowsPerson) {
+        allow(std::filesystem::read_symlink("/proc/self/exe"));
+    }
+    if (options.allowsAgent) {
+        allow(VANTREL_PROGRAM);
+    }
+}
+
+void KwinProcess::allow(const std::filesystem::path& program) const {
+    const auto directory = runtimeDirectory() / ".local" / "share" / "applications";
+    std::filesystem::create_directories(directory);
+    const auto draft = directory / (program.filename().native() + ".new");
+    std::ofstream(draft) << "[Desktop Entry]\nType=Application\nName=" << program.filename().native()
+                         << "\nNoDisplay=true\nExec=" << program.native()
+                         << "\nX-KDE-Wayland-Interfaces=org_kde_kwin_fake_input\n";
+    // It watches the directory, and must not see half a file.
+    std::filesystem::rename(draft, directory / (program.filename().native() + ".desktop"));
+}
+
+void KwinProcess::arrange(const std::vector<PrivateOutput>& outputs) const {
+    KwinDisplays(socket()).arrange(outputs, std::stoi(before(mode_, 'x')), std::stoi(after(mode_, 'x')));
+}
+
+bool KwinProcess::switchOff(int number) const {
+    return KwinDisplays(socket()).switchOff(static_cast<std::size_t>(number - 1));
+}
+
+void KwinProcess::chooseLayout(unsigned number) const {
+    ChildProcessOptions options;
+    options.arguments = {"gdbus", "call", "--session", "--dest", "org.kde.keyboard", "--object-path", "/Layouts"};
+    options.arguments.insert(options.arguments.end(),
+                             {"--method", "org.kde.KeyboardLayouts.setLayout", std::to_string(number)});
+    options.environment.set("DBUS_SESSION_BUS_ADDRESS", bus_.address());
+    const TemporaryDirectory directory("layout");
+    options.standardOutput = directory.path() / "answer";
+    ChildProcess(options).waitForExit();
+    std::string answer;
+    std::getline(std::ifstream(options.standardOutput), answer);
+    if (answer != "(true,)") {
+        throw std::runtime_error("KWin does not choose layout " + std::to_string(number) + ": " + answer);
+    }
+}
+
+}  // namespace vantrel::desk

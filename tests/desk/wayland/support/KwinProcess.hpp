@@ -1,0 +1,53 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "tests/desk/support/SessionBus.hpp"
+#include "tests/desk/wayland/support/CompositorProcess.hpp"
+
+namespace vantrel::desk {
+
+struct KwinOptions {
+    /// Of one shape, that of the first: what differs in size is done by another scale. Their corners should be whole
+    /// pixels with that scale, because KWin moves the windows behind everything to such ones, and a person sees the
+    /// pointer a part of a pixel off otherwise.
+    std::vector<PrivateOutput> outputs;
+    std::string keyboardLayouts = "us";
+    bool allowsAgent = true;   ///< whether the agent may do what KWin keeps from most programs
+    bool allowsPerson = true;  ///< whether the test's own program may, which has the person's hands
+};
+
+/// A private KWin with a bus of its own. The first of its displays is the main one. Its layout has no negative places,
+/// so the main display may stand elsewhere than at (0, 0).
+class KwinProcess final : public CompositorProcess {
+  public:
+    explicit KwinProcess(const KwinOptions& options);
+    /// Not after its bus.
+    ~KwinProcess() override { stop(); }
+
+    void arrange(const std::vector<PrivateOutput>& outputs) const override;
+    [[nodiscard]] bool switchOff(int number) const override;
+
+    SessionBus& bus() { return bus_; }
+
+    /// Makes the keyboard layout of that number, from 0 on, the active one. Throws when there is none.
+    void chooseLayout(unsigned number) const;
+
+    /// Whether it asks which program a client runs before it lets that do more than most. It learns that from the
+    /// kernel, which hides root's programs from other users, and not every container lets its root show them.
+    static bool checksPermissions();
+
+    /// Lets the program do what KWin keeps from most; it learns that a second or two later, and asks when a program
+    /// connects.
+    void allow(const std::filesystem::path& program) const;
+
+  private:
+    void configure(const KwinOptions& options) const;
+
+    SessionBus bus_;
+    std::string mode_;  ///< the first display's, which is everybody's
+};
+
+}  // namespace vantrel::desk
