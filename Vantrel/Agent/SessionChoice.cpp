@@ -2,6 +2,7 @@
 
 #ifdef VANTREL_WAYLAND
 #include "Vantrel/Backends/Hyprland/HyprlandCompositor.hpp"
+#include "Vantrel/Backends/Plasma/PlasmaCompositor.hpp"
 #include "Vantrel/Backends/Sway/SwayCompositor.hpp"
 #include "Vantrel/Backends/Wayfire/WayfireCompositor.hpp"
 #include "Vantrel/Backends/Wayland/WaylandSession.hpp"
@@ -24,9 +25,9 @@ bool isSet(const char* variable) {
 /// `isThere` says whether a compositor answered at all.
 std::unique_ptr<DisplaySession> connectToWayland(std::string& error, bool& isThere) {
 #ifdef VANTREL_WAYLAND
-    return wayland::WaylandSession::connect(
-        {hyprland::HyprlandCompositor::find, sway::SwayCompositor::find, wayfire::WayfireCompositor::find}, error,
-        isThere);
+    return wayland::WaylandSession::connect({hyprland::HyprlandCompositor::find, sway::SwayCompositor::find,
+                                             wayfire::WayfireCompositor::find, plasma::PlasmaCompositor::find},
+                                            error, isThere);
 #else
     isThere = false;
     error = "this is a Wayland session, and this Vantrel was built without Wayland";

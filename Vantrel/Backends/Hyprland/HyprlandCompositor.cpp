@@ -58,8 +58,8 @@ std::optional<wayland::LayoutPoint> HyprlandCompositor::readPointer(Clock::time_
     return answer ? positionIn(*answer) : std::nullopt;
 }
 
-bool HyprlandCompositor::warpPointer(wayland::LayoutPoint place, wayland::LayoutPoint /*corner*/) {
-    return commands_.tell(moveCommand(language_, place));
+bool HyprlandCompositor::warpPointer(const wayland::Warp& warp) {
+    return commands_.tell(moveCommand(language_, warp.to));
 }
 
 }  // namespace vantrel::hyprland

@@ -22,7 +22,7 @@ class HyprlandCompositor final : public wayland::Compositor {
 
     backend::HotKeyBinder* hotKeys() override;
     std::optional<wayland::LayoutPoint> readPointer(Clock::time_point deadline) override;
-    bool warpPointer(wayland::LayoutPoint place, wayland::LayoutPoint corner) override;
+    bool warpPointer(const wayland::Warp& warp) override;
 
   private:
     HyprlandCompositor(const std::filesystem::path& instance, const wayland::CompositorAddress& address);

@@ -47,10 +47,11 @@ SwayCompositor::SwayCompositor(SwayIpc commands, const std::filesystem::path& so
                                const wayland::CompositorAddress& address)
     : commands_(std::move(commands)), seat_(address.seat), hotKeys_(commands_, socketFile, address.readKeymap) {}
 
-bool SwayCompositor::warpPointer(wayland::LayoutPoint place, wayland::LayoutPoint corner) {
+bool SwayCompositor::warpPointer(const wayland::Warp& warp) {
     // Sway counts from that corner.
-    return commands_.tell(MessageType::runCommand, "seat " + seat_ + " cursor set " + decimal(place.x - corner.x) +
-                                                       " " + decimal(place.y - corner.y));
+    return commands_.tell(MessageType::runCommand, "seat " + seat_ + " cursor set " +
+                                                       decimal(warp.to.x - warp.corner.x) + " " +
+                                                       decimal(warp.to.y - warp.corner.y));
 }
 
 bool SwayCompositor::lookUnderPointer() {

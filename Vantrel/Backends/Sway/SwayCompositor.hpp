@@ -19,7 +19,7 @@ class SwayCompositor final : public wayland::Compositor {
     static std::unique_ptr<wayland::Compositor> find(const wayland::CompositorAddress& address);
 
     backend::HotKeyBinder* hotKeys() override { return &hotKeys_; }
-    bool warpPointer(wayland::LayoutPoint place, wayland::LayoutPoint corner) override;
+    bool warpPointer(const wayland::Warp& warp) override;
     void settleWarps(Clock::time_point deadline) override { commands_.settle(deadline); }
     bool lookUnderPointer() override;
 

@@ -3,14 +3,23 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 
 #include "Vantrel/Backends/Common/HotKeyBinder.hpp"
 #include "Vantrel/Backends/Wayland/MomentaryKeymap.hpp"
-#include "Vantrel/Backends/Wayland/OutputLayout.hpp"
+#include "Vantrel/Backends/Wayland/Outputs.hpp"
 #include "Vantrel/Backends/Wayland/WaylandConnection.hpp"
 
 namespace vantrel::wayland {
+
+/// Where the pointer is to go.
+struct Warp {
+    std::optional<LayoutPoint> from;  ///< where it was read just before, if it was
+    LayoutPoint to;
+    std::span<const Output> outputs;
+    LayoutPoint corner;  ///< of the rectangle around all outputs
+};
 
 /// What one kind of compositor offers through a door of its own, beside the protocols that it shares with others. What
 /// it does not offer, these do.
@@ -25,9 +34,8 @@ class Compositor {
     /// surfaces of ours find it out.
     virtual std::optional<LayoutPoint> readPointer(Clock::time_point /*deadline*/) { return std::nullopt; }
 
-    /// Moves the pointer to a point of the layout; `corner` is that of the rectangle around all outputs. Does not wait.
-    /// False when it cannot: then a virtual pointer does it.
-    virtual bool warpPointer(LayoutPoint /*place*/, LayoutPoint /*corner*/) { return false; }
+    /// Moves the pointer. Does not wait. False when it cannot: then a virtual pointer does it.
+    virtual bool warpPointer(const Warp& /*warp*/) { return false; }
 
     /// Waits until earlier warps have taken effect. They go another way than Wayland's requests, which could overtake
     /// them.
@@ -40,6 +48,8 @@ class Compositor {
 
 /// Where to look for such a door, and what its user may ask of the session.
 struct CompositorAddress {
+    WaylandConnection& connection;
+    const Registry& registry;
     Peer peer;
     std::string seat;  ///< the name of the seat that is served
     ReadKeymap readKeymap;

@@ -23,9 +23,14 @@ backend::DisplayLayout layoutOfOutputs(std::vector<OutputDescription> outputs) {
     std::stable_sort(outputs.begin(), outputs.end(), [](const OutputDescription& one, const OutputDescription& other) {
         return one.name < other.name;
     });
-    const auto atOrigin = std::find_if(outputs.begin(), outputs.end(),
-                                       [](const OutputDescription& output) { return output.x == 0 && output.y == 0; });
-    const auto main = atOrigin == outputs.end() ? outputs.begin() : atOrigin;
+    auto main = std::find_if(outputs.begin(), outputs.end(), [](const auto& output) { return output.isMain; });
+    if (main == outputs.end()) {
+        main = std::find_if(outputs.begin(), outputs.end(),
+                            [](const auto& output) { return output.x == 0 && output.y == 0; });
+    }
+    if (main == outputs.end()) {
+        main = outputs.begin();
+    }
 
     std::vector<backend::Monitor> monitors;
     monitors.reserve(outputs.size());

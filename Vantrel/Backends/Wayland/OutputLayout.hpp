@@ -27,13 +27,14 @@ struct OutputDescription {
     std::int32_t transform = 0;   ///< wl_output.transform
     std::int32_t pixelsWide = 0;  ///< before the transform; 0 until it is known
     std::int32_t pixelsHigh = 0;
-    std::string edid;  ///< what backend::edidIdentity() made of its EDID; empty where there is none
+    bool isMain = false;  ///< where the compositor says so
+    std::string edid;     ///< what backend::edidIdentity() made of its EDID; empty where there is none
 
     bool operator==(const OutputDescription&) const = default;
 };
 
-/// The displays of these outputs. The main one is the output whose corner is the layout's origin; where there is none,
-/// the first by name.
+/// The displays of these outputs. The main one is the output that the compositor calls so, else the one whose corner is
+/// the layout's origin, else the first by name.
 backend::DisplayLayout layoutOfOutputs(std::vector<OutputDescription> outputs);
 
 /// The corner of the rectangle around all outputs; the origin where there are none.

@@ -1,6 +1,7 @@
 #include "Vantrel/Backends/Wayland/Outputs.hpp"
 
 #include <string_view>
+#include <utility>
 
 namespace vantrel::wayland {
 
@@ -60,6 +61,19 @@ struct Outputs::Callbacks {
     template <typename... Arguments>
     static void unused(void* /*data*/, Arguments... /*arguments*/) {}
 
+    static void ordered(void* data, kde_output_order_v1* /*order*/, const char* name) {
+        auto& self = *static_cast<Outputs*>(data);
+        if (self.firstInNextOrder_.empty()) {
+            self.firstInNextOrder_ = name;
+        }
+    }
+    static void orderDone(void* data, kde_output_order_v1* /*order*/) {
+        auto& self = *static_cast<Outputs*>(data);
+        self.firstInOrder_ = std::exchange(self.firstInNextOrder_, {});
+        ++self.generation_;
+    }
+
+    static constexpr kde_output_order_v1_listener order{.output = ordered, .done = orderDone};
     static constexpr wl_output_listener output{
         .geometry = geometry, .mode = mode, .done = done, .scale = unused, .name = named, .description = unused};
     static constexpr zxdg_output_v1_listener logical{.logical_position = logicalPosition,
@@ -69,7 +83,13 @@ struct Outputs::Callbacks {
                                                      .description = unused};
 };
 
-Outputs::Outputs(Registry& registry, zxdg_output_manager_v1& manager) : registry_(registry), manager_(manager) {
+Outputs::Outputs(Registry& registry, zxdg_output_manager_v1& manager)
+    : registry_(registry),
+      manager_(manager),
+      order_(registry.bindFirst<kde_output_order_v1>(kde_output_order_v1_interface, 1)) {
+    if (order_) {
+        kde_output_order_v1_add_listener(order_.get(), &Callbacks::order, this);
+    }
     registry.setListener([this](const Registry::Global& global) { add(global); },
                          [this](std::uint32_t global) { remove(global); });
 }
@@ -103,6 +123,7 @@ std::vector<Output> Outputs::current() const {
     for (const auto& output : tracked_) {
         if (output->current.width > 0 && output->current.height > 0) {
             outputs.push_back({output->global, output->handle.get(), output->current});
+            outputs.back().description.isMain = output->current.name == firstInOrder_;
         }
     }
     return outputs;

@@ -15,7 +15,7 @@ struct Output {
     OutputDescription description;
 };
 
-/// The outputs of a compositor, kept by its events.
+/// The outputs of a compositor, kept by its events; the main one where it offers KDE's order of outputs.
 class Outputs {
   public:
     /// The manager and the registry outlive this object.
@@ -40,6 +40,9 @@ class Outputs {
     Registry& registry_;
     zxdg_output_manager_v1& manager_;
     std::vector<std::unique_ptr<Tracked>> tracked_;
+    WaylandPointer<kde_output_order_v1> order_;  ///< where the compositor has one
+    std::string firstInOrder_;
+    std::string firstInNextOrder_;  ///< in force with `done`
     unsigned generation_ = 0;
 };
 

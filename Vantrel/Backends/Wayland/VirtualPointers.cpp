@@ -24,6 +24,9 @@ std::uint32_t milliseconds() {
 }  // namespace
 
 void VirtualPointers::warp(std::span<const Output> outputs, LayoutPoint point) {
+    if (manager_ == nullptr) {
+        return;
+    }
     std::vector<OutputDescription> descriptions;
     descriptions.reserve(outputs.size());
     for (const Output& output : outputs) {
@@ -33,7 +36,7 @@ void VirtualPointers::warp(std::span<const Output> outputs, LayoutPoint point) {
     // Made anew each time: a compositor that reads its configuration again forgets, without a word, which output a
     // device belongs to. The former one goes only then, so that the seat always has a pointer.
     latest_.reset(
-        zwlr_virtual_pointer_manager_v1_create_virtual_pointer_with_output(&manager_, seat_.get(), output.handle));
+        zwlr_virtual_pointer_manager_v1_create_virtual_pointer_with_output(manager_, seat_.get(), output.handle));
     const OutputDescription& place = output.description;
     const OutputFraction fraction =
         onDeviceOf(place.transform, {.x = (point.x - place.x) / place.width, .y = (point.y - place.y) / place.height});
@@ -44,12 +47,17 @@ void VirtualPointers::warp(std::span<const Output> outputs, LayoutPoint point) {
 }
 
 void VirtualPointers::provideDevice() {
-    unbound_.reset(zwlr_virtual_pointer_manager_v1_create_virtual_pointer(&manager_, seat_.get()));
+    if (manager_ != nullptr) {
+        unbound_.reset(zwlr_virtual_pointer_manager_v1_create_virtual_pointer(manager_, seat_.get()));
+    }
 }
 
 void VirtualPointers::stir() {
     if (!unbound_) {
         provideDevice();
+    }
+    if (!unbound_) {
+        return;
     }
     zwlr_virtual_pointer_v1_motion(unbound_.get(), milliseconds(), 0, 0);
     zwlr_virtual_pointer_v1_frame(unbound_.get());

@@ -11,8 +11,9 @@ namespace vantrel::wayland {
 /// what a person maps devices to.
 class VirtualPointers {
   public:
-    /// The manager and the seat outlive this object.
-    VirtualPointers(zwlr_virtual_pointer_manager_v1& manager, const Seat& seat) : manager_(manager), seat_(seat) {}
+    /// The manager and the seat outlive this object. Without a manager, where the compositor has a door of its own for
+    /// this, nothing is moved.
+    VirtualPointers(zwlr_virtual_pointer_manager_v1* manager, const Seat& seat) : manager_(manager), seat_(seat) {}
 
     /// Sends the pointer to the point of the layout, or to the nearest on an output. There is one output at least.
     void warp(std::span<const Output> outputs, LayoutPoint point);
@@ -24,7 +25,7 @@ class VirtualPointers {
     void stir();
 
   private:
-    zwlr_virtual_pointer_manager_v1& manager_;
+    zwlr_virtual_pointer_manager_v1* manager_;
     const Seat& seat_;
     WaylandPointer<zwlr_virtual_pointer_v1> latest_;   ///< made the last warp
     WaylandPointer<zwlr_virtual_pointer_v1> unbound_;  ///< belongs to no output

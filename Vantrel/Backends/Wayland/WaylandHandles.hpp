@@ -1,6 +1,8 @@
 #pragma once
 
 #include <ext-image-copy-capture-v1.h>
+#include <fake-input.h>
+#include <kde-output-order-v1.h>
 #include <viewporter.h>
 #include <wayland-client.h>
 #include <wlr-layer-shell-unstable-v1.h>
@@ -43,9 +45,15 @@ struct WaylandDeleter {
     }
     void operator()(xx_hotkey_manager_v1* object) const { xx_hotkey_manager_v1_destroy(object); }
     void operator()(xx_hotkey_v1* object) const { xx_hotkey_v1_destroy(object); }
+    // Their older versions have no request for the end.
+    void operator()(org_kde_kwin_fake_input* object) const { org_kde_kwin_fake_input_destroy(object); }
+    void operator()(kde_output_order_v1* object) const { kde_output_order_v1_destroy(object); }
     void operator()(zwlr_virtual_pointer_manager_v1* object) const { zwlr_virtual_pointer_manager_v1_destroy(object); }
     void operator()(zwlr_virtual_pointer_v1* object) const { zwlr_virtual_pointer_v1_destroy(object); }
 };
+
+/// Of fake_input: the first that moves to a place.
+inline constexpr std::uint32_t fakeInputVersion = 3;
 
 /// Owns an object of the connection; its end is sent with the next request.
 template <typename Object>

@@ -74,13 +74,17 @@ std::optional<CGPoint> WaylandScreen::pointer() {
 }
 
 void WaylandScreen::warpPointer(CGPoint position) {
-    freshPointer_.reset();
+    const auto departure = std::exchange(freshPointer_, std::nullopt);
     warpTime_ = Clock::now();
     if (!std::isfinite(position.x) || !std::isfinite(position.y) || outputs_.empty()) {
         return;
     }
     const LayoutPoint place{position.x + layout_.originX + lead, position.y + layout_.originY + lead};
-    if (compositor_ == nullptr || !compositor_->warpPointer(place, corner_)) {
+    Warp warp{.from = std::nullopt, .to = place, .outputs = outputs_, .corner = corner_};
+    if (departure) {
+        warp.from = LayoutPoint{departure->x + layout_.originX, departure->y + layout_.originY};
+    }
+    if (compositor_ == nullptr || !compositor_->warpPointer(warp)) {
         pointers_.warp(outputs_, place);
         connection_.flush();
         isWarpUnderway_ = true;

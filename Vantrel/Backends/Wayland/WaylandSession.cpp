@@ -1,5 +1,6 @@
 #include "Vantrel/Backends/Wayland/WaylandSession.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <utility>
@@ -27,13 +28,13 @@ struct Need {
     std::uint32_t version;
 };
 
-const std::array needs{Need{wl_compositor_interface, 4},
-                       Need{wl_shm_interface, 1},
-                       Need{wl_seat_interface, Seat::version},
-                       Need{wp_viewporter_interface, 1},
-                       Need{zxdg_output_manager_v1_interface, 2},
-                       Need{zwlr_layer_shell_v1_interface, 1},
-                       Need{zwlr_virtual_pointer_manager_v1_interface, 2}};
+const std::array needs{Need{wl_compositor_interface, 4},          Need{wl_shm_interface, 1},
+                       Need{wl_seat_interface, Seat::version},    Need{wp_viewporter_interface, 1},
+                       Need{zxdg_output_manager_v1_interface, 2}, Need{zwlr_layer_shell_v1_interface, 1}};
+
+/// One of them moves the pointer.
+const std::array movers{Need{zwlr_virtual_pointer_manager_v1_interface, 2},
+                        Need{org_kde_kwin_fake_input_interface, fakeInputVersion}};
 
 /// What the compositor lacks, by name, for a person to look up; empty when it has all.
 std::string missingIn(const Registry& registry) {
@@ -44,11 +45,22 @@ std::string missingIn(const Registry& registry) {
             missing += interface.name;
         }
     }
+    if (std::none_of(movers.begin(), movers.end(),
+                     [&](const Need& mover) { return registry.offers(mover.interface, mover.version); })) {
+        missing += missing.empty() ? "" : ", ";
+        // KWin hides it from programs without the permission.
+        missing += registry.offers(kde_output_order_v1_interface, 1) ? org_kde_kwin_fake_input_interface.name
+                                                                     : zwlr_virtual_pointer_manager_v1_interface.name;
+    }
     return missing;
 }
 
 /// Why the compositor of that process cannot be served.
 std::string refusal(const std::string& missing, std::optional<Peer> compositor) {
+    if (missing == org_kde_kwin_fake_input_interface.name) {
+        return "Plasma lets a program move the pointer when its desktop file says X-KDE-Wayland-Interfaces=" + missing +
+               "; that of the package does, and scripts/run makes one";
+    }
     const std::string program =
         compositor ? contentsOf("/proc/" + std::to_string(compositor->processId) + "/comm").value_or("") : "";
     const bool isGnome = program == "gnome-shell\n";
@@ -91,11 +103,11 @@ struct WaylandSession::Globals {
 struct WaylandSession::Abilities {
     Abilities(WaylandConnection& connection, const Registry& registry, const Globals& globals, Seat& seat,
               const Outputs& outputs, const std::vector<CompositorFinder>& finders)
-        : pointers(*globals.pointers, seat),
+        : pointers(globals.pointers.get(), seat),
           reader(connection, {*globals.compositor, *globals.shm, *globals.viewporter, *globals.layerShell}, seat,
                  pointers, [this] { lookUnderPointer(); }),
           sessions(connection, registry, seat),
-          compositor(find(connection, seat, finders)),
+          compositor(find(connection, registry, seat, finders)),
           screen(connection, outputs, reader, sessions, pointers, compositor.get()),
           protocolBinder(HotKeyProtocolBinder::isOffered(registry)
                              ? std::make_unique<HotKeyProtocolBinder>(connection, registry, seat)
@@ -106,15 +118,15 @@ struct WaylandSession::Abilities {
         screen.refreshLayout();
     }
 
-    static std::unique_ptr<Compositor> find(WaylandConnection& connection, const Seat& seat,
+    static std::unique_ptr<Compositor> find(WaylandConnection& connection, const Registry& registry, const Seat& seat,
                                             const std::vector<CompositorFinder>& finders) {
         const auto peer = connection.peer();
         if (!peer) {
             return nullptr;
         }
-        const CompositorAddress address{*peer, seat.name(), [&connection, &seat](Clock::time_point deadline) {
-                                            return readSeatKeymap(connection, seat, deadline);
-                                        }};
+        const CompositorAddress address{
+            connection, registry, *peer, seat.name(),
+            [&connection, &seat](Clock::time_point deadline) { return readSeatKeymap(connection, seat, deadline); }};
         for (const CompositorFinder& finder : finders) {
             if (auto compositor = finder(address)) {
                 return compositor;

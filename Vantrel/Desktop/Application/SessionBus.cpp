@@ -1,29 +1,12 @@
 #include "Vantrel/Desktop/Application/SessionBus.hpp"
 
-#include <cstdlib>
-#include <filesystem>
 #include <string>
 #include <utility>
 
 #include "Vantrel/Handles/LoopSource.hpp"
+#include "Vantrel/Handles/SessionBusOffer.hpp"
 
 namespace vantrel::desktop {
-
-namespace {
-
-/// Whether there is an address to connect to. Without one GLib would start a bus of its own (dbus-launch), which the
-/// session did not ask for and which would outlive the agent.
-bool isBusOffered() {
-    const char* const address = std::getenv("DBUS_SESSION_BUS_ADDRESS");
-    if (address != nullptr && *address != '\0') {
-        return true;
-    }
-    const char* const runtimeDirectory = std::getenv("XDG_RUNTIME_DIR");
-    std::error_code ignored;
-    return runtimeDirectory != nullptr && std::filesystem::is_socket(std::string(runtimeDirectory) + "/bus", ignored);
-}
-
-}  // namespace
 
 SessionBus::SessionBus(Connected connected) : connected_(std::move(connected)), cancellable_(g_cancellable_new()) {}
 
@@ -32,7 +15,7 @@ SessionBus::~SessionBus() {
 }
 
 void SessionBus::connect() {
-    if (isBusOffered()) {
+    if (isSessionBusOffered()) {
         g_bus_get(G_BUS_TYPE_SESSION, cancellable_.get(), &finish, this);
     }
 }

@@ -40,7 +40,7 @@ class WaylandMessages : public ScreenDesk, public testing::WithParamInterface<Co
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(Compositors, WaylandMessages, testing::ValuesIn(installedCompositors()),
+INSTANTIATE_TEST_SUITE_P(Compositors, WaylandMessages, testing::ValuesIn(compositorsWithPictures()),
                          [](const auto& test) { return test.param.name; });
 
 TEST_P(WaylandMessages, start_saysOnTheScreenIfHotKeysAreOff) {

@@ -39,6 +39,9 @@ class CompositorProcess {
     [[nodiscard]] const std::string& displayName() const { return displayName_; }
     /// Where its clients connect.
     [[nodiscard]] std::filesystem::path socket() const { return runtimeDirectory() / displayName_; }
+    /// What goes into DBUS_SESSION_BUS_ADDRESS: that of the bus that it serves or, where there is none, what keeps GLib
+    /// from looking for one elsewhere or starting one.
+    [[nodiscard]] virtual std::string busAddress() const { return "disabled:"; }
     [[nodiscard]] pid_t processId() const { return process_->processId(); }
 
     /// Gives displays other modes, places, scales and transforms, from the first one on, as a person's program for

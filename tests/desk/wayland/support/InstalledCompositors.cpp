@@ -1,6 +1,9 @@
 #include "tests/desk/wayland/support/InstalledCompositors.hpp"
 
 #include "tests/desk/wayland/support/HyprlandProcess.hpp"
+#ifdef VANTREL_KWIN
+#include "tests/desk/wayland/support/KwinProcess.hpp"
+#endif
 #include "tests/desk/wayland/support/LabwcProcess.hpp"
 #include "tests/desk/wayland/support/SwayControl.hpp"
 #include "tests/desk/wayland/support/SwayProcess.hpp"
@@ -57,6 +60,15 @@ std::vector<CompositorKind> installedCompositors() {
          .tellsWholePoints = true,
          .centresAfterUnplug = true});
 #endif
+#ifdef VANTREL_KWIN
+    kinds.push_back(
+        {.name = "kwin",
+         .start = [](const Outputs& outputs) { return std::make_unique<KwinProcess>(KwinOptions{.outputs = outputs}); },
+         .reload = [](CompositorProcess& /*compositor*/) {},
+         .isServedByProtocols = false,
+         .keepsPointerOnItsDisplay = false,
+         .givesPictures = false});
+#endif
 #ifdef VANTREL_WAYFIRE
     kinds.push_back(
         {.name = "wayfire",
@@ -82,6 +94,12 @@ std::vector<CompositorKind> installedCompositors() {
 std::vector<CompositorKind> compositorsWithHotKeys() {
     auto kinds = installedCompositors();
     std::erase_if(kinds, [](const CompositorKind& kind) { return !kind.startWithHyperDTaken; });
+    return kinds;
+}
+
+std::vector<CompositorKind> compositorsWithPictures() {
+    auto kinds = installedCompositors();
+    std::erase_if(kinds, [](const CompositorKind& kind) { return !kind.givesPictures; });
     return kinds;
 }
 

@@ -24,8 +24,10 @@ struct CompositorKind {
     std::function<std::unique_ptr<CompositorProcess>(const std::vector<PrivateOutput>& outputs)> startWithHyperDTaken =
         nullptr;
     /// Whether it can be served by the protocols alone. Hyprland does not turn a virtual pointer's places on a display
-    /// that is turned.
+    /// that is turned; KWin has none.
     bool isServedByProtocols = true;
+    bool keepsPointerOnItsDisplay = true;  ///< when displays are moved
+    bool givesPictures = true;             ///< of its displays, to those who look at messages
     /// Whether it tells where the pointer is also while a button is held.
     bool tellsWithButtonHeld = false;
     bool tellsWholePoints = false;    ///< without the fraction
@@ -46,6 +48,9 @@ std::vector<CompositorKind> installedCompositors();
 
 /// Those of them for the tests of hot keys.
 std::vector<CompositorKind> compositorsWithHotKeys();
+
+/// Those of them whose displays can be looked at.
+std::vector<CompositorKind> compositorsWithPictures();
 
 /// The file that a person's own binding makes.
 inline std::filesystem::path personsTrace(const CompositorProcess& compositor) {

@@ -8,7 +8,6 @@ KwinOptions KwinDesk::twoDisplays() {
 
 KwinDesk::KwinDesk(const KwinOptions& options)
     : WaylandDesk(std::make_unique<KwinProcess>(options), options.keyboardLayouts) {
-    environment().set("DBUS_SESSION_BUS_ADDRESS", kwin().bus().address());
     environment().set("XDG_CURRENT_DESKTOP", "KDE");
 }
 

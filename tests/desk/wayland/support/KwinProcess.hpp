@@ -31,6 +31,7 @@ class KwinProcess final : public CompositorProcess {
     [[nodiscard]] bool switchOff(int number) const override;
 
     SessionBus& bus() { return bus_; }
+    [[nodiscard]] std::string busAddress() const override { return bus_.address(); }
 
     /// Makes the keyboard layout of that number, from 0 on, the active one. Throws when there is none.
     void chooseLayout(unsigned number) const;

@@ -227,7 +227,6 @@ void TypingWindow::fillScreen() {
 }
 
 void TypingWindow::lockPointer() {
-    fillScreen();
     lock_ = zwp_pointer_constraints_v1_lock_pointer(constraints_, surface_.get(), pointer_.get(), nullptr,
                                                     ZWP_POINTER_CONSTRAINTS_V1_LIFETIME_PERSISTENT);
     zwp_locked_pointer_v1_add_listener(lock_, &Callbacks::lock, this);

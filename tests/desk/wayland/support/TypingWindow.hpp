@@ -34,8 +34,8 @@ class TypingWindow {
     /// Opens a menu, as programs do when a key was pressed; waits until it is there.
     void openMenu();
 
-    /// Fills the screen and holds the pointer where it is, as games do, whenever the compositor lets it; waits until it
-    /// does so.
+    /// Holds the pointer where it is in a window that fills the screen, as games do, whenever the compositor lets it;
+    /// waits until it does so.
     void lockPointer();
     /// Whether it holds it now.
     bool isPointerLocked();

@@ -19,8 +19,7 @@ WaylandDesk::WaylandDesk(std::unique_ptr<CompositorProcess> compositor, const st
     home_.enter(environment_);
     environment_.set("XDG_RUNTIME_DIR", compositor_->runtimeDirectory().native());
     environment_.set("WAYLAND_DISPLAY", compositor_->displayName());
-    // Also keeps GLib from looking for a bus elsewhere or starting one.
-    environment_.set("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+    environment_.set("DBUS_SESSION_BUS_ADDRESS", compositor_->busAddress());
     defaults().writeText("animation", "none");
     defaults().writeInteger("soundEnabled", 0);
 }

@@ -1,0 +1,118 @@
+#include "Vantrel/Backends/Plasma/PlasmaHotKeyBinder.hpp"
+
+#include <algorithm>
+#include <utility>
+
+#include "Vantrel/Backends/Wayland/KeyBindings.hpp"
+
+namespace vantrel::plasma {
+
+namespace {
+
+constexpr std::chrono::milliseconds answerTime{30};
+/// At the start and at the end of the program, when nobody waits.
+constexpr std::chrono::seconds patience{2};
+
+std::string actionOf(const backend::KeyCombination& combination) {
+    return "key-" + std::to_string(combination.keyCode) + "-" + std::to_string(combination.modifiers);
+}
+
+}  // namespace
+
+PlasmaHotKeyBinder::PlasmaHotKeyBinder(GObjectPointer<GDBusConnection> bus, const wayland::Registry& registry,
+                                       wayland::ReadKeymap readKeymap)
+    : keymap_(std::move(readKeymap)),
+      shortcuts_(std::move(bus), {.pressed = [this](const std::string& action) { press(action); },
+                                  .released =
+                                      [this](const std::string& action) {
+                                          if (BoundKey* const key = find(action)) {
+                                              key->isHeld = false;
+                                          }
+                                      },
+                                  .appeared = [this] { restore(); }}),
+      layouts_(registry, [this] { restoring_ = LoopSource::whenIdle([this] { restore(); }); }) {}
+
+PlasmaHotKeyBinder::~PlasmaHotKeyBinder() {
+    for (const BoundKey& key : bound_) {
+        shortcuts_.release(key.action, Clock::now() + patience);
+    }
+}
+
+OSStatus PlasmaHotKeyBinder::acquire(const BoundKey& key, Clock::time_point deadline) {
+    xkb_keymap* const keymap = keymap_.get(deadline);
+    if (keymap == nullptr) {
+        return eventHotKeyInvalidErr;
+    }
+    const auto keys = qtKeysOf(wayland::keycodesAt(key.combination.keyCode, keymap), key.combination.modifiers, keymap);
+    if (keys.empty()) {
+        return eventHotKeyInvalidErr;
+    }
+    switch (shortcuts_.acquire(key.action, "Hot key", keys, deadline)) {
+        case GlobalShortcuts::Outcome::done:
+            return 0;
+        case GlobalShortcuts::Outcome::taken:
+            return eventHotKeyExistsErr;
+        case GlobalShortcuts::Outcome::noAnswer:
+            break;
+    }
+    return eventHotKeyInvalidErr;
+}
+
+OSStatus PlasmaHotKeyBinder::bind(const backend::KeyCombination& combination) {
+    if (!std::exchange(areLeftoversGone_, true)) {
+        shortcuts_.releaseLeftovers(Clock::now() + patience);
+    }
+    const BoundKey key{.combination = combination, .action = actionOf(combination)};
+    const OSStatus status = acquire(key, Clock::now() + answerTime);
+    if (status == 0) {
+        bound_.push_back(key);
+    }
+    return status;
+}
+
+void PlasmaHotKeyBinder::unbind(const backend::KeyCombination& combination) {
+    const auto key = std::find_if(bound_.begin(), bound_.end(),
+                                  [&](const BoundKey& candidate) { return candidate.combination == combination; });
+    if (key != bound_.end()) {
+        shortcuts_.release(key->action, Clock::now() + answerTime);
+        bound_.erase(key);
+    }
+}
+
+/// KWin tells a window that records nothing of a global shortcut's keys.
+void PlasmaHotKeyBinder::setRecording(bool isRecording) {
+    isRecording_ = isRecording;
+    if (!isRecording) {
+        restore();
+        return;
+    }
+    for (BoundKey& key : bound_) {
+        shortcuts_.release(key.action, Clock::now() + answerTime);
+        key.isHeld = false;
+    }
+}
+
+/// The service is a new one, or a key types something else now.
+void PlasmaHotKeyBinder::restore() {
+    if (isRecording_) {
+        return;
+    }
+    for (const BoundKey& key : bound_) {
+        static_cast<void>(acquire(key, Clock::now() + answerTime));
+    }
+}
+
+void PlasmaHotKeyBinder::press(const std::string& action) {
+    BoundKey* const key = find(action);
+    if (key != nullptr && !std::exchange(key->isHeld, true) && pressed_) {
+        pressed_(backend::KeyCombination(key->combination));
+    }
+}
+
+PlasmaHotKeyBinder::BoundKey* PlasmaHotKeyBinder::find(const std::string& action) {
+    const auto key = std::find_if(bound_.begin(), bound_.end(),
+                                  [&](const BoundKey& candidate) { return candidate.action == action; });
+    return key == bound_.end() ? nullptr : &*key;
+}
+
+}  // namespace vantrel::plasma

@@ -1,0 +1,114 @@
+// What Plasma's compositor adds: hot keys by its global shortcuts, which it stores.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "tests/desk/wayland/support/KwinDesk.hpp"
+
+namespace vantrel::desk {
+namespace {
+
+class KwinKeys : public testing::Test {
+  protected:
+    void start() {
+        agent = desk.startAgent();
+        desk.person().moveTo(onMain);
+    }
+
+    /// The file in which the person's global shortcuts are.
+    std::string storedShortcuts() {
+        std::ostringstream text;
+        text << std::ifstream(desk.compositor().runtimeDirectory() / ".config" / "kglobalshortcutsrc").rdbuf();
+        return text.str();
+    }
+
+    /// The same when KWin has written all of its own.
+    std::string storedAtRest() {
+        std::string text;
+        waitUntil([&] {
+            text = storedShortcuts();
+            return !text.empty() && !waitUntil([&] { return storedShortcuts() != text; }, std::chrono::seconds(1));
+        });
+        return text;
+    }
+
+    bool isStored() { return storedShortcuts().find("[vantrel]") != std::string::npos; }
+
+    KwinDesk desk;
+    std::unique_ptr<AgentProcess> agent;
+};
+
+TEST_F(KwinKeys, pressed_jump) {
+    start();
+    EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
+    EXPECT_TRUE(desk.jump(controlOptionCommand(keys::rightArrow), onMain));
+    EXPECT_TRUE(desk.jump(controlOptionCommand(keys::leftArrow), centreOfSecond));
+    EXPECT_EQ(agent->standardError(), "");
+}
+
+TEST_F(KwinKeys, wrongChords_doNothing) {
+    start();
+    desk.person().type(controlOptionCommand(keys::d));
+    desk.person().type({keys::d});
+    desk.person().type({keys::control, keys::option, keys::shift, keys::command, keys::rightArrow});
+    EXPECT_TRUE(desk.person().staysAt(onMain));
+}
+
+TEST_F(KwinKeys, heldKey_actsOnce) {
+    start();
+    desk.person().hold(hyper(keys::d));
+    EXPECT_TRUE(desk.person().waitFor(centreOfSecond));
+    // Keys repeat after 600 ms.
+    EXPECT_TRUE(desk.person().staysAt(centreOfSecond, std::chrono::milliseconds(1500)));
+    desk.person().letGo();
+    EXPECT_TRUE(desk.jump(hyper(keys::d), onMain)) << "the next press acts again";
+}
+
+TEST_F(KwinKeys, end_leavesTheStoredShortcutsAsTheyWere) {
+    const std::string before = storedAtRest();
+    start();
+    ASSERT_TRUE(waitUntil([this] { return isStored(); }));
+    EXPECT_EQ(agent->terminate(), ordinaryEnd);
+    EXPECT_TRUE(waitUntil([&] { return storedShortcuts() == before; }));
+}
+
+TEST_F(KwinKeys, killed_theNextAgentHasThemAndLeavesNothing) {
+    const std::string before = storedAtRest();
+    start();
+    agent->kill();
+    start();
+    EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
+    EXPECT_EQ(agent->terminate(), ordinaryEnd);
+    EXPECT_TRUE(waitUntil([&] { return storedShortcuts() == before; }));
+}
+
+TEST(KwinLayouts, russian_aloneAndActive_jump) {
+    for (const char* layouts : {"ru", "us,ru"}) {
+        KwinOptions options = KwinDesk::twoDisplays();
+        options.keyboardLayouts = layouts;
+        KwinDesk desk(options);
+        const auto agent = desk.startAgent();
+        desk.person().moveTo(onMain);
+        EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond)) << layouts;
+        if (layouts != std::string_view("ru")) {
+            desk.kwin().chooseLayout(1);
+        }
+        EXPECT_TRUE(desk.jump(hyper(keys::d), onMain)) << layouts;
+    }
+}
+
+TEST(KwinPermission, notGiven_oneLineSaysWhatIsMissing) {
+    KwinOptions options = KwinDesk::twoDisplays();
+    options.allowsAgent = false;
+    KwinDesk desk(options);
+    if (!KwinProcess::checksPermissions()) {
+        GTEST_SKIP() << "KWin cannot see which program asks here";
+    }
+    const auto agent = desk.startProgram();
+    EXPECT_EQ(agent->waitForExit(), (ExitStatus{.code = 1, .signal = std::nullopt}));
+    EXPECT_NE(agent->standardError().find("X-KDE-Wayland-Interfaces=org_kde_kwin_fake_input"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace vantrel::desk
