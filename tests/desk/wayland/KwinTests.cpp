@@ -4,6 +4,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "tests/desk/status/BusClient.hpp"
 #include "tests/desk/wayland/support/KwinDesk.hpp"
 
 namespace vantrel::desk {
@@ -81,6 +82,24 @@ TEST_F(KwinKeys, killed_theNextAgentHasThemAndLeavesNothing) {
     EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
     EXPECT_EQ(agent->terminate(), ordinaryEnd);
     EXPECT_TRUE(waitUntil([&] { return storedShortcuts() == before; }));
+}
+
+TEST_F(KwinKeys, chordOfAnotherProgram_staysIts) {
+    BusClient other(desk.kwin().busAddress());
+    const auto call = [&](const char* method, const char* arguments) {
+        return other.call("org.kde.kglobalaccel", "/kglobalaccel", "org.kde.KGlobalAccel", method,
+                          g_variant_new_parsed(arguments));
+    };
+    // Hyper + D as Qt numbers it.
+    ASSERT_TRUE(call("doRegister", "(['other', 'action', 'Other', 'Action'],)"));
+    ASSERT_TRUE(
+        call("setShortcutKeys", "(['other', 'action', 'Other', 'Action'], [([503316548, 0, 0, 0],)], uint32 6)"));
+    start();
+    desk.person().type(hyper(keys::d));
+    EXPECT_TRUE(desk.person().staysAt(onMain));
+    EXPECT_TRUE(desk.jump(controlOptionCommand(keys::rightArrow), centreOfSecond)) << "the others are ours";
+    EXPECT_EQ(agent->terminate(), ordinaryEnd);
+    EXPECT_TRUE(waitUntil([&] { return storedShortcuts().find("action=Meta+Ctrl+Alt+Shift+D") != std::string::npos; }));
 }
 
 TEST(KwinLayouts, russian_aloneAndActive_jump) {
