@@ -10,6 +10,7 @@
 #include <xdg-output-unstable-v1.h>
 #include <xx-hotkey-v1.h>
 
+#include <cstdint>
 #include <memory>
 
 namespace vantrel::wayland {
