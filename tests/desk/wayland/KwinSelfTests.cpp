@@ -9,7 +9,7 @@
 namespace vantrel::desk {
 namespace {
 
-KwinOptions threeOutputs() {
+KwinOptions threeOfOneShape() {
     return {.outputs = {{.mode = "640x480"},
                         {.mode = "400x300", .x = -400, .y = -100},
                         {.mode = "640x480", .x = 640, .y = 60, .scale = "1.25", .transform = "90"}}};
@@ -27,7 +27,7 @@ bool isOfferedHands(const KwinProcess& kwin) {
 }
 
 TEST(KwinDesk, start_asRoot_isAnOrdinaryUsers) {
-    const KwinProcess kwin(threeOutputs());
+    const KwinProcess kwin(threeOfOneShape());
     struct stat process {};
     ASSERT_EQ(stat(("/proc/" + std::to_string(kwin.processId())).c_str(), &process), 0);
     EXPECT_NE(process.st_uid, 0U);
@@ -37,7 +37,7 @@ TEST(KwinDesk, allow_programNotAllowedBefore_mayDoMoreFromThenOn) {
     if (!KwinProcess::checksPermissions()) {
         GTEST_SKIP() << "KWin cannot learn here which programs its clients run";
     }
-    KwinOptions options = threeOutputs();
+    KwinOptions options = threeOfOneShape();
     options.allowsPerson = false;
     const KwinProcess kwin(options);
     EXPECT_FALSE(isOfferedHands(kwin));
@@ -46,7 +46,7 @@ TEST(KwinDesk, allow_programNotAllowedBefore_mayDoMoreFromThenOn) {
 }
 
 TEST(KwinDesk, moveTo_eachDisplay_isSeenThere) {
-    const KwinProcess kwin(threeOutputs());
+    const KwinProcess kwin(threeOfOneShape());
     SeatClient person(kwin.socket(), "us");
     EXPECT_EQ(person.displayCount(), 3U);
     for (const LayoutPoint point :
@@ -56,7 +56,7 @@ TEST(KwinDesk, moveTo_eachDisplay_isSeenThere) {
 }
 
 TEST(KwinDesk, moveTo_anyDisplayFromAnyOther_isSeenThere) {
-    const KwinProcess kwin(threeOutputs());
+    const KwinProcess kwin(threeOfOneShape());
     SeatClient person(kwin.socket(), "us");
     // Near the corners of each.
     const std::vector<LayoutPoint> points{{.x = 10, .y = 10},    {.x = 630, .y = 470},  {.x = -390, .y = -90},
