@@ -30,8 +30,8 @@ struct KwinDisplays::Callbacks {
     static void failed(void* data, kde_output_configuration_v2* /*changes*/) {
         static_cast<KwinDisplays*>(data)->isAnswered_ = true;
     }
-    static void mode(void* /*data*/, kde_output_device_v2* /*device*/, kde_output_device_mode_v2* mode) {
-        kde_output_device_mode_v2_destroy(mode);
+    static void mode(void* data, kde_output_device_v2* /*device*/, kde_output_device_mode_v2* mode) {
+        static_cast<Device*>(data)->modes.push_back(mode);
     }
 
     template <typename... Arguments>
@@ -42,7 +42,7 @@ struct KwinDisplays::Callbacks {
         kde_output_device_v2_listener listener{};
         listener.geometry = unused;
         listener.current_mode = unused;
-        listener.mode = unused;
+        listener.mode = mode;
         listener.done = unused;
         listener.scale = unused;
         listener.edid = unused;
@@ -80,6 +80,9 @@ KwinDisplays::KwinDisplays(const std::filesystem::path& socket)
 
 KwinDisplays::~KwinDisplays() {
     for (const auto& each : devices_) {
+        for (kde_output_device_mode_v2* const mode : each->modes) {
+            kde_output_device_mode_v2_destroy(mode);
+        }
         kde_output_device_v2_destroy(each->handle);
     }
     kde_output_management_v2_destroy(management_);

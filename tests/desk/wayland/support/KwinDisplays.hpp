@@ -32,6 +32,7 @@ class KwinDisplays {
   private:
     struct Callbacks;
     struct Device {
+        std::vector<kde_output_device_mode_v2*> modes;  ///< of no use here, but ours
         kde_output_device_v2* handle = nullptr;
         std::string name;
     };
