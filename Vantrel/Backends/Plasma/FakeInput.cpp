@@ -18,15 +18,10 @@ FakeInput::FakeInput(wayland::WaylandPointer<org_kde_kwin_fake_input> device) : 
 }
 
 void FakeInput::warp(const wayland::Warp& warp) {
-    std::vector<wayland::OutputDescription> outputs;
-    outputs.reserve(warp.outputs.size());
-    for (const wayland::Output& output : warp.outputs) {
-        outputs.push_back(output.description);
-    }
-    const wayland::OutputDescription& target = outputs[wayland::outputAt(outputs, warp.to)];
+    const wayland::OutputDescription& target = outputAt(warp.outputs, warp.to).description;
     const auto from = warp.from ? warp.from : last_;
     const auto way =
-        from ? wayPoints(outputs[wayland::outputAt(outputs, *from)], target) : wayPointsFromAnywhere(target);
+        from ? wayPoints(outputAt(warp.outputs, *from).description, target) : wayPointsFromAnywhere(target);
     for (const wayland::LayoutPoint point : way) {
         moveTo(point);
     }

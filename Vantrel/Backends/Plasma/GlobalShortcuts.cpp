@@ -73,8 +73,9 @@ struct GlobalShortcuts::Callbacks {
 
     static void appeared(GDBusConnection* /*bus*/, const char* /*name*/, const char* owner, gpointer data) {
         auto& self = *static_cast<GlobalShortcuts*>(data);
-        if (std::exchange(self.owner_, owner) != owner) {
-            self.events_.appeared();
+        const std::string former = std::exchange(self.owner_, owner);
+        if (!former.empty() && former != owner) {
+            self.events_.replaced();
         }
     }
 };

@@ -20,8 +20,8 @@ class GlobalShortcuts {
         /// An action's keys were pressed; again for each repeat of a key that is held, in KWin 6.3.
         std::function<void(const std::string& action)> pressed;
         std::function<void(const std::string& action)> released;
-        /// The service is there, with none of our actions: at the start, and after a crash.
-        std::function<void()> appeared;
+        /// The service is another one than before, with none of our actions: KWin was started anew.
+        std::function<void()> replaced;
     };
 
     enum class Outcome {

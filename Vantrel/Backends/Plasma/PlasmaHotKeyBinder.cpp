@@ -29,7 +29,14 @@ PlasmaHotKeyBinder::PlasmaHotKeyBinder(GObjectPointer<GDBusConnection> bus, cons
                                               key->isHeld = false;
                                           }
                                       },
-                                  .appeared = [this] { restore(); }}),
+                                  .replaced =
+                                      [this] {
+                                          // Of keys that were held nobody will tell that they were let go of.
+                                          for (BoundKey& key : bound_) {
+                                              key.isHeld = false;
+                                          }
+                                          restore();
+                                      }}),
       layouts_(registry, [this] { restoring_ = LoopSource::whenIdle([this] { restore(); }); }) {}
 
 PlasmaHotKeyBinder::~PlasmaHotKeyBinder() {
@@ -79,7 +86,7 @@ void PlasmaHotKeyBinder::unbind(const backend::KeyCombination& combination) {
     }
 }
 
-/// KWin tells a window that records nothing of a global shortcut's keys.
+/// A global shortcut's keys do not reach the window that records: they are let go of meanwhile.
 void PlasmaHotKeyBinder::setRecording(bool isRecording) {
     isRecording_ = isRecording;
     if (!isRecording) {

@@ -11,11 +11,6 @@ bool isKnown(const OutputDescription& output) {
     return output.width > 0 && output.height > 0;
 }
 
-/// How far it is from the coordinate to the range; 0 within.
-double distance(double coordinate, std::int32_t from, std::int32_t length) {
-    return std::max({from - coordinate, coordinate - (from + length), 0.0});
-}
-
 }  // namespace
 
 backend::DisplayLayout layoutOfOutputs(std::vector<OutputDescription> outputs) {
@@ -67,25 +62,6 @@ std::optional<LayoutPoint> placeOfPixel(const OutputDescription& output, LayoutP
         return std::nullopt;
     }
     return LayoutPoint{output.x + pixel.x * output.width / wide, output.y + pixel.y * output.height / high};
-}
-
-std::size_t outputAt(const std::vector<OutputDescription>& outputs, LayoutPoint point) {
-    std::size_t nearest = 0;
-    double least = std::numeric_limits<double>::infinity();
-    for (std::size_t index = 0; index < outputs.size(); ++index) {
-        const OutputDescription& output = outputs[index];
-        // The right and the lower edge belong to the neighbour.
-        const bool holds = point.x >= output.x && point.x < output.x + output.width && point.y >= output.y &&
-                           point.y < output.y + output.height;
-        const double x = distance(point.x, output.x, output.width);
-        const double y = distance(point.y, output.y, output.height);
-        const double away = holds ? -1 : x * x + y * y;
-        if (isKnown(output) && away < least) {
-            least = away;
-            nearest = index;
-        }
-    }
-    return nearest;
 }
 
 }  // namespace vantrel::wayland

@@ -43,7 +43,4 @@ LayoutPoint cornerOfOutputs(const std::vector<OutputDescription>& outputs);
 /// Where a pixel of what the output shows is in the layout; none until the output's size in pixels is known.
 std::optional<LayoutPoint> placeOfPixel(const OutputDescription& output, LayoutPoint pixel);
 
-/// The output that holds the point, else the nearest one; its index. There is one at least.
-std::size_t outputAt(const std::vector<OutputDescription>& outputs, LayoutPoint point);
-
 }  // namespace vantrel::wayland

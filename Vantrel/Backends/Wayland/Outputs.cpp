@@ -1,5 +1,7 @@
 #include "Vantrel/Backends/Wayland/Outputs.hpp"
 
+#include <algorithm>
+#include <limits>
 #include <string_view>
 #include <utility>
 
@@ -9,7 +11,31 @@ namespace {
 
 constexpr std::uint32_t versionWithNames = 4;  // of wl_output; before that xdg-output tells them
 
+/// How far it is from the coordinate to the range; 0 within.
+double distance(double coordinate, std::int32_t from, std::int32_t length) {
+    return std::max({from - coordinate, coordinate - (from + length), 0.0});
+}
+
 }  // namespace
+
+const Output& outputAt(std::span<const Output> outputs, LayoutPoint point) {
+    const Output* nearest = outputs.data();
+    double least = std::numeric_limits<double>::infinity();
+    for (const Output& output : outputs) {
+        const OutputDescription& place = output.description;
+        // The right and the lower edge belong to the neighbour.
+        const bool holds = point.x >= place.x && point.x < place.x + place.width && point.y >= place.y &&
+                           point.y < place.y + place.height;
+        const double x = distance(point.x, place.x, place.width);
+        const double y = distance(point.y, place.y, place.height);
+        const double away = holds ? -1 : x * x + y * y;
+        if (place.width > 0 && place.height > 0 && away < least) {
+            least = away;
+            nearest = &output;
+        }
+    }
+    return *nearest;
+}
 
 struct Outputs::Tracked {
     Outputs& outputs;

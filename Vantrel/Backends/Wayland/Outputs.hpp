@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <vector>
 
 #include "Vantrel/Backends/Wayland/OutputLayout.hpp"
@@ -14,6 +15,9 @@ struct Output {
     wl_output* handle = nullptr;
     OutputDescription description;
 };
+
+/// The output that holds the point, else the nearest one. There is one at least.
+const Output& outputAt(std::span<const Output> outputs, LayoutPoint point);
 
 /// The outputs of a compositor, kept by its events; the main one where it offers KDE's order of outputs.
 class Outputs {

@@ -27,12 +27,7 @@ void VirtualPointers::warp(std::span<const Output> outputs, LayoutPoint point) {
     if (manager_ == nullptr) {
         return;
     }
-    std::vector<OutputDescription> descriptions;
-    descriptions.reserve(outputs.size());
-    for (const Output& output : outputs) {
-        descriptions.push_back(output.description);
-    }
-    const Output& output = outputs[outputAt(descriptions, point)];
+    const Output& output = outputAt(outputs, point);
     // Made anew each time: a compositor that reads its configuration again forgets, without a word, which output a
     // device belongs to. The former one goes only then, so that the seat always has a pointer.
     latest_.reset(

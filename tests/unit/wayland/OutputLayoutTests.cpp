@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "Vantrel/Backends/Wayland/Outputs.hpp"
+
 #include "Vantrel/Backends/Wayland/OutputLayout.hpp"
 
 namespace vantrel::wayland {
@@ -57,11 +59,13 @@ TEST(OutputLayout, placeOfPixel_scaledAndTurned_isInTheLayoutsPoints) {
 }
 
 TEST(OutputLayout, outputAt_pointOnAndOffTheOutputs_isTheOneThatHoldsItOrTheNearest) {
-    const std::vector<OutputDescription> outputs{output("DP-1", 0, 0, 800, 600), output("DP-2", 800, 0, 640, 480)};
-    EXPECT_EQ(outputAt(outputs, {799.9, 10}), 0U);
-    EXPECT_EQ(outputAt(outputs, {800, 10}), 1U);
-    EXPECT_EQ(outputAt(outputs, {-50, 10}), 0U);
-    EXPECT_EQ(outputAt(outputs, {2000, 2000}), 1U);
+    const std::vector<Output> outputs{
+        {.global = 1, .handle = nullptr, .description = output("DP-1", 0, 0, 800, 600)},
+        {.global = 2, .handle = nullptr, .description = output("DP-2", 800, 0, 640, 480)}};
+    EXPECT_EQ(outputAt(outputs, {799.9, 10}).global, 1U);
+    EXPECT_EQ(outputAt(outputs, {800, 10}).global, 2U);
+    EXPECT_EQ(outputAt(outputs, {-50, 10}).global, 1U);
+    EXPECT_EQ(outputAt(outputs, {2000, 2000}).global, 2U);
 }
 
 }  // namespace
