@@ -77,7 +77,7 @@ struct TypingWindow::Callbacks {
         .keymap = keymap, .enter = enter, .leave = leave, .key = key, .modifiers = unused, .repeat_info = unused};
     static constexpr zwp_locked_pointer_v1_listener lock{.locked = locked, .unlocked = unlocked};
     static constexpr zwp_confined_pointer_v1_listener confinement{.confined = confined, .unconfined = unconfined};
-    static constexpr wl_pointer_listener pointer = [] {
+    static constexpr wl_pointer_listener pointerListener = [] {
         wl_pointer_listener listener{};
         listener.enter = pointerEnter;
         listener.leave = unused;
@@ -223,7 +223,7 @@ void TypingWindow::fillScreen() {
         throw std::runtime_error("the window does not fill the screen");
     }
     pointer_.reset(wl_seat_get_pointer(seat_.get()));
-    wl_pointer_add_listener(pointer_.get(), &Callbacks::pointer, this);
+    wl_pointer_add_listener(pointer_.get(), &Callbacks::pointerListener, this);
 }
 
 void TypingWindow::lockPointer() {
