@@ -7,7 +7,7 @@ namespace vantrel::desk {
 
 namespace {
 
-constexpr std::uint16_t size = 36;
+constexpr std::uint16_t cursorSize = 36;
 constexpr std::int16_t hotSpot = 3;
 constexpr std::uint32_t edgeWidth = 4;
 constexpr std::uint16_t fullColour = 0xFFFF;
@@ -19,11 +19,11 @@ constexpr std::array<xcb_point_t, 8> outline = {
 /// A picture of one bit a pixel, empty at first.
 xcb_pixmap_t makeBitmap(XConnection& connection, xcb_gcontext_t& context) {
     const xcb_pixmap_t bitmap = xcb_generate_id(connection.get());
-    xcb_create_pixmap(connection.get(), 1, bitmap, connection.root(), size, size);
+    xcb_create_pixmap(connection.get(), 1, bitmap, connection.root(), cursorSize, cursorSize);
     context = xcb_generate_id(connection.get());
     const std::uint32_t values[] = {0, edgeWidth};
     xcb_create_gc(connection.get(), context, bitmap, XCB_GC_FOREGROUND | XCB_GC_LINE_WIDTH, values);
-    const xcb_rectangle_t all{.x = 0, .y = 0, .width = size, .height = size};
+    const xcb_rectangle_t all{.x = 0, .y = 0, .width = cursorSize, .height = cursorSize};
     xcb_poly_fill_rectangle(connection.get(), bitmap, context, 1, &all);
     const std::uint32_t set = 1;
     xcb_change_gc(connection.get(), context, XCB_GC_FOREGROUND, &set);
