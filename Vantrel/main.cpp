@@ -1,7 +1,10 @@
+#include <cerrno>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -9,6 +12,7 @@
 
 #include "Vantrel/Agent/AgentPlatform.hpp"
 #include "Vantrel/Agent/CommandLine.hpp"
+#include "Vantrel/Agent/NewStart.hpp"
 #include "Vantrel/Agent/OneInstance.hpp"
 #include "Vantrel/Agent/ProcessSetup.hpp"
 #include "Vantrel/Agent/SessionChoice.hpp"
@@ -28,7 +32,8 @@ int complain(const std::string& problem, int exitStatus) {
     return exitStatus;
 }
 
-int runAgent(std::unique_ptr<vantrel::DisplaySession> session, std::vector<std::string> urls) {
+/// The status for the end of the process; none when it is to be started anew.
+std::optional<int> runAgent(std::unique_ptr<vantrel::DisplaySession> session, std::vector<std::string> urls) {
     const std::uint32_t hotKeySignature = vantrel::vantrelHotKeySignature;
     const vantrel::EventHandlerProc hotKeyHandler = &vantrel::AppDelegate::hotKeyPressed;
     vantrel::AgentPlatform platform(std::move(session));
@@ -41,13 +46,19 @@ int runAgent(std::unique_ptr<vantrel::DisplaySession> session, std::vector<std::
 
 int start(std::vector<std::string> urls) {
     std::string problem;
-    auto session = vantrel::chooseDisplaySession(problem);
+    const auto awaited = vantrel::awaitedWindowingSystem();
+    auto session = awaited ? vantrel::awaitDisplaySession(*awaited, problem) : vantrel::chooseDisplaySession(problem);
     if (!session) {
         return complain(problem, EXIT_FAILURE);
     }
+    const std::string windowingSystem = session->windowingSystem();
     switch (vantrel::becomeAgentOrHandOver(*session, urls)) {
         case vantrel::StartOutcome::isTheAgent:
-            return runAgent(std::move(session), std::move(urls));
+            if (const auto status = runAgent(std::move(session), std::move(urls))) {
+                return *status;
+            }
+            vantrel::startAnew(windowingSystem);
+            return complain(std::string("cannot start anew: ") + std::strerror(errno), EXIT_FAILURE);
         case vantrel::StartOutcome::handedOver:
             return urls.empty() ? complain("Vantrel is already running", EXIT_SUCCESS) : EXIT_SUCCESS;
         case vantrel::StartOutcome::noAnswer:

@@ -19,10 +19,12 @@ AgentPlatform::AgentPlatform(std::unique_ptr<DisplaySession> session)
       sounds_(starterOf("vantrel-sound")),
       preferencesWindowViews_(session_->windowingSystem(),
                               [this](bool isRecording) { session_->setRecording(isRecording); }),
-      application_(mainQueue_, [this](GDBusConnection* bus) { statusBar_.setSessionBus(bus); }) {
+      application_(mainQueue_, [this](GDBusConnection* bus) { statusBar_.setSessionBus(bus); }),
+      programFile_([this] { beginAnew(); }) {
     // The last that the process does before it sleeps: what a burst of changes has freed goes back to the system.
     defaults_.setRestHandler([] { malloc_trim(0); });
     session_->attach({.ended = [this](const std::string& reason) { application_.fail(reason); },
+                      .interrupted = [this] { beginAnew(); },
                       .opened =
                           [this](std::vector<std::string> urls) {
                               if (urls.empty()) {
@@ -45,11 +47,16 @@ AgentPlatform::~AgentPlatform() {
     mainQueue_.dropTasks();
 }
 
-int AgentPlatform::run() {
+void AgentPlatform::beginAnew() {
+    beginsAnew_ = true;
+    application_.terminate();
+}
+
+std::optional<int> AgentPlatform::run() {
     const int status = application_.run();
     // While the controller is there to take in a store that could not be read until now.
     defaults_.finish();
-    return status;
+    return beginsAnew_ ? std::nullopt : std::optional(status);
 }
 
 Platform AgentPlatform::abilities() {

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
+#include "Vantrel/Agent/ProgramFile.hpp"
 #include "Vantrel/Desktop/Application/DesktopApplication.hpp"
 #include "Vantrel/Desktop/GLibURLParser.hpp"
 #include "Vantrel/Desktop/Loop/GLibMainQueue.hpp"
@@ -27,14 +29,17 @@ class AgentPlatform {
 
     desktop::DesktopApplication& application() { return application_; }
 
-    /// Runs the main loop until the end of the application; the status for the end of the process.
-    int run();
+    /// Runs the main loop until the end of the application; the status for the end of the process, or none when the
+    /// program is to be started anew.
+    std::optional<int> run();
 
     /// The abilities as the controller asks for them.
     Platform abilities();
 
   private:
     [[nodiscard]] desktop::Helper::Start starterOf(const char* helper) const;
+    /// Ends in the ordinary way, and has the program started anew.
+    void beginAnew();
 
     // In the order in which one may use the other.
     std::unique_ptr<DisplaySession> session_;
@@ -47,6 +52,8 @@ class AgentPlatform {
     desktop::GLibURLParser urls_;
     desktop::SettingsProgram preferencesWindowViews_;
     desktop::DesktopApplication application_;
+    ProgramFileWatch programFile_;
+    bool beginsAnew_ = false;
 };
 
 }  // namespace vantrel

@@ -11,7 +11,9 @@
 #include "Vantrel/Backends/X11/X11Session.hpp"
 #endif
 
+#include <chrono>
 #include <cstdlib>
+#include <thread>
 
 namespace vantrel {
 
@@ -59,6 +61,23 @@ std::unique_ptr<DisplaySession> chooseDisplaySession(std::string& error) {
         return nullptr;
     }
     return connectToX11(error);
+}
+
+std::unique_ptr<DisplaySession> awaitDisplaySession(const std::string& windowingSystem, std::string& error) {
+    constexpr std::chrono::seconds patience{10};
+    constexpr std::chrono::milliseconds pause{100};
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    do {
+        // A compositor's X server may outlive it for a while.
+        if (auto session = chooseDisplaySession(error); session && session->windowingSystem() == windowingSystem) {
+            return session;
+        }
+        std::this_thread::sleep_for(pause);
+    } while (std::chrono::steady_clock::now() < deadline);
+    if (error.empty()) {
+        error = "the display server has not come back";
+    }
+    return nullptr;
 }
 
 }  // namespace vantrel

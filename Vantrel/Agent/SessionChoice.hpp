@@ -12,4 +12,7 @@ namespace vantrel {
 /// in `error`, when there is none that lets its pointer be moved.
 std::unique_ptr<DisplaySession> chooseDisplaySession(std::string& error);
 
+/// The same after the former session of that windowing system was interrupted: waits ten seconds for it to come back.
+std::unique_ptr<DisplaySession> awaitDisplaySession(const std::string& windowingSystem, std::string& error);
+
 }  // namespace vantrel
