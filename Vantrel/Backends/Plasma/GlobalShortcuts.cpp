@@ -135,6 +135,25 @@ GlobalShortcuts::Outcome GlobalShortcuts::acquire(const std::string& action, con
     return answer ? Outcome::taken : Outcome::noAnswer;
 }
 
+std::string GlobalShortcuts::ownerOf(const std::vector<QtKey>& keys, Clock::time_point deadline) {
+    for (const QtKey key : keys) {
+        const auto answer = ask("getGlobalShortcutsByKey", g_variant_new("(i)", key), "(a(ssssssaiai))", deadline);
+        if (answer == nullptr) {
+            break;
+        }
+        const GVariantPointer owners(g_variant_get_child_value(answer.get(), 0));
+        if (g_variant_n_children(owners.get()) > 0) {
+            const GVariantPointer first(g_variant_get_child_value(owners.get(), 0));
+            const char* action = nullptr;
+            const char* program = nullptr;
+            g_variant_get_child(first.get(), 1, "&s", &action);
+            g_variant_get_child(first.get(), 3, "&s", &program);
+            return std::string("\"") + action + "\" of " + program;
+        }
+    }
+    return {};
+}
+
 void GlobalShortcuts::release(const std::string& action, Clock::time_point deadline) {
     static_cast<void>(ask("unregister", g_variant_new("(ss)", component, action.c_str()), "(b)", deadline));
 }

@@ -41,6 +41,10 @@ class GlobalShortcuts {
     Outcome acquire(const std::string& action, const std::string& title, const std::vector<QtKey>& keys,
                     Clock::time_point deadline);
 
+    /// Who has one of the keys, for a person to read: the action and its program. Empty when nobody has, or until the
+    /// deadline nothing says so.
+    std::string ownerOf(const std::vector<QtKey>& keys, Clock::time_point deadline);
+
     /// Takes the action and every trace of it away.
     void release(const std::string& action, Clock::time_point deadline);
 

@@ -12,18 +12,24 @@ std::unique_ptr<wayland::Compositor> PlasmaCompositor::find(const wayland::Compo
 }
 
 PlasmaCompositor::PlasmaCompositor(std::unique_ptr<FakeInput> input, const wayland::CompositorAddress& address)
-    : input_(std::move(input)), address_(address) {}
+    : input_(std::move(input)),
+      address_(address),
+      bus_(isSessionBusOffered() ? g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr) : nullptr) {
+    if (bus_) {
+        script_.emplace(shareObject(bus_.get()));
+    }
+}
 
 backend::HotKeyBinder* PlasmaCompositor::hotKeys() {
-    if (!isSessionBusOffered()) {
+    if (!bus_) {
         return nullptr;
     }
-    GObjectPointer<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
-    if (!bus) {
-        return nullptr;
-    }
-    hotKeys_.emplace(std::move(bus), address_.registry, address_.readKeymap);
+    hotKeys_.emplace(shareObject(bus_.get()), address_.registry, address_.readKeymap);
     return &*hotKeys_;
+}
+
+std::optional<wayland::LayoutPoint> PlasmaCompositor::readHeldPointer(wayland::Clock::time_point deadline) {
+    return script_ ? script_->ask(deadline) : std::nullopt;
 }
 
 bool PlasmaCompositor::warpPointer(const wayland::Warp& warp) {

@@ -1,6 +1,7 @@
 #include "Vantrel/Backends/Plasma/PlasmaHotKeyBinder.hpp"
 
 #include <algorithm>
+#include <cstdio>
 #include <utility>
 
 #include "Vantrel/Backends/Wayland/KeyBindings.hpp"
@@ -45,12 +46,15 @@ PlasmaHotKeyBinder::~PlasmaHotKeyBinder() {
     }
 }
 
-OSStatus PlasmaHotKeyBinder::acquire(const BoundKey& key, Clock::time_point deadline) {
+std::vector<QtKey> PlasmaHotKeyBinder::keysOf(const backend::KeyCombination& combination, Clock::time_point deadline) {
     xkb_keymap* const keymap = keymap_.get(deadline);
-    if (keymap == nullptr) {
-        return eventHotKeyInvalidErr;
-    }
-    const auto keys = qtKeysOf(wayland::keycodesAt(key.combination.keyCode, keymap), key.combination.modifiers, keymap);
+    return keymap == nullptr
+               ? std::vector<QtKey>()
+               : qtKeysOf(wayland::keycodesAt(combination.keyCode, keymap), combination.modifiers, keymap);
+}
+
+OSStatus PlasmaHotKeyBinder::acquire(const BoundKey& key, Clock::time_point deadline) {
+    const auto keys = keysOf(key.combination, deadline);
     if (keys.empty()) {
         return eventHotKeyInvalidErr;
     }
@@ -73,6 +77,10 @@ OSStatus PlasmaHotKeyBinder::bind(const backend::KeyCombination& combination) {
     const OSStatus status = acquire(key, Clock::now() + answerTime);
     if (status == 0) {
         bound_.push_back(key);
+    } else if (status == eventHotKeyExistsErr) {
+        const auto deadline = Clock::now() + answerTime;
+        std::fprintf(stderr, "vantrel: the keys of a hot key belong to %s\n",
+                     shortcuts_.ownerOf(keysOf(combination, deadline), deadline).c_str());
     }
     return status;
 }

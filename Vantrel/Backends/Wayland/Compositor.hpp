@@ -34,6 +34,9 @@ class Compositor {
     /// surfaces of ours find it out.
     virtual std::optional<LayoutPoint> readPointer(Clock::time_point /*deadline*/) { return std::nullopt; }
 
+    /// The same where such surfaces do not find it out, as while a button is held.
+    virtual std::optional<LayoutPoint> readHeldPointer(Clock::time_point /*deadline*/) { return std::nullopt; }
+
     /// Moves the pointer. Does not wait. False when it cannot: then a virtual pointer does it.
     virtual bool warpPointer(const Warp& /*warp*/) { return false; }
 
@@ -44,6 +47,9 @@ class Compositor {
     /// Has it look anew what lies under the pointer. Does not wait. False when it cannot: then a virtual pointer does
     /// it.
     virtual bool lookUnderPointer() { return false; }
+
+    /// Whether the session goes on when the compositor is gone, because something starts it again.
+    [[nodiscard]] virtual bool comesBack() const { return false; }
 };
 
 /// Where to look for such a door, and what its user may ask of the session.

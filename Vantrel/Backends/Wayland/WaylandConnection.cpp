@@ -20,8 +20,12 @@ std::unique_ptr<WaylandConnection> WaylandConnection::open(std::string& error) {
     return std::unique_ptr<WaylandConnection>(new WaylandConnection(std::move(display)));
 }
 
+bool WaylandConnection::isRefused() const {
+    return wl_display_get_error(get()) == EPROTO;
+}
+
 std::string WaylandConnection::endReason() const {
-    if (wl_display_get_error(get()) != EPROTO) {
+    if (!isRefused()) {
         return "the Wayland compositor went away";
     }
     const wl_interface* interface = nullptr;

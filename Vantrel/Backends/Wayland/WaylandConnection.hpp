@@ -25,6 +25,9 @@ class WaylandConnection {
     /// Whether the compositor has gone away, or ended the connection. Nothing arrives after that.
     [[nodiscard]] bool isLost() const { return isLost_ || wl_display_get_error(get()) != 0; }
 
+    /// Whether the compositor ended the connection for something that was asked of it.
+    [[nodiscard]] bool isRefused() const;
+
     /// Why the connection is lost, as one line.
     [[nodiscard]] std::string endReason() const;
 

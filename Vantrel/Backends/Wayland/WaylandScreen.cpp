@@ -63,6 +63,9 @@ std::optional<CGPoint> WaylandScreen::pointer() {
             compositor_->settleWarps(deadline);
         }
         place = reader_.read(outputs_, deadline);
+        if (!place && compositor_ != nullptr) {
+            place = compositor_->readHeldPointer(deadline);
+        }
         if (!place && Clock::now() - warpTime_ > showingTime) {
             place = sessions_.read(outputs_, deadline);
         }

@@ -249,7 +249,15 @@ void WaylandSession::attach(Events events) {
                             LoopSource::whenIdle([this] { parts_->abilities->screen.refreshLayout(); });
                     }
                 },
-            .connectionLost = [this, ended = std::move(events.ended)] { ended(parts_->connection->endReason()); }});
+            .connectionLost =
+                [this, ended = std::move(events.ended), interrupted = std::move(events.interrupted)] {
+                    const auto& compositor = abilities().compositor;
+                    if (compositor && compositor->comesBack() && !parts_->connection->isRefused()) {
+                        interrupted();
+                    } else {
+                        ended(parts_->connection->endReason());
+                    }
+                }});
 }
 
 void WaylandSession::setRecording(bool isRecording) {

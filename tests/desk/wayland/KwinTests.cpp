@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "tests/desk/status/BusClient.hpp"
+#include "tests/desk/support/ProgramCopy.hpp"
 #include "tests/desk/wayland/support/KwinDesk.hpp"
 
 namespace vantrel::desk {
@@ -98,6 +99,7 @@ TEST_F(KwinKeys, chordOfAnotherProgram_staysIts) {
     desk.person().type(hyper(keys::d));
     EXPECT_TRUE(desk.person().staysAt(onMain));
     EXPECT_TRUE(desk.jump(controlOptionCommand(keys::rightArrow), centreOfSecond)) << "the others are ours";
+    EXPECT_EQ(agent->standardError(), "vantrel: the keys of a hot key belong to \"Action\" of Other\n");
     EXPECT_EQ(agent->terminate(), ordinaryEnd);
     EXPECT_TRUE(waitUntil([&] { return storedShortcuts().find("action=Meta+Ctrl+Alt+Shift+D") != std::string::npos; }));
 }
@@ -115,6 +117,44 @@ TEST(KwinLayouts, russian_aloneAndActive_jump) {
         }
         EXPECT_TRUE(desk.jump(hyper(keys::d), onMain)) << layouts;
     }
+}
+
+TEST(KwinEnd, comesBack_soDoTheHotKeysAndNothingIsLost) {
+    KwinDesk desk;
+    const auto agent = desk.startAgent();
+    desk.person().moveTo({.x = 100, .y = 200});
+    ASSERT_TRUE(desk.savePoint());
+    const auto saved = desk.defaults().read("savedPoints");
+    for (int round = 0; round < 2; ++round) {
+        desk.kwin().restart();
+        desk.seatPerson();
+        desk.person().moveTo(onMain);
+        ASSERT_TRUE(waitUntil([&] { return desk.isServed(); }));
+        EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
+    }
+    EXPECT_EQ(desk.defaults().read("savedPoints"), saved);
+    EXPECT_EQ(agent->terminate(), ordinaryEnd);
+    EXPECT_EQ(agent->standardError(), "");
+}
+
+TEST(KwinUpgrade, programReplaced_theNewOneMayMoveThePointer) {
+    KwinDesk desk;
+    const ProgramCopy copy;
+    desk.wrapAgent(copy.wrapper());
+    desk.kwin().allow(copy.path());
+    std::unique_ptr<AgentProcess> agent;
+    // KWin learns of the desktop file a while later.
+    ASSERT_TRUE(waitUntil([&] {
+        agent = desk.startProgram();
+        return waitUntil([&] { return desk.isServed() || !agent->isRunning(); }) && agent->isRunning();
+    }));
+    desk.person().moveTo(onMain);
+    EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
+    copy.replace();
+    ASSERT_TRUE(waitUntil([&] { return copy.isRunBy(agent->processId()) && desk.isServed(); }));
+    EXPECT_TRUE(desk.jump(hyper(keys::d), onMain));
+    EXPECT_EQ(agent->terminate(), ordinaryEnd);
+    EXPECT_EQ(agent->standardError(), "");
 }
 
 TEST(KwinPermission, notGiven_oneLineSaysWhatIsMissing) {

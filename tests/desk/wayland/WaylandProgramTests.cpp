@@ -92,7 +92,9 @@ TEST_P(WaylandProgram, compositorEnds_oneLineAndOne) {
     const auto agent = desk.startAgent();
     desk.compositor().stop();
     EXPECT_EQ(agent->waitForExit(), failure);
-    EXPECT_EQ(agent->standardError(), "vantrel: the Wayland compositor went away\n");
+    EXPECT_EQ(agent->standardError(), GetParam().isAwaitedWhenGone ? "vantrel: cannot connect to the Wayland display " +
+                                                                         desk.compositor().displayName() + "\n"
+                                                                   : "vantrel: the Wayland compositor went away\n");
 }
 
 class WaylandProgramEnd : public testing::TestWithParam<std::tuple<CompositorKind, int>> {

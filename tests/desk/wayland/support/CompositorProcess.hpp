@@ -57,6 +57,8 @@ class CompositorProcess {
 
     /// Takes it away from its clients.
     void stop() { process_->end(); }
+    /// The same without a warning.
+    void crash() { process_->end(SIGKILL); }
 
   protected:
     explicit CompositorProcess(std::string_view name) : directory_(name) {}

@@ -67,7 +67,9 @@ std::vector<CompositorKind> installedCompositors() {
          .reload = [](CompositorProcess& /*compositor*/) {},
          .isServedByProtocols = false,
          .keepsPointerOnItsDisplay = false,
-         .givesPictures = false});
+         .givesPictures = false,
+         .tellsWithButtonHeld = true,
+         .isAwaitedWhenGone = true});
 #endif
 #ifdef VANTREL_WAYFIRE
     kinds.push_back(

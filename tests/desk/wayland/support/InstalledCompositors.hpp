@@ -31,6 +31,7 @@ struct CompositorKind {
     /// Whether it tells where the pointer is also while a button is held.
     bool tellsWithButtonHeld = false;
     bool tellsWholePoints = false;    ///< without the fraction
+    bool isAwaitedWhenGone = false;   ///< because the session goes on, with another of its kind
     bool centresAfterUnplug = false;  ///< puts the pointer into the middle of the display that is left
 
     /// Where the agent finds a pointer that rests there.

@@ -31,26 +31,36 @@ std::string after(const std::string& text, char separator) {
 }  // namespace
 
 KwinProcess::KwinProcess(const KwinOptions& options)
-    : CompositorProcess("kwin"), bus_(otherThanRoot(user())), mode_(options.outputs.front().mode) {
+    : CompositorProcess("kwin"), bus_(otherThanRoot(user())), outputs_(options.outputs), mode_(outputs_.front().mode) {
     configure(options);
+    if (checksPermissions()) {
+        showPrograms();
+    }
     // The packaged one has a capability, which a container may not be able to give.
-    const auto program = runtimeDirectory() / "kwin_wayland";
-    std::filesystem::copy_file(VANTREL_KWIN, program);
+    std::filesystem::copy_file(VANTREL_KWIN, runtimeDirectory() / "kwin_wayland");
+    run();
+}
+
+void KwinProcess::run() {
     std::map<std::string, std::string> environment{{"DBUS_SESSION_BUS_ADDRESS", bus_.address()},
                                                    // As in a session of Plasma: it finds no desktop files without.
                                                    {"XDG_MENU_PREFIX", "plasma-"},
                                                    {"KWIN_COMPOSE", "Q"},
                                                    {"LIBGL_ALWAYS_SOFTWARE", "1"}};
-    if (checksPermissions()) {
-        showPrograms();
-    } else {
+    if (!checksPermissions()) {
         // KWin's own switch; else it would refuse everybody.
         environment.emplace("KWIN_WAYLAND_NO_PERMISSION_CHECKS", "1");
     }
-    start({program, "--virtual", "--width", before(mode_, 'x'), "--height", after(mode_, 'x'), "--output-count",
-           std::to_string(options.outputs.size()), "--socket", "wayland-vantrel-test", "--no-lockscreen"},
-          0, environment);
-    arrange(options.outputs);
+    start(
+        {runtimeDirectory() / "kwin_wayland", "--virtual", "--width", before(mode_, 'x'), "--height", after(mode_, 'x'),
+         "--output-count", std::to_string(outputs_.size()), "--socket", "wayland-vantrel-test", "--no-lockscreen"},
+        0, environment);
+    arrange(outputs_);
+}
+
+void KwinProcess::restart() {
+    crash();
+    run();
 }
 
 bool KwinProcess::checksPermissions() {

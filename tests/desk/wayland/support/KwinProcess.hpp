@@ -27,6 +27,9 @@ class KwinProcess final : public CompositorProcess {
     /// Not after its bus.
     ~KwinProcess() override { stop(); }
 
+    /// Kills it and starts it anew, as Plasma does after a crash; with the same displays, and its bus stays.
+    void restart();
+
     void arrange(const std::vector<PrivateOutput>& outputs) const override;
     [[nodiscard]] bool switchOff(int number) const override;
 
@@ -46,8 +49,10 @@ class KwinProcess final : public CompositorProcess {
 
   private:
     void configure(const KwinOptions& options) const;
+    void run();
 
     SessionBus bus_;
+    std::vector<PrivateOutput> outputs_;
     std::string mode_;  ///< the first display's, which is everybody's
 };
 

@@ -14,8 +14,10 @@ std::vector<PrivateOutput> WaylandDesk::twoOutputs() {
 WaylandDesk::WaylandDesk(std::unique_ptr<CompositorProcess> compositor, const std::string& keyboardLayouts,
                          const std::string& keyboardOptions)
     : compositor_(std::move(compositor)),
-      person_(compositor_->socket(), keyboardLayouts, keyboardOptions),
+      keyboardLayouts_(keyboardLayouts),
+      keyboardOptions_(keyboardOptions),
       environment_(Environment::minimal()) {
+    seatPerson();
     home_.enter(environment_);
     environment_.set("XDG_RUNTIME_DIR", compositor_->runtimeDirectory().native());
     environment_.set("WAYLAND_DISPLAY", compositor_->displayName());
@@ -24,9 +26,13 @@ WaylandDesk::WaylandDesk(std::unique_ptr<CompositorProcess> compositor, const st
     defaults().writeInteger("soundEnabled", 0);
 }
 
+void WaylandDesk::seatPerson() {
+    person_ = std::make_unique<SeatClient>(compositor_->socket(), keyboardLayouts_, keyboardOptions_);
+}
+
 std::unique_ptr<AgentProcess> WaylandDesk::startProgram(const std::vector<std::string>& arguments) {
     const auto errors = home_.path() / ("stderr" + std::to_string(++programs_));
-    return std::make_unique<AgentProcess>(environment_, errors, arguments);
+    return std::make_unique<AgentProcess>(environment_, errors, arguments, agentWrapper_);
 }
 
 std::unique_ptr<AgentProcess> WaylandDesk::startAgent() {
@@ -48,7 +54,7 @@ bool WaylandDesk::isServed() const {
 }
 
 bool WaylandDesk::jump(const Chord& chord, LayoutPoint target) {
-    return jump([&] { person_.type(chord); }, target);
+    return jump([&] { person_->type(chord); }, target);
 }
 
 bool WaylandDesk::jump(const std::string& url, LayoutPoint target) {
@@ -56,13 +62,13 @@ bool WaylandDesk::jump(const std::string& url, LayoutPoint target) {
 }
 
 bool WaylandDesk::jump(const std::function<void()>& ask, LayoutPoint target) {
-    const auto departure = person_.pointer();
+    const auto departure = person_->pointer();
     for (int attempt = 0; attempt < 5; ++attempt) {
         ask();
-        if (person_.waitFor(target, std::chrono::seconds(5))) {
+        if (person_->waitFor(target, std::chrono::seconds(5))) {
             return true;
         }
-        if (person_.pointer() != departure) {
+        if (person_->pointer() != departure) {
             return false;
         }
     }

@@ -34,7 +34,9 @@ class WaylandDesk {
     WaylandDesk& operator=(const WaylandDesk&) = delete;
 
     CompositorProcess& compositor() { return *compositor_; }
-    SeatClient& person() { return person_; }
+    SeatClient& person() { return *person_; }
+    /// Has the person sit down anew, at a compositor that was started anew.
+    void seatPerson();
 
     /// The environment of a program in this session; to be changed before the program starts.
     Environment& environment() { return environment_; }
@@ -44,6 +46,9 @@ class WaylandDesk {
 
     /// Starts the program with the arguments and does not wait for anything.
     std::unique_ptr<AgentProcess> startProgram(const std::vector<std::string>& arguments = {});
+
+    /// Has another program run the program under test from its next start on.
+    void wrapAgent(std::vector<std::string> wrapper) { agentWrapper_ = std::move(wrapper); }
 
     /// Starts the agent and waits until it serves, which is after it has registered its hot keys. Throws, with what the
     /// agent wrote on stderr, when it does not get there.
@@ -72,9 +77,12 @@ class WaylandDesk {
     bool jump(const std::function<void()>& ask, LayoutPoint target);
 
     std::unique_ptr<CompositorProcess> compositor_;
-    SeatClient person_;
+    std::string keyboardLayouts_;
+    std::string keyboardOptions_;
+    std::unique_ptr<SeatClient> person_;
     Home home_;
     Environment environment_;
+    std::vector<std::string> agentWrapper_;
     int programs_ = 0;
 };
 
