@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <string_view>
 
 namespace vantrel::desk {
 
@@ -20,9 +21,6 @@ double scaleFor(const PrivateOutput& output, int width, int height) {
 }  // namespace
 
 struct KwinDisplays::Callbacks {
-    static void named(void* data, kde_output_device_v2* /*device*/, const char* name) {
-        static_cast<Device*>(data)->name = name;
-    }
     static void applied(void* data, kde_output_configuration_v2* /*changes*/) {
         static_cast<KwinDisplays*>(data)->isAnswered_ = true;
         static_cast<KwinDisplays*>(data)->isApplied_ = true;
@@ -30,33 +28,23 @@ struct KwinDisplays::Callbacks {
     static void failed(void* data, kde_output_configuration_v2* /*changes*/) {
         static_cast<KwinDisplays*>(data)->isAnswered_ = true;
     }
-    static void mode(void* data, kde_output_device_v2* /*device*/, kde_output_device_mode_v2* mode) {
-        static_cast<Device*>(data)->modes.push_back(mode);
+    /// Each version tells more of a display: by the events' names, which all have.
+    static int told(const void* /*implementation*/, void* target, std::uint32_t /*code*/, const wl_message* event,
+                    wl_argument* arguments) {
+        auto& device = *static_cast<Device*>(wl_proxy_get_user_data(static_cast<wl_proxy*>(target)));
+        if (event->name == std::string_view("name")) {
+            device.name = arguments[0].s;
+        } else if (event->name == std::string_view("mode")) {
+            // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): that is what the library makes of a new
+            // object
+            device.modes.push_back(reinterpret_cast<kde_output_device_mode_v2*>(arguments[0].o));
+        }
+        return 0;
     }
 
     template <typename... Arguments>
     static void unused(void* /*data*/, Arguments... /*arguments*/) {}
 
-    // Newer protocols know of more events, which objects of these versions never get.
-    static constexpr kde_output_device_v2_listener device = [] {
-        kde_output_device_v2_listener listener{};
-        listener.geometry = unused;
-        listener.current_mode = unused;
-        listener.mode = mode;
-        listener.done = unused;
-        listener.scale = unused;
-        listener.edid = unused;
-        listener.enabled = unused;
-        listener.uuid = unused;
-        listener.serial_number = unused;
-        listener.eisa_id = unused;
-        listener.capabilities = unused;
-        listener.overscan = unused;
-        listener.vrr_policy = unused;
-        listener.rgb_range = unused;
-        listener.name = named;
-        return listener;
-    }();
     static constexpr kde_output_configuration_v2_listener configuration = [] {
         kde_output_configuration_v2_listener listener{};
         listener.applied = applied;
@@ -69,6 +57,8 @@ KwinDisplays::KwinDisplays(const std::filesystem::path& socket)
     : client_(socket, [this](std::uint32_t name, std::string_view interface, std::uint32_t version) {
           offered(name, interface, version);
       }) {
+    // The globals, the displays, and what is told of each.
+    client_.synchronise();
     client_.synchronise();
     client_.synchronise();
     if (management_ == nullptr) {
@@ -85,6 +75,11 @@ KwinDisplays::~KwinDisplays() {
         }
         kde_output_device_v2_destroy(each->handle);
     }
+#ifdef KDE_OUTPUT_DEVICE_REGISTRY_V2_INTERFACE
+    if (registry_ != nullptr) {
+        kde_output_device_registry_v2_destroy(registry_);
+    }
+#endif
     kde_output_management_v2_destroy(management_);
 }
 
@@ -93,10 +88,27 @@ void KwinDisplays::offered(std::uint32_t name, std::string_view interface, std::
         management_ =
             client_.bind<kde_output_management_v2>(name, kde_output_management_v2_interface, std::min(version, 3U));
     } else if (interface == kde_output_device_v2_interface.name) {
-        auto& device = devices_.emplace_back(std::make_unique<Device>());
-        device->handle = client_.bind<kde_output_device_v2>(name, kde_output_device_v2_interface, 2);
-        kde_output_device_v2_add_listener(device->handle, &Callbacks::device, device.get());
+        add(client_.bind<kde_output_device_v2>(name, kde_output_device_v2_interface, 2));
     }
+#ifdef KDE_OUTPUT_DEVICE_REGISTRY_V2_INTERFACE
+    constexpr std::uint32_t firstRegistry = 21;
+    if (interface == kde_output_device_registry_v2_interface.name) {
+        static constexpr kde_output_device_registry_v2_listener listener{
+            .finished = Callbacks::unused, .output = [](void* data, auto* /*registry*/, kde_output_device_v2* device) {
+                static_cast<KwinDisplays*>(data)->add(device);
+            }};
+        registry_ =
+            client_.bind<kde_output_device_registry_v2>(name, kde_output_device_registry_v2_interface, firstRegistry);
+        kde_output_device_registry_v2_add_listener(registry_, &listener, this);
+    }
+#endif
+}
+
+void KwinDisplays::add(kde_output_device_v2* handle) {
+    auto& device = devices_.emplace_back(std::make_unique<Device>());
+    device->handle = handle;
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): as the library's own functions do
+    wl_proxy_add_dispatcher(reinterpret_cast<wl_proxy*>(handle), &Callbacks::told, nullptr, device.get());
 }
 
 kde_output_device_v2* KwinDisplays::device(std::size_t number) const {

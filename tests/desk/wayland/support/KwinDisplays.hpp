@@ -12,6 +12,8 @@
 #include "tests/desk/wayland/support/CompositorProcess.hpp"
 #include "tests/desk/wayland/support/WaylandClient.hpp"
 
+struct kde_output_device_registry_v2;
+
 namespace vantrel::desk {
 
 /// A person's program for the displays of a private KWin, which are all of one size.
@@ -37,6 +39,7 @@ class KwinDisplays {
         std::string name;
     };
 
+    void add(kde_output_device_v2* handle);
     void offered(std::uint32_t name, std::string_view interface, std::uint32_t version);
     /// That with this number, from 0 on, by their names.
     [[nodiscard]] kde_output_device_v2* device(std::size_t number) const;
@@ -44,6 +47,7 @@ class KwinDisplays {
 
     WaylandClient client_;
     kde_output_management_v2* management_ = nullptr;
+    kde_output_device_registry_v2* registry_ = nullptr;  ///< which tells of the displays in newer versions
     std::vector<std::unique_ptr<Device>> devices_;
     bool isAnswered_ = false;
     bool isApplied_ = false;
