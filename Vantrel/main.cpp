@@ -44,9 +44,16 @@ std::optional<int> runAgent(std::unique_ptr<vantrel::DisplaySession> session, st
     return platform.run();
 }
 
+int handedOver(const std::vector<std::string>& urls) {
+    return urls.empty() ? complain("Vantrel is already running", EXIT_SUCCESS) : EXIT_SUCCESS;
+}
+
 int start(std::vector<std::string> urls) {
     std::string problem;
     const auto awaited = vantrel::awaitedWindowingSystem();
+    if (!awaited && vantrel::handOverUnconnected(urls)) {
+        return handedOver(urls);
+    }
     auto session = awaited ? vantrel::awaitDisplaySession(*awaited, problem) : vantrel::chooseDisplaySession(problem);
     if (!session) {
         return complain(problem, EXIT_FAILURE);
@@ -60,7 +67,7 @@ int start(std::vector<std::string> urls) {
             vantrel::startAnew(windowingSystem);
             return complain(std::string("cannot start anew: ") + std::strerror(errno), EXIT_FAILURE);
         case vantrel::StartOutcome::handedOver:
-            return urls.empty() ? complain("Vantrel is already running", EXIT_SUCCESS) : EXIT_SUCCESS;
+            return handedOver(urls);
         case vantrel::StartOutcome::noAnswer:
             break;
     }

@@ -5,6 +5,7 @@
 #include "Vantrel/Backends/Plasma/PlasmaCompositor.hpp"
 #include "Vantrel/Backends/Sway/SwayCompositor.hpp"
 #include "Vantrel/Backends/Wayfire/WayfireCompositor.hpp"
+#include "Vantrel/Backends/Wayland/SessionSocket.hpp"
 #include "Vantrel/Backends/Wayland/WaylandSession.hpp"
 #endif
 #ifdef VANTREL_X11
@@ -78,6 +79,15 @@ std::unique_ptr<DisplaySession> awaitDisplaySession(const std::string& windowing
         error = "the display server has not come back";
     }
     return nullptr;
+}
+
+bool handOverUnconnected(const std::vector<std::string>& urls) {
+#ifdef VANTREL_WAYLAND
+    return isSet("WAYLAND_DISPLAY") && wayland::SessionSocket::ofThisSession().send(urls);
+#else
+    static_cast<void>(urls);
+    return false;
+#endif
 }
 
 }  // namespace vantrel

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "Vantrel/Platform/DisplaySession.hpp"
 
@@ -14,5 +15,10 @@ std::unique_ptr<DisplaySession> chooseDisplaySession(std::string& error);
 
 /// The same after the former session of that windowing system was interrupted: waits ten seconds for it to come back.
 std::unique_ptr<DisplaySession> awaitDisplaySession(const std::string& windowingSystem, std::string& error);
+
+/// Hands the URLs to the agent of the Wayland session that the environment names, without asking the compositor
+/// anything: where a person's own binding starts the program, each press waits for that. False when that session has no
+/// agent that answers, and in other sessions.
+bool handOverUnconnected(const std::vector<std::string>& urls);
 
 }  // namespace vantrel

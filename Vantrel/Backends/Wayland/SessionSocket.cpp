@@ -10,6 +10,7 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <cstdlib>
 #include <optional>
 #include <string_view>
 #include <thread>
@@ -96,6 +97,13 @@ SessionSocket::SessionSocket(const std::filesystem::path& runtimeDirectory, cons
     const std::filesystem::path place = placeFor(runtimeDirectory, display);
     lockFile_ = place.native() + ".lock";
     socketFile_ = place.native() + ".sock";
+}
+
+SessionSocket SessionSocket::ofThisSession() {
+    const char* const directory = std::getenv("XDG_RUNTIME_DIR");
+    const char* const display = std::getenv("WAYLAND_DISPLAY");
+    const bool isNamed = display != nullptr && *display != '\0';
+    return {directory == nullptr ? "" : directory, isNamed ? display : "wayland-0"};
 }
 
 SessionSocket::~SessionSocket() {

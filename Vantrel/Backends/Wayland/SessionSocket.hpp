@@ -23,6 +23,8 @@ class SessionSocket {
     /// (XDG_RUNTIME_DIR; where that is empty, in the directory of the display's own socket) under a name that is made
     /// of the display's.
     SessionSocket(const std::filesystem::path& runtimeDirectory, const std::filesystem::path& display);
+    /// Of the display that the environment names, as libwayland chooses it.
+    static SessionSocket ofThisSession();
     ~SessionSocket();
     SessionSocket(const SessionSocket&) = delete;
     SessionSocket& operator=(const SessionSocket&) = delete;

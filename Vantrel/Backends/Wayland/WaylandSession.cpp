@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <utility>
 
 #include "Vantrel/Backends/Common/DisplayList.hpp"
@@ -67,17 +66,6 @@ std::string refusal(const std::string& missing, std::optional<Peer> compositor) 
     return std::string(isGnome ? "GNOME on Wayland" : "this Wayland compositor") +
            " does not let programs read and move the pointer (it lacks " + missing + ")" +
            (isGnome ? "; choose GNOME on Xorg at login, where that is offered" : "");
-}
-
-std::string environment(const char* variable) {
-    const char* const value = std::getenv(variable);
-    return value == nullptr ? "" : value;
-}
-
-/// The display's name as libwayland chooses it.
-std::string displayName() {
-    const std::string name = environment("WAYLAND_DISPLAY");
-    return name.empty() ? "wayland-0" : name;
 }
 
 }  // namespace
@@ -171,7 +159,7 @@ struct WaylandSession::Parts {
     Globals globals{*registry};
     Seat seat{*registry};
     Outputs outputs{*registry, *globals.outputs};
-    SessionSocket socket{environment("XDG_RUNTIME_DIR"), displayName()};
+    SessionSocket socket = SessionSocket::ofThisSession();
     std::unique_ptr<Abilities> abilities;
     /// Reads a changed layout while nobody waits for it, so that the next press finds it ready.
     LoopSource layoutTask;
