@@ -26,9 +26,9 @@ class HotKeyBinder {
     virtual void setPressed(Pressed pressed) = 0;
 
     /// Catches the combination, which is not bound yet. Returns 0, eventHotKeyExistsErr when another program holds it,
-    /// or eventHotKeyInvalidErr when the keyboard lacks it or the windowing system does not answer within 30 ms; a
-    /// refusal leaves nothing behind. The status is final: what is lost later (a keymap that changes, a service that
-    /// restarts) the binder gets back by itself.
+    /// or eventHotKeyInvalidErr when the keyboard lacks it or the windowing system does not answer in time
+    /// (AnswerTime); a refusal leaves nothing behind. The status is final: what is lost later (a keymap that changes, a
+    /// service that restarts) the binder gets back by itself.
     virtual OSStatus bind(const KeyCombination& combination) = 0;
 
     /// Lets go of a combination that is bound.

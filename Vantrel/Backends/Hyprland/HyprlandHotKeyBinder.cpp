@@ -70,7 +70,7 @@ void HyprlandHotKeyBinder::obey(std::string_view event) {
 }
 
 OSStatus HyprlandHotKeyBinder::bind(const backend::KeyCombination& combination) {
-    const Clock::time_point deadline = Clock::now() + answerTime;
+    const Clock::time_point deadline = patience_.deadline();
     xkb_keymap* const keymap = keymap_.get(deadline);
     if (keymap == nullptr) {
         return eventHotKeyInvalidErr;

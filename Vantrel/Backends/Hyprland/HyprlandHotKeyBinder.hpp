@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "Vantrel/Backends/Common/AnswerTime.hpp"
 #include "Vantrel/Backends/Common/HotKeyBinder.hpp"
 #include "Vantrel/Backends/Hyprland/HyprlandCommands.hpp"
 #include "Vantrel/Backends/Hyprland/HyprlandSocket.hpp"
@@ -42,6 +43,7 @@ class HyprlandHotKeyBinder final : public backend::HotKeyBinder {
     HyprlandSocket& commands_;
     Language language_;
     std::filesystem::path eventFile_;
+    backend::AnswerTime patience_;
     wayland::MomentaryKeymap keymap_;
     FileDescriptor events_;
     std::string received_;  ///< the beginning of a line

@@ -74,7 +74,7 @@ OSStatus PlasmaHotKeyBinder::bind(const backend::KeyCombination& combination) {
         shortcuts_.releaseLeftovers(Clock::now() + patience);
     }
     const BoundKey key{.combination = combination, .action = actionOf(combination)};
-    const OSStatus status = acquire(key, Clock::now() + answerTime);
+    const OSStatus status = acquire(key, patience_.deadline());
     if (status == 0) {
         bound_.push_back(key);
     } else if (status == eventHotKeyExistsErr) {

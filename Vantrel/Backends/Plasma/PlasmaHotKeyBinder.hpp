@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "Vantrel/Backends/Common/AnswerTime.hpp"
 #include "Vantrel/Backends/Common/HotKeyBinder.hpp"
 #include "Vantrel/Backends/Plasma/GlobalShortcuts.hpp"
 #include "Vantrel/Backends/Wayland/KeymapWatch.hpp"
@@ -41,6 +42,7 @@ class PlasmaHotKeyBinder final : public backend::HotKeyBinder {
 
     std::vector<BoundKey> bound_;
     Pressed pressed_;
+    backend::AnswerTime patience_;
     wayland::MomentaryKeymap keymap_;
     GlobalShortcuts shortcuts_;
     bool areLeftoversGone_ = false;

@@ -151,7 +151,7 @@ bool SwayHotKeyBinder::isConfigured(const BoundKey& key, xkb_keymap* keymap) con
 }
 
 OSStatus SwayHotKeyBinder::bind(const backend::KeyCombination& combination) {
-    const Clock::time_point deadline = Clock::now() + answerTime;
+    const Clock::time_point deadline = patience_.deadline();
     xkb_keymap* const keymap = keymap_.get(deadline);
     if (keymap == nullptr || !learn(deadline)) {
         return eventHotKeyInvalidErr;

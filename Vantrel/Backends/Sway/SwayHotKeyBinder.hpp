@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "Vantrel/Backends/Common/AnswerTime.hpp"
 #include "Vantrel/Backends/Common/HotKeyBinder.hpp"
 #include "Vantrel/Backends/Sway/SwayIpc.hpp"
 #include "Vantrel/Backends/Wayland/KeyBindings.hpp"
@@ -48,6 +49,7 @@ class SwayHotKeyBinder final : public backend::HotKeyBinder {
 
     SwayIpc& commands_;
     SwayIpc events_;
+    backend::AnswerTime patience_;
     wayland::MomentaryKeymap keymap_;
     LoopSource listening_;            ///< for events, or for the time to try again
     std::vector<std::string> modes_;  ///< empty until they are asked for, as the configuration is

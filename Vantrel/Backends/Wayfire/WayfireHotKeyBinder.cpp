@@ -50,7 +50,7 @@ bool WayfireHotKeyBinder::isConfigured(const std::vector<Chord>& chords) const {
 }
 
 OSStatus WayfireHotKeyBinder::bind(const backend::KeyCombination& combination) {
-    const Clock::time_point deadline = Clock::now() + answerTime;
+    const Clock::time_point deadline = patience_.deadline();
     const std::vector<Chord> chords = chordsOf(combination, deadline);
     if (isConfigured(chords)) {
         return eventHotKeyExistsErr;

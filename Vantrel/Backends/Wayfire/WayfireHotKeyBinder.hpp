@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <vector>
 
+#include "Vantrel/Backends/Common/AnswerTime.hpp"
 #include "Vantrel/Backends/Common/HotKeyBinder.hpp"
 #include "Vantrel/Backends/Wayfire/WayfireChord.hpp"
 #include "Vantrel/Backends/Wayfire/WayfireSocket.hpp"
@@ -37,6 +38,7 @@ class WayfireHotKeyBinder final : public backend::HotKeyBinder {
 
     WayfireSocket& socket_;
     std::filesystem::path configuration_;
+    backend::AnswerTime patience_;
     wayland::MomentaryKeymap keymap_;
     std::vector<BoundKey> bound_;
     Pressed pressed_;

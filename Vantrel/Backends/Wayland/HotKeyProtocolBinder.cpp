@@ -119,7 +119,7 @@ void HotKeyProtocolBinder::request(HotKey& hotKey) {
 }
 
 OSStatus HotKeyProtocolBinder::bind(const backend::KeyCombination& combination) {
-    const Clock::time_point deadline = Clock::now() + answerTime;
+    const Clock::time_point deadline = patience_.deadline();
     xkb_keymap* const keymap = keymap_.get(deadline);
     if (keymap == nullptr) {
         return eventHotKeyInvalidErr;

@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "Vantrel/Backends/Common/AnswerTime.hpp"
 #include "Vantrel/Backends/Common/HotKeyBinder.hpp"
 #include "Vantrel/Backends/Wayland/KeymapWatch.hpp"
 #include "Vantrel/Backends/Wayland/MomentaryKeymap.hpp"
@@ -40,6 +41,7 @@ class HotKeyProtocolBinder final : public backend::HotKeyBinder {
 
     WaylandConnection& connection_;
     WaylandPointer<xx_hotkey_manager_v1> manager_;
+    backend::AnswerTime patience_;
     MomentaryKeymap keymap_;
     std::vector<std::unique_ptr<HotKey>> hotKeys_;
     bool isRecording_ = false;
