@@ -27,10 +27,11 @@ TEST_P(WaylandJump, thereAndBack_isExact) {
     const auto& [kind, arrangement] = GetParam();
     WaylandDesk desk(kind.start(arrangement.outputs));
     const auto agent = desk.startAgent();
-    const LayoutPoint departure = kind.told(arrangement.departure);
-    desk.person().moveTo(arrangement.departure);
+    const LayoutPoint departure = kind.told(kind.kept(arrangement.departure));
+    const LayoutPoint centre = kind.kept(arrangement.centre);
+    desk.person().moveTo(kind.kept(arrangement.departure));
     for (int round = 0; round < 5; ++round) {
-        ASSERT_TRUE(desk.jump("vantrel://next", arrangement.centre)) << desk.person().pointer().value_or(LayoutPoint{});
+        ASSERT_TRUE(desk.jump("vantrel://next", centre)) << desk.person().pointer().value_or(LayoutPoint{});
         ASSERT_TRUE(desk.jump("vantrel://previous", departure)) << desk.person().pointer().value_or(LayoutPoint{});
     }
 }
@@ -116,7 +117,7 @@ TEST_P(WaylandAgent, departures_areStoredUnderEachDisplay) {
 }
 
 TEST_P(WaylandAgent, savedPoint_comesBackThere) {
-    constexpr LayoutPoint saved{.x = 300.5, .y = 200.25};
+    const LayoutPoint saved = GetParam().kept({.x = 300.5, .y = 200.25});
     const auto agent = desk.startAgent();
     desk.person().moveTo(saved);
     ASSERT_TRUE(desk.savePoint());

@@ -69,6 +69,7 @@ std::vector<CompositorKind> installedCompositors() {
          .keepsPointerOnItsDisplay = false,
          .givesPictures = false,
          .tellsWithButtonHeld = true,
+         .keepsWholePoints = KwinProcess::keepsWholePoints(),
          .isAwaitedWhenGone = true});
 #endif
 #ifdef VANTREL_WAYFIRE

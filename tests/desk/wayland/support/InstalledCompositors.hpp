@@ -31,8 +31,14 @@ struct CompositorKind {
     /// Whether it tells where the pointer is also while a button is held.
     bool tellsWithButtonHeld = false;
     bool tellsWholePoints = false;    ///< without the fraction
+    bool keepsWholePoints = false;    ///< puts the pointer on such alone
     bool isAwaitedWhenGone = false;   ///< because the session goes on, with another of its kind
     bool centresAfterUnplug = false;  ///< puts the pointer into the middle of the display that is left
+
+    /// Where the pointer is after it was sent there.
+    [[nodiscard]] LayoutPoint kept(LayoutPoint place) const {
+        return keepsWholePoints ? LayoutPoint{.x = std::floor(place.x + 0.5), .y = std::floor(place.y + 0.5)} : place;
+    }
 
     /// Where the agent finds a pointer that rests there.
     [[nodiscard]] LayoutPoint told(LayoutPoint place) const {

@@ -8,6 +8,7 @@
 #include <map>
 #include <optional>
 #include <stdexcept>
+#include <string_view>
 
 #include "tests/desk/wayland/support/KwinDisplays.hpp"
 
@@ -65,6 +66,10 @@ void KwinProcess::restart() {
 
 bool KwinProcess::checksPermissions() {
     return geteuid() != 0 || prctl(PR_CAPBSET_READ, CAP_SYS_PTRACE) == 1;
+}
+
+bool KwinProcess::keepsWholePoints() {
+    return std::string_view(VANTREL_KWIN_VERSION).starts_with("5.");
 }
 
 void KwinProcess::configure(const KwinOptions& options) const {

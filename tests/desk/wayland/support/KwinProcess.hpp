@@ -43,6 +43,9 @@ class KwinProcess final : public CompositorProcess {
     /// kernel, which hides root's programs from other users, and not every container lets its root show them.
     static bool checksPermissions();
 
+    /// Whether it puts the pointer on whole points alone, as before version 6.
+    static bool keepsWholePoints();
+
     /// Lets the program do what KWin keeps from most; it learns that a second or two later, and asks when a program
     /// connects.
     void allow(const std::filesystem::path& program) const;
