@@ -124,7 +124,7 @@ TEST(KwinEnd, comesBack_soDoTheHotKeysAndNothingIsLost) {
     const auto agent = desk.startAgent();
     desk.person().moveTo({.x = 100, .y = 200});
     ASSERT_TRUE(desk.savePoint());
-    const auto saved = desk.defaults().read("savedPoints");
+    const auto savedBefore = desk.defaults().read("savedPoints");
     for (int round = 0; round < 2; ++round) {
         desk.kwin().restart();
         desk.seatPerson();
@@ -132,7 +132,7 @@ TEST(KwinEnd, comesBack_soDoTheHotKeysAndNothingIsLost) {
         ASSERT_TRUE(waitUntil([&] { return desk.isServed(); }));
         EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
     }
-    EXPECT_EQ(desk.defaults().read("savedPoints"), saved);
+    EXPECT_EQ(desk.defaults().read("savedPoints"), savedBefore);
     EXPECT_EQ(agent->terminate(), ordinaryEnd);
     EXPECT_EQ(agent->standardError(), "");
 }
