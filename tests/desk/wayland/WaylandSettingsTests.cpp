@@ -17,6 +17,10 @@
 #include "tests/desk/wayland/support/HyprlandDesk.hpp"
 #endif
 
+#ifdef VANTREL_KWIN
+#include "tests/desk/wayland/support/KwinDesk.hpp"
+#endif
+
 namespace vantrel::desk {
 namespace {
 
@@ -72,6 +76,26 @@ Session hyprland() {
 }
 #endif
 
+#ifdef VANTREL_KWIN
+Session kwin() {
+    const auto process = [](WaylandDesk& desk) -> KwinProcess& { return static_cast<KwinDesk&>(desk).kwin(); };
+    return {.name = "kwin",
+            .start = [] { return std::make_unique<KwinDesk>(); },
+            .focusedWindow =
+                [=](WaylandDesk& desk) {
+                    // The names of KWin 6, and of 5.
+                    return process(desk).evaluate(
+                        "((workspace.activeWindow || workspace.activeClient) || {caption: ''}).caption");
+                },
+            .goToAnotherWorkspace =
+                [=](WaylandDesk& desk) {
+                    process(desk).call("/VirtualDesktopManager", "org.kde.KWin.VirtualDesktopManager.createDesktop",
+                                       {"1", "Two"});
+                    process(desk).call("/KWin", "org.kde.KWin.setCurrentDesktop", {"2"});
+                }};
+}
+#endif
+
 std::vector<Session> sessions() {
     std::vector<Session> found;
 #ifdef VANTREL_SWAY
@@ -80,18 +104,27 @@ std::vector<Session> sessions() {
 #ifdef VANTREL_HYPRLAND
     found.push_back(hyprland());
 #endif
+#ifdef VANTREL_KWIN
+    found.push_back(kwin());
+#endif
     return found;
 }
 
 class WaylandSettings : public testing::TestWithParam<Session> {
   protected:
-    WaylandSettings() : panel(bus.address()) {
-        desk.environment().set("DBUS_SESSION_BUS_ADDRESS", bus.address());
+    WaylandSettings() {
+        desk.environment().set("DBUS_SESSION_BUS_ADDRESS", busAddress());
         agent = desk.startAgent();
         if (!panel.waitForRegistrations(1)) {
             throw std::runtime_error("the agent's item does not register");
         }
         item = std::make_unique<PanelItem>(panel.bus(), panel.items().back());
+    }
+
+    /// The compositor's, where it serves one.
+    [[nodiscard]] std::string busAddress() const {
+        const std::string address = desk.compositor().busAddress();
+        return address.starts_with("disabled") ? bus.address() : address;
     }
 
     void openSettings() {
@@ -124,7 +157,7 @@ class WaylandSettings : public testing::TestWithParam<Session> {
     std::unique_ptr<WaylandDesk> session = GetParam().start();
     WaylandDesk& desk = *session;
     SessionBus bus;
-    TestPanel panel;
+    TestPanel panel{busAddress()};
     std::unique_ptr<AgentProcess> agent;
     std::unique_ptr<PanelItem> item;
     std::optional<pid_t> program;

@@ -4,6 +4,7 @@
 #include <sys/prctl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <fstream>
 #include <map>
 #include <optional>
@@ -47,6 +48,7 @@ void KwinProcess::run() {
                                                    // As in a session of Plasma: it finds no desktop files without.
                                                    {"XDG_MENU_PREFIX", "plasma-"},
                                                    {"KWIN_COMPOSE", "Q"},
+                                                   {"QT_LOGGING_RULES", "kwin_scripting.debug=true"},
                                                    {"LIBGL_ALWAYS_SOFTWARE", "1"}};
     if (!checksPermissions()) {
         // KWin's own switch; else it would refuse everybody.
@@ -107,17 +109,47 @@ bool KwinProcess::switchOff(int number) const {
     return KwinDisplays(socket()).switchOff(static_cast<std::size_t>(number - 1));
 }
 
-void KwinProcess::chooseLayout(unsigned number) const {
+std::string KwinProcess::call(const std::string& path, const std::string& method,
+                              const std::vector<std::string>& arguments) const {
     ChildProcessOptions options;
-    options.arguments = {"gdbus", "call", "--session", "--dest", "org.kde.keyboard", "--object-path", "/Layouts"};
-    options.arguments.insert(options.arguments.end(),
-                             {"--method", "org.kde.KeyboardLayouts.setLayout", std::to_string(number)});
+    options.arguments = {"gdbus",         "call", "--session", "--dest", "org.kde.KWin",
+                         "--object-path", path,   "--method",  method};
+    options.arguments.insert(options.arguments.end(), arguments.begin(), arguments.end());
     options.environment.set("DBUS_SESSION_BUS_ADDRESS", bus_.address());
-    const TemporaryDirectory directory("layout");
+    const TemporaryDirectory directory("call");
     options.standardOutput = directory.path() / "answer";
-    ChildProcess(options).waitForExit();
+    if (ChildProcess(options).waitForExit() != ordinaryEnd) {
+        throw std::runtime_error("KWin does not answer " + method);
+    }
     std::string answer;
     std::getline(std::ifstream(options.standardOutput), answer);
+    return answer;
+}
+
+std::string KwinProcess::evaluate(const std::string& expression) {
+    const std::string name = "test-" + std::to_string(++scripts_);
+    const auto file = runtimeDirectory() / name;
+    std::ofstream(file) << "print(\"" << name << " \" + (" << expression << "));\n";
+    std::filesystem::permissions(file, std::filesystem::perms(0644));
+    const std::string loaded = call("/Scripting", "org.kde.kwin.Scripting.loadScript", {file, name});
+    const std::string number = loaded.substr(1, loaded.find(',') - 1);
+    call("/Scripting/Script" + number, "org.kde.kwin.Script.run", {});
+    std::string line;
+    waitUntil([&] {
+        std::ifstream log(runtimeDirectory() / "log");
+        while (std::getline(log, line)) {
+            if (line.find(name + " ") != std::string::npos) {
+                return true;
+            }
+        }
+        return false;
+    });
+    call("/Scripting", "org.kde.kwin.Scripting.unloadScript", {name});
+    return line.substr(std::min(line.find(name) + name.size() + 1, line.size()));
+}
+
+void KwinProcess::chooseLayout(unsigned number) const {
+    const std::string answer = call("/Layouts", "org.kde.KeyboardLayouts.setLayout", {std::to_string(number)});
     if (answer != "(true,)") {
         throw std::runtime_error("KWin does not choose layout " + std::to_string(number) + ": " + answer);
     }

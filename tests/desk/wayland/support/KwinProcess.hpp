@@ -39,6 +39,14 @@ class KwinProcess final : public CompositorProcess {
     /// Makes the keyboard layout of that number, from 0 on, the active one. Throws when there is none.
     void chooseLayout(unsigned number) const;
 
+    /// What the expression of a KWin script comes to, as text: "workspace.cursorPos.x".
+    [[nodiscard]] std::string evaluate(const std::string& expression);
+
+    /// Calls a method of KWin's on its bus, the arguments as gdbus(1) reads them; the answer as it writes it. Throws
+    /// when there is none.
+    std::string call(const std::string& path, const std::string& method,
+                     const std::vector<std::string>& arguments) const;
+
     /// Whether it asks which program a client runs before it lets that do more than most. It learns that from the
     /// kernel, which hides root's programs from other users, and not every container lets its root show them.
     static bool checksPermissions();
@@ -55,6 +63,7 @@ class KwinProcess final : public CompositorProcess {
     void run();
 
     SessionBus bus_;
+    int scripts_ = 0;
     std::vector<PrivateOutput> outputs_;
     std::string mode_;  ///< the first display's, which is everybody's
 };
