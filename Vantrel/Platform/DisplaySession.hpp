@@ -20,7 +20,7 @@ class DisplaySession {
         /// Once, when the windowing system is gone: one clear line says what went away.
         std::function<void(const std::string& reason)> ended;
         /// Instead: it is gone, but is started again in the same session. What was had of it is lost all the same.
-        std::function<void()> interrupted;
+        std::function<void()> interrupted{};
         /// Another start of the program handed over these URLs; none: it was started without any.
         std::function<void(std::vector<std::string> urls)> opened;
     };
