@@ -30,6 +30,10 @@ std::string after(const std::string& text, char separator) {
     return text.substr(text.find(separator) + 1);
 }
 
+bool isOfVersion5() {
+    return std::string_view(VANTREL_KWIN_VERSION).starts_with("5.");
+}
+
 }  // namespace
 
 KwinProcess::KwinProcess(const KwinOptions& options)
@@ -71,7 +75,7 @@ bool KwinProcess::checksPermissions() {
 }
 
 bool KwinProcess::keepsWholePoints() {
-    return std::string_view(VANTREL_KWIN_VERSION).starts_with("5.");
+    return isOfVersion5();
 }
 
 void KwinProcess::configure(const KwinOptions& options) const {
@@ -133,7 +137,7 @@ std::string KwinProcess::evaluate(const std::string& expression) {
     std::filesystem::permissions(file, std::filesystem::perms(0644));
     const std::string loaded = call("/Scripting", "org.kde.kwin.Scripting.loadScript", {file, name});
     const std::string number = loaded.substr(1, loaded.find(',') - 1);
-    call("/Scripting/Script" + number, "org.kde.kwin.Script.run", {});
+    call((isOfVersion5() ? "/" : "/Scripting/Script") + number, "org.kde.kwin.Script.run", {});
     std::string line;
     waitUntil([&] {
         std::ifstream log(runtimeDirectory() / "log");
