@@ -1,17 +1,22 @@
-// From the key press to the moved pointer in a private sway session: the agent and the floor, in turns; and what the
-// agent costs at rest.
-// Arguments: how many presses each (1000 unless told), how many seconds at rest (60).
+// From the key press to the moved pointer in a private session of sway and, where it is installed, of KWin: the agent
+// and the floor, in turns; and what the agent costs at rest. Arguments: how many presses each (1000 unless told), how
+// many seconds at rest (60), the name of one compositor.
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <vector>
 
 #include "benchmarks/weight/ProcessMemory.hpp"
 #include "tests/desk/support/ProcessActivity.hpp"
+#ifdef VANTREL_KWIN
+#include "tests/desk/wayland/support/KwinDesk.hpp"
+#endif
 #include "tests/desk/wayland/support/SwayDesk.hpp"
 
 namespace {
@@ -32,12 +37,12 @@ struct Times {
 };
 
 /// Presses the chord's last key, with the modifiers held before it, and adds the time until the pointer is seen there.
-void press(SwayDesk& desk, LayoutPoint target, Times& times) {
+void press(WaylandDesk& desk, LayoutPoint target, Times& times) {
     Chord modifiers = hyper(keys::d);
     modifiers.pop_back();
     desk.person().hold(modifiers);
     desk.person().synchronise();
-    // The last jump is over for sway as well.
+    // The last jump is over for the compositor as well.
     desk.person().look(std::chrono::milliseconds(3));
     desk.person().synchronise();
     const Clock::time_point begin = Clock::now();
@@ -56,7 +61,7 @@ void press(SwayDesk& desk, LayoutPoint target, Times& times) {
     }
 }
 
-Times measure(SwayDesk& desk, int presses) {
+Times measure(WaylandDesk& desk, int presses) {
     constexpr int uncounted = 20;
     Times times;
     Times cold;
@@ -87,31 +92,69 @@ void reportRest(pid_t agent, std::chrono::seconds time) {
     std::fflush(stdout);
 }
 
+/// A kind of session, and the floor there.
+struct Session {
+    const char* name;
+    std::function<std::unique_ptr<WaylandDesk>()> start;
+    std::vector<std::string> floor;
+};
+
+std::vector<Session> sessions() {
+    std::vector<Session> found{{.name = "sway",
+                                .start = [] { return std::make_unique<SwayDesk>(); },
+                                .floor = {VANTREL_BENCH_SWAY_FLOOR, "-400", "0", "-200", "250"}}};
+#ifdef VANTREL_KWIN
+    found.push_back({.name = "KWin",
+                     .start =
+                         [] {
+                             auto desk = std::make_unique<KwinDesk>();
+                             desk->kwin().allow(VANTREL_BENCH_KWIN_FLOOR);
+                             return desk;
+                         },
+                     .floor = {VANTREL_BENCH_KWIN_FLOOR}});
+#endif
+    return found;
+}
+
+void measureVantrel(const Session& session, int presses, std::chrono::seconds restingTime) {
+    const auto desk = session.start();
+    const auto agent = desk->startAgent();
+    report("Vantrel", measure(*desk, presses));
+    reportRest(agent->processId(), restingTime);
+}
+
+void measureFloor(const Session& session, int presses) {
+    const auto desk = session.start();
+    ChildProcessOptions floor;
+    floor.arguments = session.floor;
+    floor.environment = desk->environment();
+    auto process = std::make_unique<ChildProcess>(floor);
+    waitUntil([&] {
+        // A compositor may learn a while later that it may do more than most.
+        if (!process->isRunning()) {
+            process = std::make_unique<ChildProcess>(floor);
+        }
+        desk->person().moveTo(onMain);
+        desk->person().type(hyper(keys::d));
+        return desk->person().waitFor(centreOfSecond, std::chrono::milliseconds(200));
+    });
+    report("floor", measure(*desk, presses));
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
     const int presses = count > 1 ? std::atoi(arguments[1]) : 1000;
     const std::chrono::seconds restingTime(count > 2 ? std::atoi(arguments[2]) : 60);
     constexpr int turns = 2;
-    for (int turn = 0; turn < turns; ++turn) {
-        {
-            SwayDesk desk;
-            const auto agent = desk.startAgent();
-            report("Vantrel", measure(desk, presses / turns));
-            reportRest(agent->processId(), restingTime);
+    for (const Session& session : sessions()) {
+        if (count > 3 && session.name != std::string_view(arguments[3])) {
+            continue;
         }
-        {
-            SwayDesk desk;
-            ChildProcessOptions floor;
-            floor.arguments = {VANTREL_BENCH_WAYLAND_FLOOR, "-400", "0", "-200", "250"};
-            floor.environment = desk.environment();
-            const ChildProcess process(floor);
-            waitUntil([&] {
-                desk.person().moveTo(onMain);
-                desk.person().type(hyper(keys::d));
-                return desk.person().waitFor(centreOfSecond, std::chrono::milliseconds(200));
-            });
-            report("floor", measure(desk, presses / turns));
+        std::printf("%s\n", session.name);
+        for (int turn = 0; turn < turns; ++turn) {
+            measureVantrel(session, presses / turns, restingTime);
+            measureFloor(session, presses / turns);
         }
     }
     return 0;
