@@ -1,7 +1,5 @@
 #include "Vantrel/Backends/Plasma/GlobalShortcuts.hpp"
 
-#include <algorithm>
-#include <chrono>
 #include <string_view>
 #include <utility>
 
@@ -94,17 +92,9 @@ GlobalShortcuts::~GlobalShortcuts() {
     g_dbus_connection_signal_unsubscribe(bus_.get(), presses_);
 }
 
-GVariantPointer GlobalShortcuts::call(const char* path, const char* interface, const char* method, GVariant* arguments,
-                                      const char* answerType, Clock::time_point deadline) {
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
-    return GVariantPointer(g_dbus_connection_call_sync(
-        bus_.get(), service, path, interface, method, arguments, G_VARIANT_TYPE(answerType),
-        G_DBUS_CALL_FLAGS_NO_AUTO_START, static_cast<int>(std::max<std::int64_t>(left, 1)), nullptr, nullptr));
-}
-
 GVariantPointer GlobalShortcuts::ask(const char* method, GVariant* arguments, const char* answerType,
                                      Clock::time_point deadline) {
-    return call(servicePath, serviceInterface, method, arguments, answerType, deadline);
+    return callUntil(deadline, bus_.get(), {service, servicePath, serviceInterface, method}, arguments, answerType);
 }
 
 GlobalShortcuts::Outcome GlobalShortcuts::acquire(const std::string& action, const std::string& title,
@@ -159,7 +149,8 @@ void GlobalShortcuts::release(const std::string& action, Clock::time_point deadl
 }
 
 void GlobalShortcuts::releaseLeftovers(Clock::time_point deadline) {
-    const auto answer = call(componentPath, componentInterface, "shortcutNames", nullptr, "(as)", deadline);
+    const auto answer =
+        callUntil(deadline, bus_.get(), {service, componentPath, componentInterface, "shortcutNames"}, nullptr, "(as)");
     if (!answer) {
         return;
     }

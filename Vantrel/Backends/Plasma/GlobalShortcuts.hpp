@@ -1,16 +1,13 @@
 #pragma once
 
-#include <chrono>
 #include <functional>
 #include <string>
 #include <vector>
 
+#include "Vantrel/Backends/Plasma/BusCall.hpp"
 #include "Vantrel/Backends/Plasma/QtKeys.hpp"
-#include "Vantrel/Handles/GLibHandles.hpp"
 
 namespace vantrel::plasma {
-
-using Clock = std::chrono::steady_clock;
 
 /// Plasma's service for global shortcuts (org.kde.KGlobalAccel), as far as the hot keys need it. It stores what it is
 /// told in kglobalshortcutsrc, until that is released.
@@ -53,8 +50,6 @@ class GlobalShortcuts {
 
   private:
     struct Callbacks;
-    GVariantPointer call(const char* path, const char* interface, const char* method, GVariant* arguments,
-                         const char* answerType, Clock::time_point deadline);
     GVariantPointer ask(const char* method, GVariant* arguments, const char* answerType, Clock::time_point deadline);
 
     GObjectPointer<GDBusConnection> bus_;

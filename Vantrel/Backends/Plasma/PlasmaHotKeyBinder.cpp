@@ -79,8 +79,9 @@ OSStatus PlasmaHotKeyBinder::bind(const backend::KeyCombination& combination) {
         bound_.push_back(key);
     } else if (status == eventHotKeyExistsErr) {
         const auto deadline = Clock::now() + answerTime;
+        const std::string owner = shortcuts_.ownerOf(keysOf(combination, deadline), deadline);
         std::fprintf(stderr, "vantrel: the keys of a hot key belong to %s\n",
-                     shortcuts_.ownerOf(keysOf(combination, deadline), deadline).c_str());
+                     owner.empty() ? "another program" : owner.c_str());
     }
     return status;
 }

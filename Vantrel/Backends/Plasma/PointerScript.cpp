@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <string>
 #include <utility>
@@ -70,83 +71,92 @@ std::optional<Answer> parse(const char* text) {
     return *rest == '\0' ? std::optional(answer) : std::nullopt;
 }
 
-GDBusNodeInfo* description() {
-    return g_dbus_node_info_new_for_xml(
-        "<node><interface name='org.vantrel.Pointer'>"
-        "<method name='Tell'><arg type='s' direction='in'/></method>"
-        "</interface></node>",
-        nullptr);
-}
+/// An object on the bus that takes the answer to one question. Calls wait in a context of its own and go with it, so
+/// nobody can have them pile up.
+class Listener {
+  public:
+    Listener(GDBusConnection* bus, unsigned question) : bus_(bus), question_(question), context_(g_main_context_new()) {
+        static constexpr GDBusInterfaceVTable handlers{
+            .method_call = &Listener::called, .get_property = nullptr, .set_property = nullptr, .padding = {}};
+        GDBusNodeInfo* const node = g_dbus_node_info_new_for_xml(
+            "<node><interface name='org.vantrel.Pointer'>"
+            "<method name='Tell'><arg type='s' direction='in'/></method>"
+            "</interface></node>",
+            nullptr);
+        g_main_context_push_thread_default(context_.get());
+        object_ =
+            g_dbus_connection_register_object(bus_, objectPath, node->interfaces[0], &handlers, this, nullptr, nullptr);
+        g_main_context_pop_thread_default(context_.get());
+        g_dbus_node_info_unref(node);
+    }
+    ~Listener() { g_dbus_connection_unregister_object(bus_, object_); }
+    Listener(const Listener&) = delete;
+    Listener& operator=(const Listener&) = delete;
 
-}  // namespace
+    std::optional<wayland::LayoutPoint> waitUntil(Clock::time_point deadline) {
+        const auto left = std::chrono::duration_cast<std::chrono::microseconds>(deadline - Clock::now());
+        const LoopSource wakeAtDeadline =
+            LoopSource::after(std::max(left, std::chrono::microseconds(0)), [] {}, {.context = context_.get()});
+        while (!told_ && Clock::now() < deadline) {
+            g_main_context_iteration(context_.get(), TRUE);
+        }
+        return told_;
+    }
 
-struct PointerScript::Callbacks {
+  private:
     static void called(GDBusConnection* /*bus*/, const char* /*sender*/, const char* /*path*/,
                        const char* /*interface*/, const char* /*method*/, GVariant* arguments,
                        GDBusMethodInvocation* invocation, gpointer data) {
         const char* text = nullptr;
         g_variant_get(arguments, "(&s)", &text);
-        auto& self = *static_cast<PointerScript*>(data);
+        auto& self = *static_cast<Listener*>(data);
         // The answer to an earlier question may have come too late for it.
-        if (auto answer = parse(text); answer && answer->question == self.questions_) {
+        if (const auto answer = parse(text); answer && answer->question == self.question_) {
             self.told_ = answer->place;
         }
         g_dbus_method_invocation_return_value(invocation, nullptr);
     }
+
+    GDBusConnection* bus_;
+    unsigned question_;
+    GMainContextPointer context_;
+    guint object_ = 0;
+    std::optional<wayland::LayoutPoint> told_;
 };
 
-PointerScript::PointerScript(GObjectPointer<GDBusConnection> bus)
-    : bus_(std::move(bus)), answers_(g_main_context_new()) {
-    static constexpr GDBusInterfaceVTable handlers{
-        .method_call = &Callbacks::called, .get_property = nullptr, .set_property = nullptr, .padding = {}};
-    GDBusNodeInfo* const node = description();
-    g_main_context_push_thread_default(answers_.get());
-    object_ = g_dbus_connection_register_object(bus_.get(), objectPath, node->interfaces[0], &handlers, this, nullptr,
-                                                nullptr);
-    g_main_context_pop_thread_default(answers_.get());
-    g_dbus_node_info_unref(node);
-}
+}  // namespace
 
-PointerScript::~PointerScript() {
-    if (object_ != 0) {
-        g_dbus_connection_unregister_object(bus_.get(), object_);
+bool PointerScript::run(const std::string& file, Clock::time_point deadline) {
+    const auto loaded = callUntil(deadline, bus_.get(), {service, scriptingPath, scriptingInterface, "loadScript"},
+                                  g_variant_new("(ss)", file.c_str(), name), "(i)");
+    gint32 number = -1;
+    if (loaded) {
+        g_variant_get(loaded.get(), "(i)", &number);
     }
-}
-
-GVariantPointer PointerScript::call(const char* path, const char* methodInterface, const char* method,
-                                    GVariant* arguments, Clock::time_point deadline) {
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
-    return GVariantPointer(g_dbus_connection_call_sync(
-        bus_.get(), service, path, methodInterface, method, arguments, nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START,
-        static_cast<int>(std::max<std::int64_t>(left, 1)), nullptr, nullptr));
+    // KWin 5.27 names it without the folder.
+    for (const char* const folder : {"/Scripting/Script", "/"}) {
+        const std::string path = folder + std::to_string(number);
+        if (number >= 0 &&
+            callUntil(deadline, bus_.get(), {service, path.c_str(), scriptInterface, "run"}, nullptr, "()")) {
+            return true;
+        }
+    }
+    return false;
 }
 
 std::optional<wayland::LayoutPoint> PointerScript::ask(Clock::time_point deadline) {
+    Listener listener(bus_.get(), ++questions_);
     const ScriptFile file(std::string("callDBus(\"") + g_dbus_connection_get_unique_name(bus_.get()) + "\", \"" +
-                          objectPath + "\", \"" + interface + "\", \"Tell\", \"" + std::to_string(++questions_) +
+                          objectPath + "\", \"" + interface + "\", \"Tell\", \"" + std::to_string(questions_) +
                           " \" + workspace.cursorPos.x + \" \" + workspace.cursorPos.y);\n");
-    const auto loaded = call(scriptingPath, scriptingInterface, "loadScript",
-                             g_variant_new("(ss)", file.path().c_str(), name), deadline);
-    if (!loaded || g_variant_is_of_type(loaded.get(), G_VARIANT_TYPE("(i)")) == FALSE) {
+    if (file.path().empty()) {
         return std::nullopt;
     }
-    gint32 number = 0;
-    g_variant_get(loaded.get(), "(i)", &number);
-    told_.reset();
-    // KWin 5.27 names it without the folder.
-    if (!call(("/Scripting/Script" + std::to_string(number)).c_str(), scriptInterface, "run", nullptr, deadline)) {
-        call(("/" + std::to_string(number)).c_str(), scriptInterface, "run", nullptr, deadline);
-    }
-    const auto left = std::chrono::duration_cast<std::chrono::microseconds>(deadline - Clock::now());
-    const LoopSource wakeAtDeadline =
-        LoopSource::after(std::max(left, std::chrono::microseconds(0)), [] {}, {.context = answers_.get()});
-    while (!told_ && Clock::now() < deadline) {
-        g_main_context_iteration(answers_.get(), TRUE);
-    }
+    const auto place = run(file.path(), deadline) ? listener.waitUntil(deadline) : std::nullopt;
     g_dbus_connection_call(bus_.get(), service, scriptingPath, scriptingInterface, "unloadScript",
                            g_variant_new("(s)", name), nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr, nullptr,
                            nullptr);
-    return told_;
+    return place;
 }
 
 }  // namespace vantrel::plasma
