@@ -11,7 +11,7 @@ namespace vantrel::plasma {
 namespace {
 
 constexpr std::chrono::milliseconds answerTime{30};
-/// At the start and at the end of the program, when nobody waits.
+/// At the start of the program, when nobody waits.
 constexpr std::chrono::seconds patience{2};
 
 std::string actionOf(const backend::KeyCombination& combination) {
@@ -39,12 +39,6 @@ PlasmaHotKeyBinder::PlasmaHotKeyBinder(GObjectPointer<GDBusConnection> bus, cons
                                           restore();
                                       }}),
       layouts_(registry, [this] { restoring_ = LoopSource::whenIdle([this] { restore(); }); }) {}
-
-PlasmaHotKeyBinder::~PlasmaHotKeyBinder() {
-    for (const BoundKey& key : bound_) {
-        shortcuts_.release(key.action, Clock::now() + patience);
-    }
-}
 
 std::vector<QtKey> PlasmaHotKeyBinder::keysOf(const backend::KeyCombination& combination, Clock::time_point deadline) {
     xkb_keymap* const keymap = keymap_.get(deadline);

@@ -18,7 +18,6 @@ class PlasmaHotKeyBinder final : public backend::HotKeyBinder {
   public:
     PlasmaHotKeyBinder(GObjectPointer<GDBusConnection> bus, const wayland::Registry& registry,
                        wayland::ReadKeymap readKeymap);
-    ~PlasmaHotKeyBinder() override;
     PlasmaHotKeyBinder(const PlasmaHotKeyBinder&) = delete;
     PlasmaHotKeyBinder& operator=(const PlasmaHotKeyBinder&) = delete;
 
