@@ -94,7 +94,8 @@ GlobalShortcuts::~GlobalShortcuts() {
 
 GVariantPointer GlobalShortcuts::ask(const char* method, GVariant* arguments, const char* answerType,
                                      Clock::time_point deadline) {
-    return callUntil(deadline, bus_.get(), {service, servicePath, serviceInterface, method}, arguments, answerType);
+    return backend::callUntil(deadline, bus_.get(), {service, servicePath, serviceInterface, method}, arguments,
+                              answerType);
 }
 
 GlobalShortcuts::Outcome GlobalShortcuts::acquire(const std::string& action, const std::string& title,
@@ -149,8 +150,8 @@ void GlobalShortcuts::release(const std::string& action, Clock::time_point deadl
 }
 
 void GlobalShortcuts::releaseLeftovers(Clock::time_point deadline) {
-    const auto answer =
-        callUntil(deadline, bus_.get(), {service, componentPath, componentInterface, "shortcutNames"}, nullptr, "(as)");
+    const auto answer = backend::callUntil(
+        deadline, bus_.get(), {service, componentPath, componentInterface, "shortcutNames"}, nullptr, "(as)");
     if (!answer) {
         return;
     }

@@ -4,10 +4,12 @@
 #include <string>
 #include <vector>
 
-#include "Vantrel/Backends/Plasma/BusCall.hpp"
+#include "Vantrel/Backends/Common/BusCall.hpp"
 #include "Vantrel/Backends/Plasma/QtKeys.hpp"
 
 namespace vantrel::plasma {
+
+using backend::Clock;
 
 /// Plasma's service for global shortcuts (org.kde.KGlobalAccel), as far as the hot keys need it. It stores what it is
 /// told in kglobalshortcutsrc, until that is released.

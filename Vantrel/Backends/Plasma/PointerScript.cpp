@@ -127,8 +127,9 @@ class Listener {
 }  // namespace
 
 bool PointerScript::run(const std::string& file, Clock::time_point deadline) {
-    const auto loaded = callUntil(deadline, bus_.get(), {service, scriptingPath, scriptingInterface, "loadScript"},
-                                  g_variant_new("(ss)", file.c_str(), name), "(i)");
+    const auto loaded =
+        backend::callUntil(deadline, bus_.get(), {service, scriptingPath, scriptingInterface, "loadScript"},
+                           g_variant_new("(ss)", file.c_str(), name), "(i)");
     gint32 number = -1;
     if (loaded) {
         g_variant_get(loaded.get(), "(i)", &number);
@@ -137,7 +138,7 @@ bool PointerScript::run(const std::string& file, Clock::time_point deadline) {
     for (const char* const folder : {"/Scripting/Script", "/"}) {
         const std::string path = folder + std::to_string(number);
         if (number >= 0 &&
-            callUntil(deadline, bus_.get(), {service, path.c_str(), scriptInterface, "run"}, nullptr, "()")) {
+            backend::callUntil(deadline, bus_.get(), {service, path.c_str(), scriptInterface, "run"}, nullptr, "()")) {
             return true;
         }
     }

@@ -4,10 +4,12 @@
 #include <string>
 #include <utility>
 
-#include "Vantrel/Backends/Plasma/BusCall.hpp"
+#include "Vantrel/Backends/Common/BusCall.hpp"
 #include "Vantrel/Backends/Wayland/OutputLayout.hpp"
 
 namespace vantrel::plasma {
+
+using backend::Clock;
 
 /// Asks KWin where the pointer is by a script that KWin runs: its answer to everybody (org.kde.kwin.Scripting), also
 /// while a button is held. It takes some milliseconds.

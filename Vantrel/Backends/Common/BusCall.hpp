@@ -4,7 +4,7 @@
 
 #include "Vantrel/Handles/GLibHandles.hpp"
 
-namespace vantrel::plasma {
+namespace vantrel::backend {
 
 using Clock = std::chrono::steady_clock;
 
@@ -21,4 +21,4 @@ struct BusMethod {
 GVariantPointer callUntil(Clock::time_point deadline, GDBusConnection* bus, const BusMethod& method,
                           GVariant* arguments, const char* answerType);
 
-}  // namespace vantrel::plasma
+}  // namespace vantrel::backend

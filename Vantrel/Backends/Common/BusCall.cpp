@@ -1,9 +1,9 @@
-#include "Vantrel/Backends/Plasma/BusCall.hpp"
+#include "Vantrel/Backends/Common/BusCall.hpp"
 
 #include <algorithm>
 #include <cstdint>
 
-namespace vantrel::plasma {
+namespace vantrel::backend {
 
 GVariantPointer callUntil(Clock::time_point deadline, GDBusConnection* bus, const BusMethod& method,
                           GVariant* arguments, const char* answerType) {
@@ -13,4 +13,4 @@ GVariantPointer callUntil(Clock::time_point deadline, GDBusConnection* bus, cons
         G_DBUS_CALL_FLAGS_NO_AUTO_START, static_cast<int>(std::max<std::int64_t>(left, 1)), nullptr, nullptr));
 }
 
-}  // namespace vantrel::plasma
+}  // namespace vantrel::backend
