@@ -17,8 +17,7 @@ AgentPlatform::AgentPlatform(std::unique_ptr<DisplaySession> session)
       statusBar_([this](ItemPresenter::Events events) { return session_->makeItemPresenter(std::move(events)); },
                  starterOf("vantrel-overlay")),
       sounds_(starterOf("vantrel-sound")),
-      preferencesWindowViews_(session_->windowingSystem(),
-                              [this](bool isRecording) { session_->setRecording(isRecording); }),
+      preferencesWindowViews_(session_->windowingSystem(), *session_),
       application_(mainQueue_, [this](GDBusConnection* bus) { statusBar_.setSessionBus(bus); }),
       programFile_([this] { beginAnew(); }) {
     // The last that the process does before it sleeps: what a burst of changes has freed goes back to the system.

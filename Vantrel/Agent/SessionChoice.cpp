@@ -1,6 +1,7 @@
 #include "Vantrel/Agent/SessionChoice.hpp"
 
 #ifdef VANTREL_WAYLAND
+#include "Vantrel/Backends/Gnome/GnomeSession.hpp"
 #include "Vantrel/Backends/Hyprland/HyprlandCompositor.hpp"
 #include "Vantrel/Backends/Plasma/PlasmaCompositor.hpp"
 #include "Vantrel/Backends/Sway/SwayCompositor.hpp"
@@ -28,9 +29,18 @@ bool isSet(const char* variable) {
 /// `isThere` says whether a compositor answered at all.
 std::unique_ptr<DisplaySession> connectToWayland(std::string& error, bool& isThere) {
 #ifdef VANTREL_WAYLAND
-    return wayland::WaylandSession::connect({hyprland::HyprlandCompositor::find, sway::SwayCompositor::find,
+    auto compositor = wayland::WaylandConnection::open(error);
+    isThere = compositor != nullptr;
+    if (!isThere) {
+        return nullptr;
+    }
+    if (gnome::GnomeSession::isServedBy(*compositor)) {
+        return gnome::GnomeSession::connect(std::move(compositor), error);
+    }
+    return wayland::WaylandSession::connect(std::move(compositor),
+                                            {hyprland::HyprlandCompositor::find, sway::SwayCompositor::find,
                                              wayfire::WayfireCompositor::find, plasma::PlasmaCompositor::find},
-                                            error, isThere);
+                                            error);
 #else
     isThere = false;
     error = "this is a Wayland session, and this Vantrel was built without Wayland";

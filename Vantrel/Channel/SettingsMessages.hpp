@@ -17,13 +17,15 @@ struct WindowContent {
     std::uint64_t lastReport = 0;  ///< the number of the last report that this takes account of
     std::string recorderTitle;
     bool recordsKeys = false;  ///< whether a shortcut is recorded: key events are to be reported
+    /// Whether the desktop takes the keys of a recording from the window, and the agent hands them on (WindowKey).
+    bool keysAreCaptured = false;
     PreferencesWindowContent controls{};
     std::uint32_t rows = 0;         ///< how many saved points there are
     std::uint32_t rowsVersion = 0;  ///< another number means other rows
 
     static auto fields(auto& content) {
-        return std::tie(content.lastReport, content.recorderTitle, content.recordsKeys, content.controls, content.rows,
-                        content.rowsVersion);
+        return std::tie(content.lastReport, content.recorderTitle, content.recordsKeys, content.keysAreCaptured,
+                        content.controls, content.rows, content.rowsVersion);
     }
     bool operator==(const WindowContent&) const = default;
 };
@@ -90,6 +92,18 @@ struct WindowPlace {
     bool operator==(const WindowPlace&) const = default;
 };
 
+/// A key that the desktop has captured for the recorder.
+struct WindowKey {
+    static constexpr auto name = "captured-key";
+
+    std::uint32_t keycode = 0;  ///< X's
+    std::uint32_t state = 0;    ///< X's modifiers, as they were before
+    bool isPressed = false;
+
+    static auto fields(auto& key) { return std::tie(key.keycode, key.state, key.isPressed); }
+    bool operator==(const WindowKey&) const = default;
+};
+
 /// Why there can be no window, in one line.
 struct WindowProblem {
     static constexpr auto name = "problem";
@@ -105,6 +119,7 @@ namespace settings_messages {
 inline constexpr auto show = "show";
 inline constexpr auto bringToFront = "bring-to-front";
 inline constexpr auto focusRecorder = "focus-recorder";
+inline constexpr auto captureEnded = "capture-ended";  ///< by the desktop
 
 }  // namespace settings_messages
 

@@ -8,13 +8,14 @@
 #include "Vantrel/Platform/DisplayServices.hpp"
 #include "Vantrel/Platform/HotKeyServices.hpp"
 #include "Vantrel/Platform/ItemPresenter.hpp"
+#include "Vantrel/Platform/KeyboardCapture.hpp"
 #include "Vantrel/Platform/PointerServices.hpp"
 
 namespace vantrel {
 
 /// What a windowing system gives as a whole, over the one connection of this process to it. Main thread only; where it
 /// waits for events it is served by the default main context.
-class DisplaySession {
+class DisplaySession : public KeyboardCapture {
   public:
     struct Events {
         /// Once, when the windowing system is gone: one clear line says what went away.
@@ -24,8 +25,6 @@ class DisplaySession {
         /// Another start of the program handed over these URLs; none: it was started without any.
         std::function<void(std::vector<std::string> urls)> opened;
     };
-
-    virtual ~DisplaySession() = default;
 
     /// What the programs that draw are to connect to, by Qt's name for such a windowing system ("xcb", "wayland").
     [[nodiscard]] virtual std::string windowingSystem() const = 0;
@@ -45,11 +44,7 @@ class DisplaySession {
     /// Serves the connection from the main loop, until this object is destroyed.
     virtual void attach(Events events) = 0;
 
-    /// Whether the settings window has taken the keyboard to record a shortcut. A windowing system that catches our hot
-    /// keys all the same has to let go of them for so long.
-    virtual void setRecording(bool /*isRecording*/) {}
-
-    /// What shows the status item where no StatusNotifier host does; null where the windowing system has no such thing.
+    /// What shows the status item by means of the windowing system; null where that has no such thing.
     /// `events` are told until it is destroyed, which must be before the session.
     virtual std::unique_ptr<ItemPresenter> makeItemPresenter(ItemPresenter::Events events) = 0;
 };

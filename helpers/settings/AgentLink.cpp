@@ -33,6 +33,10 @@ void AgentLink::obey(const Message& message) {
         takeRowText(*text);
     } else if (const auto place = valueOf<WindowPlace>(message)) {
         window_.putBack({place->x, place->y});
+    } else if (const auto key = valueOf<WindowKey>(message)) {
+        window_.takeCapturedKey(*key);
+    } else if (message.is(settings_messages::captureEnded, "()")) {
+        window_.endCapture();
     } else if (message.is(settings_messages::show, "()")) {
         window_.showWindow();
     } else if (message.is(settings_messages::bringToFront, "()")) {

@@ -36,7 +36,20 @@ void RecorderButton::setRecording(bool isRecording) {
         keyTap_ = RecorderKeyTap::make(*window(), events_.keyTap);
     }
     if (keyTap_) {
-        keyTap_->setRecording(isRecording);
+        keyTap_->setRecording(isRecording, areKeysCaptured_);
+    }
+}
+
+void RecorderButton::takeCapturedKey(const WindowKey& key) {
+    if (keyTap_) {
+        keyTap_->takeCapturedKey(key);
+    }
+}
+
+void RecorderButton::endCapture() {
+    setRecording(false);
+    if (keyTap_) {
+        keyTap_->letGo();
     }
 }
 

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "Vantrel/Channel/SettingsMessages.hpp"
 #include "helpers/settings/RecorderKeyTap.hpp"
 
 namespace vantrel::qt {
@@ -26,6 +27,11 @@ class RecorderButton final : public QPushButton {
     /// Takes the keyboard for a shortcut, or ends that.
     void setRecording(bool isRecording);
 
+    /// Whether the desktop captures the keys of recordings from the next one on, and gives them here.
+    void setKeysCaptured(bool areCaptured) { areKeysCaptured_ = areCaptured; }
+    void takeCapturedKey(const WindowKey& key);
+    void endCapture();
+
     /// Takes the desktop's present fonts.
     void updateFont();
 
@@ -38,6 +44,7 @@ class RecorderButton final : public QPushButton {
 
     Events events_;
     std::string title_;
+    bool areKeysCaptured_ = false;
     std::unique_ptr<RecorderKeyTap> keyTap_;
 };
 

@@ -21,15 +21,26 @@ std::unique_ptr<RecorderKeyTap> RecorderKeyTap::make(QWidget& window, Events eve
 #endif
 }
 
-void RecorderKeyTap::setRecording(bool isRecording) {
+void RecorderKeyTap::setRecording(bool isRecording, bool areKeysCaptured) {
     if (std::exchange(isRecording_, isRecording) == isRecording) {
         return;
     }
     if (isRecording) {
+        areKeysCaptured_ = areKeysCaptured;
         startRecording();
     } else if (!hasKeyboard() || !keys_->holdsRegularKey()) {
         letGo();
     }
+}
+
+void RecorderKeyTap::takeCapturedKey(const WindowKey& key) {
+    constexpr std::uint32_t keycodes = 256;
+    if (!areKeysCaptured_ || key.keycode >= keycodes) {
+        return;
+    }
+    const auto keycode = static_cast<std::uint8_t>(key.keycode);
+    const auto state = static_cast<std::uint16_t>(key.state);
+    static_cast<void>(key.isPressed ? pressed(keycode, state) : released(keycode, state));
 }
 
 bool RecorderKeyTap::pressed(std::uint8_t keycode, std::uint16_t state) {

@@ -7,6 +7,7 @@
 #include <optional>
 #include <utility>
 
+#include "Vantrel/Channel/SettingsMessages.hpp"
 #include "helpers/settings/RecorderKeys.hpp"
 
 namespace vantrel::qt {
@@ -32,8 +33,12 @@ class RecorderKeyTap {
     RecorderKeyTap(const RecorderKeyTap&) = delete;
     RecorderKeyTap& operator=(const RecorderKeyTap&) = delete;
 
-    /// Begins to record, or ends it.
-    void setRecording(bool isRecording);
+    /// Begins to record, or ends it. Where the desktop captures the keys of this recording, the window's own do not
+    /// count, nor does its focus.
+    void setRecording(bool isRecording, bool areKeysCaptured);
+
+    /// What the desktop captured.
+    void takeCapturedKey(const WindowKey& key);
 
     /// Gives everything free at once.
     virtual void letGo() = 0;
@@ -44,6 +49,7 @@ class RecorderKeyTap {
     void reportTaken(bool isTaken) const { events_.taken(isTaken); }
 
     [[nodiscard]] bool isRecording() const { return isRecording_; }
+    [[nodiscard]] bool areKeysCaptured() const { return areKeysCaptured_; }
 
     /// Takes the keyboard if the window is active.
     virtual void startRecording() = 0;
@@ -60,6 +66,7 @@ class RecorderKeyTap {
 
     Events events_;
     bool isRecording_ = false;
+    bool areKeysCaptured_ = false;
 };
 
 }  // namespace vantrel::qt

@@ -160,6 +160,7 @@ void SettingsWindow::putBack(QPoint place) {
 void SettingsWindow::setContent(const WindowContent& content) {
     const PreferencesWindowContent& controls = content.controls;
     recorder_.setTitle(content.recorderTitle);
+    recorder_.setKeysCaptured(content.keysAreCaptured);
     recorder_.setRecording(content.recordsKeys);
     shortcutStatusLabel_.announce(QString::fromStdString(controls.shortcutStatus), controls.shortcutStatusColor);
     shortcutStatusLabel_.tint(palette());

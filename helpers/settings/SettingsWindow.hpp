@@ -38,6 +38,9 @@ class SettingsWindow final : public QWidget {
     /// Draws the row again: its text has come.
     void redrawSavedPoint(std::uint32_t row) { savedPointsTable_.redraw(row); }
 
+    /// A key that the desktop has captured for the recorder, and the end of that.
+    void takeCapturedKey(const WindowKey& key) { recorder_.takeCapturedKey(key); }
+    void endCapture() { recorder_.endCapture(); }
     void focusRecorder() { recorder_.setFocus(Qt::OtherFocusReason); }
 
     void showWindow();

@@ -15,7 +15,7 @@ std::unique_ptr<RecorderKeyTap> WaylandKeyTap::make(QWidget& window, Events even
 }
 
 WaylandKeyTap::~WaylandKeyTap() {
-    setRecording(false);
+    setRecording(false, false);
     WaylandKeyTap::letGo();
 }
 
@@ -32,14 +32,17 @@ void WaylandKeyTap::takeKeyboard() {
         // What is down already is not told; its repeats say so of themselves.
         keys_.emplace(std::move(*keyboard), x11::KeySet());
     }
-    inhibitor_.emplace(window_);
+    if (!areKeysCaptured()) {
+        inhibitor_.emplace(window_);
+    }
+    isTaken_ = true;
     // Not every compositor counts hot keys that programs ask for among its shortcuts.
     reportTaken(true);
 }
 
 void WaylandKeyTap::letGo() {
-    if (inhibitor_) {
-        inhibitor_.reset();
+    inhibitor_.reset();
+    if (std::exchange(isTaken_, false)) {
         reportTaken(false);
     }
     keys_.reset();
@@ -56,6 +59,9 @@ bool WaylandKeyTap::eventFilter(QObject* /*watched*/, QEvent* event) {
         case QEvent::ShortcutOverride:
             return keys_.has_value();
         case QEvent::ApplicationStateChange:
+            if (areKeysCaptured()) {
+                return false;
+            }
             if (!window_.isActiveWindow()) {
                 letGo();
             } else if (isRecording() && !keys_) {
@@ -73,7 +79,7 @@ bool WaylandKeyTap::keyChanged(const QKeyEvent& event) {
     if (!keys_ || event.nativeScanCode() == 0 || event.nativeScanCode() >= keycodes) {
         return false;
     }
-    if (event.isAutoRepeat()) {
+    if (event.isAutoRepeat() || areKeysCaptured()) {
         return true;
     }
     const auto keycode = static_cast<std::uint8_t>(event.nativeScanCode());

@@ -33,6 +33,7 @@ class WaylandKeyTap final : public QObject, public RecorderKeyTap {
 
     QWidget& window_;
     std::optional<ShortcutsInhibitor> inhibitor_;
+    bool isTaken_ = false;  ///< the keyboard
 };
 
 }  // namespace vantrel::qt

@@ -25,7 +25,7 @@ RecorderKeyboard readRecorderKeyboard() {
 }  // namespace
 
 X11KeyTap::~X11KeyTap() {
-    setRecording(false);
+    setRecording(false, false);
     X11KeyTap::letGo();
 }
 

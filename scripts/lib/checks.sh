@@ -16,6 +16,7 @@ check_style() {
     cppcheck --quiet --error-exitcode=1 --enable=warning,performance,portability --inline-suppr --language=c++ \
         --std=c++20 --library=qt -I . VantrelCore Vantrel helpers benchmarks tests/desk/support tests/fakes
     check_streams
+    check_javascript
     say "$(own_sources | wc -l) files"
 }
 
@@ -23,6 +24,13 @@ check_style() {
 check_streams() {
     ! grep --recursive --line-number --extended-regexp '#include <(fstream|iostream|sstream|iomanip|regex)>' \
         --exclude=EmbedIcons.cpp VantrelCore Vantrel
+}
+
+# A Node.js that is not Debian's looks for Debian's libraries nowhere, and eslint's usual report needs one that is not
+# installed along with it.
+check_javascript() {
+    NODE_PATH=/usr/share/nodejs eslint --max-warnings 0 --report-unused-disable-directives --no-ignore --format unix \
+        .eslintrc.js extensions/gnome-shell tests/unit/gnome-shell tests/desk/wayland/gnome
 }
 
 # Each fuzz target has a corpus directory of its name.

@@ -32,6 +32,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     requireSame<WindowRow>(*message);
     requireSame<WindowRowText>(*message);
     requireSame<WindowPlace>(*message);
+    requireSame<WindowKey>(*message);
     // A size of its own kind: not a number is not equal to itself.
     valueOf<ScreenText>(*message);
     return 0;

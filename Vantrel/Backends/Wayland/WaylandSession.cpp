@@ -12,7 +12,6 @@
 #include "Vantrel/Backends/Wayland/UnboundHotKeys.hpp"
 #include "Vantrel/Backends/Wayland/WaylandCursor.hpp"
 #include "Vantrel/Backends/Wayland/WaylandEventSource.hpp"
-#include "Vantrel/Handles/FileContents.hpp"
 #include "Vantrel/Handles/LoopSource.hpp"
 
 namespace vantrel::wayland {
@@ -54,18 +53,13 @@ std::string missingIn(const Registry& registry) {
     return missing;
 }
 
-/// Why the compositor of that process cannot be served.
-std::string refusal(const std::string& missing, std::optional<Peer> compositor) {
+/// Why a compositor without that cannot be served.
+std::string refusal(const std::string& missing) {
     if (missing == org_kde_kwin_fake_input_interface.name) {
         return "Plasma lets a program move the pointer when its desktop file says X-KDE-Wayland-Interfaces=" + missing +
                "; that of the package does, and scripts/run makes one";
     }
-    const std::string program =
-        compositor ? contentsOf("/proc/" + std::to_string(compositor->processId) + "/comm").value_or("") : "";
-    const bool isGnome = program == "gnome-shell\n";
-    return std::string(isGnome ? "GNOME on Wayland" : "this Wayland compositor") +
-           " does not let programs read and move the pointer (it lacks " + missing + ")" +
-           (isGnome ? "; choose GNOME on Xorg at login, where that is offered" : "");
+    return "this Wayland compositor does not let programs read and move the pointer (it lacks " + missing + ")";
 }
 
 }  // namespace
@@ -169,20 +163,16 @@ struct WaylandSession::Parts {
 WaylandSession::WaylandSession(std::unique_ptr<Parts> parts) : parts_(std::move(parts)) {}
 WaylandSession::~WaylandSession() = default;
 
-std::unique_ptr<WaylandSession> WaylandSession::connect(const std::vector<CompositorFinder>& finders,
-                                                        std::string& error, bool& isThere) {
-    auto connection = WaylandConnection::open(error);
-    isThere = connection != nullptr;
-    if (!connection) {
-        return nullptr;
-    }
+std::unique_ptr<WaylandSession> WaylandSession::connect(std::unique_ptr<WaylandConnection> connection,
+                                                        const std::vector<CompositorFinder>& finders,
+                                                        std::string& error) {
     auto registry = std::make_unique<Registry>(*connection);
     if (!connection->synchronize(Clock::now() + startDeadline)) {
         error = "the Wayland compositor does not answer";
         return nullptr;
     }
     if (const std::string missing = missingIn(*registry); !missing.empty()) {
-        error = refusal(missing, connection->peer());
+        error = refusal(missing);
         return nullptr;
     }
     return std::unique_ptr<WaylandSession>(

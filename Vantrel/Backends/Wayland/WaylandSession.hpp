@@ -13,10 +13,9 @@ namespace vantrel::wayland {
 /// compositor.
 class WaylandSession final : public DisplaySession {
   public:
-    /// Connects to the display that WAYLAND_DISPLAY names. Null, with one clear line in `error`, when there is none;
-    /// `isThere` then says whether a compositor answered, which lacks what is needed.
-    static std::unique_ptr<WaylandSession> connect(const std::vector<CompositorFinder>& finders, std::string& error,
-                                                   bool& isThere);
+    /// Null, with one clear line in `error`, when the compositor lacks what is needed or does not answer.
+    static std::unique_ptr<WaylandSession> connect(std::unique_ptr<WaylandConnection> connection,
+                                                   const std::vector<CompositorFinder>& finders, std::string& error);
 
     ~WaylandSession() override;
     WaylandSession(const WaylandSession&) = delete;

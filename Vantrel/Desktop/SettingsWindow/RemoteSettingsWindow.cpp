@@ -19,10 +19,21 @@ std::string beginning(const std::string& text) {
 
 }  // namespace
 
-RemoteSettingsWindow::RemoteSettingsWindow(Helper::Start start, RecordingChanged recordingChanged)
-    : recordingChanged_(std::move(recordingChanged)),
+RemoteSettingsWindow::RemoteSettingsWindow(Helper::Start start, KeyboardCapture& keyboard)
+    : keyboard_(keyboard),
       program_(std::move(start), {.received = [this](const Message& message) { obey(message); },
-                                  .ended = [this](const std::string& otherVersion) { ended(otherVersion); }}) {}
+                                  .ended = [this](const std::string& otherVersion) { ended(otherVersion); }}) {
+    keyboard_.setCaptureEvents({.key =
+                                    [this](const CapturedKey& key) {
+                                        program_.send(messageOf(WindowKey{
+                                            .keycode = key.keycode, .state = key.state, .isPressed = key.isPressed}));
+                                    },
+                                .ended = [this] { captureEnded(); }});
+}
+
+RemoteSettingsWindow::~RemoteSettingsWindow() {
+    keyboard_.setCaptureEvents({});
+}
 
 void RemoteSettingsWindow::setDelegate(std::weak_ptr<PreferencesWindowViewDelegate> delegate) {
     delegate_ = std::move(delegate);
@@ -157,7 +168,16 @@ void RemoteSettingsWindow::typed(const KeyEvent& event) {
 
 void RemoteSettingsWindow::setKeyboardTaken(bool isTaken) {
     if (std::exchange(isKeyboardTaken_, isTaken) != isTaken) {
-        recordingChanged_(isTaken);
+        keyboard_.setRecording(isTaken);
+    }
+}
+
+/// As a second press of the recorder's button.
+void RemoteSettingsWindow::captureEnded() {
+    program_.send(Message(settings_messages::captureEnded));
+    const auto recorder = recorder_.lock();
+    if (recorder && recordedEvents_ != 0) {
+        recorder->toggleRecording();
     }
 }
 
@@ -203,6 +223,7 @@ void RemoteSettingsWindow::sendContentSoon() {
 
 void RemoteSettingsWindow::sendContent() {
     content_.recordsKeys = recordedEvents_ != 0;
+    content_.keysAreCaptured = keyboard_.capturesKeys();
     program_.send(messageOf(content_));
 }
 

@@ -8,6 +8,7 @@
 #include "Vantrel/Channel/SettingsMessages.hpp"
 #include "Vantrel/Desktop/Helpers/Helper.hpp"
 #include "Vantrel/Interface/PreferencesWindowView.hpp"
+#include "Vantrel/Platform/KeyboardCapture.hpp"
 
 namespace vantrel::desktop {
 
@@ -16,10 +17,11 @@ namespace vantrel::desktop {
 /// gets all that is to be seen, and reports what the person does.
 class RemoteSettingsWindow final : public PreferencesWindowView, private ShortcutRecorderButton {
   public:
-    /// Told whether a recorder has the keyboard, so that no hot key must act.
-    using RecordingChanged = std::function<void(bool isRecording)>;
-
-    RemoteSettingsWindow(Helper::Start start, RecordingChanged recordingChanged);
+    /// The keyboard outlives this object.
+    RemoteSettingsWindow(Helper::Start start, KeyboardCapture& keyboard);
+    ~RemoteSettingsWindow() override;
+    RemoteSettingsWindow(const RemoteSettingsWindow&) = delete;
+    RemoteSettingsWindow& operator=(const RemoteSettingsWindow&) = delete;
 
     void setDelegate(std::weak_ptr<PreferencesWindowViewDelegate> delegate) override;
     ShortcutRecorderButton& shortcutRecorderButton() override { return *this; }
@@ -40,13 +42,14 @@ class RemoteSettingsWindow final : public PreferencesWindowView, private Shortcu
     void giveRow(const WindowRow& wanted);
     void typed(const KeyEvent& event);
     void setKeyboardTaken(bool isTaken);
+    void captureEnded();
     void shown(bool isShown);
     void ended(const std::string& otherVersion);
     void fail(const std::string& problem, const std::string& flashText);
     void sendContentSoon();
     void sendContent();
 
-    RecordingChanged recordingChanged_;
+    KeyboardCapture& keyboard_;
     std::weak_ptr<PreferencesWindowViewDelegate> delegate_;
     std::weak_ptr<ShortcutRecorderButtonDelegate> recorder_;
     std::uint32_t recordedEvents_ = 0;  ///< the mask of the installed monitor

@@ -11,11 +11,8 @@
 
 namespace vantrel::desktop {
 
-SettingsProgram::SettingsProgram(std::string windowingSystem, std::function<void(bool isRecording)> recordingChanged,
-                                 std::filesystem::path program)
-    : windowingSystem_(std::move(windowingSystem)),
-      recordingChanged_(std::move(recordingChanged)),
-      program_(std::move(program)) {}
+SettingsProgram::SettingsProgram(std::string windowingSystem, KeyboardCapture& keyboard, std::filesystem::path program)
+    : windowingSystem_(std::move(windowingSystem)), keyboard_(keyboard), program_(std::move(program)) {}
 
 PreferencesWindowViewResult SettingsProgram::makePreferencesWindowView() {
     if (access(program_.c_str(), X_OK) != 0) {
@@ -25,8 +22,7 @@ PreferencesWindowViewResult SettingsProgram::makePreferencesWindowView() {
                 .flashText = "Install vantrel-settings"};
     }
     return {.view = std::make_unique<RemoteSettingsWindow>(
-                [program = program_, system = windowingSystem_] { return startHelper(program, system); },
-                recordingChanged_),
+                [program = program_, system = windowingSystem_] { return startHelper(program, system); }, keyboard_),
             .problem = {},
             .flashText = {}};
 }

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "Vantrel/Desktop/StatusItem/DesktopStatusBar.hpp"
+#include "Vantrel/Desktop/StatusItem/PanelLabel.hpp"
 
 namespace vantrel::desktop {
 
@@ -31,8 +32,9 @@ std::string beginning(const std::string& text) {
 DesktopStatusItem::DesktopStatusItem(DesktopStatusBar& statusBar)
     : statusBar_(statusBar),
       overlay_(statusBar.startOverlay(), [this](std::uint32_t row) { performRow(row); }),
-      presenter_(statusBar.makePresenter(
-          {.pressed = [this] { popUpMenu(); }, .presenceChanged = [this] { updateScreenText(); }})) {
+      presenter_(statusBar.makePresenter({.pressed = [this] { popUpMenu(); },
+                                          .rowChosen = [this](std::size_t row) { performRow(row); },
+                                          .presenceChanged = [this] { presenterChanged(); }})) {
     if (presenter_) {
         presenter_->setWanted(true);
     }
@@ -56,10 +58,23 @@ void DesktopStatusItem::setSessionBus(GDBusConnection* bus) {
     busClosedHandler_ = g_signal_connect(bus, "closed", G_CALLBACK(busClosed), this);
     busMenu_ = std::make_unique<BusMenu>(menuPath, [this](std::size_t row) { performRow(row); });
     publishMenu();
-    notifierItem_ = std::make_unique<StatusNotifierItem>(
-        bus, menuPath, StatusNotifierItem::Texts{title_, toolTip_},
-        StatusNotifierItem::Events{.presenceChanged = [this] { presenceChanged(); },
-                                   .menuWanted = [this] { popUpMenu(); }});
+    offerToHosts();
+}
+
+void DesktopStatusItem::offerToHosts() {
+    if (!bus_ || (isPresentedWhole() && presenter_->isShown())) {
+        notifierItem_.reset();
+    } else if (!notifierItem_) {
+        notifierItem_ = std::make_unique<StatusNotifierItem>(
+            bus_.get(), menuPath, StatusNotifierItem::Texts{title_, toolTip_},
+            StatusNotifierItem::Events{.presenceChanged = [this] { presenceChanged(); },
+                                       .menuWanted = [this] { popUpMenu(); }});
+    }
+}
+
+void DesktopStatusItem::presenterChanged() {
+    offerToHosts();
+    presenceChanged();
 }
 
 void DesktopStatusItem::busClosed(GDBusConnection* /*bus*/, gboolean /*remotePeerVanished*/, GError* /*error*/,
@@ -98,16 +113,25 @@ void DesktopStatusItem::setTitle(const std::string& title) {
     if (notifierItem_) {
         notifierItem_->setLabel(title_);
     }
+    updatePresentedTexts();
     updateScreenText();
 }
 
 void DesktopStatusItem::updateScreenText() {
-    const bool isWanted = title_ != restingTitle_ && !title_.empty() && !isTitleSeenInPanel();
-    if (isWanted) {
+    const bool isMessage = title_ != restingTitle_ && !title_.empty();
+    if (isPresentedWhole()) {
+        presenter_->showMessage(isMessage ? beginning(title_) : std::string());
+    } else if (isMessage && !isTitleSeenInPanel()) {
         screenText_.text = beginning(title_);
         overlay_.showText(screenText_);
     } else {
         overlay_.hideText();
+    }
+}
+
+void DesktopStatusItem::updatePresentedTexts() {
+    if (presenter_) {
+        presenter_->setTexts(panelLabel(title_), toolTip_);
     }
 }
 
@@ -120,6 +144,7 @@ void DesktopStatusItem::setToolTip(const std::string& toolTip) {
     if (notifierItem_) {
         notifierItem_->setToolTip(toolTip_);
     }
+    updatePresentedTexts();
 }
 
 // Panels choose the font of their labels themselves; the text on the screen has this one.
@@ -147,6 +172,9 @@ void DesktopStatusItem::publishMenu() {
     if (busMenu_) {
         busMenu_->setMenu(menu_, keyHintStyle_);
     }
+    if (presenter_) {
+        presenter_->setMenu(menu_);
+    }
     if (overlay_.isMenuOpen()) {
         overlay_.updateMenu(menuRows());
     }
@@ -168,6 +196,10 @@ bool DesktopStatusItem::isVisible() const {
 }
 
 void DesktopStatusItem::popUpMenu() {
+    if (isPresentedWhole()) {
+        presenter_->openMenu();
+        return;
+    }
     overlay_.openMenu(menuRows());
 }
 

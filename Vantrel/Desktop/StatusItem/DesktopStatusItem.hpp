@@ -41,12 +41,17 @@ class DesktopStatusItem final : public StatusItem, private StatusBarButton {
 
     static void busClosed(GDBusConnection* bus, gboolean remotePeerVanished, GError* error, gpointer data);
     void leaveBus();
+    void offerToHosts();
+    void presenterChanged();
     void presenceChanged();
     [[nodiscard]] bool hasHost() const { return notifierItem_ && notifierItem_->isShown(); }
     void publishMenuLater();
     void publishMenu();
     void performRow(std::size_t row);
     void updateScreenText();
+    void updatePresentedTexts();
+    /// Whether the desktop has a place of its own for the item: its menu and messages are there or nowhere.
+    [[nodiscard]] bool isPresentedWhole() const { return presenter_ && presenter_->isWholeItem(); }
     [[nodiscard]] bool isTitleSeenInPanel() const;
     [[nodiscard]] std::vector<MenuRow> menuRows() const;
 

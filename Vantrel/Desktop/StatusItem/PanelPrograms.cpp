@@ -13,7 +13,8 @@ namespace {
 constexpr PanelProgram labelDrawer{.drawsLabel = true};
 constexpr PanelProgram plasma{.isQt = true, .opensRefusedMenu = true};
 constexpr std::array knownPrograms{
-    std::pair{std::string_view("gnome-shell"), labelDrawer},
+    // Its appindicator extension.
+    std::pair{std::string_view("gnome-shell"), PanelProgram{.drawsLabel = true, .missesFirstLabel = true}},
     std::pair{std::string_view("mate-panel"), labelDrawer},
     std::pair{std::string_view("notification-ar"), labelDrawer},  // MATE's applet
     std::pair{std::string_view("ayatana-indicat"), labelDrawer},

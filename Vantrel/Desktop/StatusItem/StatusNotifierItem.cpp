@@ -127,12 +127,24 @@ void StatusNotifierItem::requestName() {
 }
 
 void StatusNotifierItem::registerAs(const std::string& service) {
-    registration_ = std::make_unique<WatcherRegistration>(bus_.get(), service, events_.presenceChanged);
+    registration_ = std::make_unique<WatcherRegistration>(bus_.get(), service, [this] {
+        if (registration_->missesFirstLabel()) {
+            announcing_ = LoopSource::after(std::chrono::seconds(1), [this] {
+                announceLabel("");
+                announceLabel(texts_.label);
+            });
+        }
+        events_.presenceChanged();
+    });
 }
 
 void StatusNotifierItem::setLabel(const std::string& label) {
     texts_.label = panelLabel(label);
-    emitSignal("XAyatanaNewLabel", g_variant_new("(ss)", texts_.label.c_str(), texts_.label.c_str()));
+    announceLabel(texts_.label);
+}
+
+void StatusNotifierItem::announceLabel(const std::string& label) {
+    emitSignal("XAyatanaNewLabel", g_variant_new("(ss)", label.c_str(), label.c_str()));
 }
 
 void StatusNotifierItem::setToolTip(const std::string& toolTip) {

@@ -6,6 +6,7 @@
 
 #include "Vantrel/Desktop/StatusItem/WatcherRegistration.hpp"
 #include "Vantrel/Handles/GLibHandles.hpp"
+#include "Vantrel/Handles/LoopSource.hpp"
 
 namespace vantrel::desktop {
 
@@ -42,6 +43,7 @@ class StatusNotifierItem {
     void requestName();
     void registerAs(const std::string& service);
     [[nodiscard]] GVariant* property(const std::string& name) const;
+    void announceLabel(const std::string& label);
     void emitSignal(const char* name, GVariant* arguments);
 
     GObjectPointer<GDBusConnection> bus_;
@@ -51,6 +53,7 @@ class StatusNotifierItem {
     GObjectPointer<GCancellable> cancellable_;
     guint objectRegistration_ = 0;
     std::unique_ptr<WatcherRegistration> registration_;
+    LoopSource announcing_;
 };
 
 }  // namespace vantrel::desktop

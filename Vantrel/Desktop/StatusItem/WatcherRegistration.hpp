@@ -29,6 +29,9 @@ class WatcherRegistration {
     /// Whether that host is known to draw the item's label.
     [[nodiscard]] bool drawsLabel() const { return isShown() && program_.drawsLabel; }
 
+    /// Whether that host is known to show no label before it is told of another one, once it listens.
+    [[nodiscard]] bool missesFirstLabel() const { return isShown() && program_.missesFirstLabel; }
+
     /// Whether that host is known to be built with Qt.
     [[nodiscard]] bool isQtHost() const { return program_.isQt; }
 

@@ -52,7 +52,7 @@ PreferencesWindowViewResult WindowInThisProcess::makePreferencesWindowView() {
                     link = std::make_unique<qt::AgentLink>(Channel(std::move(pair.second)), [] {});
                     return Channel(std::move(pair.first));
                 },
-                [](bool) {}),
+                keyboard_),
             .problem = {},
             .flashText = {}};
 }

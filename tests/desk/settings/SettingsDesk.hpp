@@ -14,6 +14,7 @@
 
 #include "Vantrel/Backends/X11/X11Session.hpp"
 #include "Vantrel/Controller/AppDelegate.hpp"
+#include "Vantrel/Platform/KeyboardCapture.hpp"
 #include "helpers/settings/AgentLink.hpp"
 #include "helpers/settings/DesktopColors.hpp"
 #include "helpers/settings/QtApplication.hpp"
@@ -30,6 +31,9 @@ class WindowInThisProcess final : public PreferencesWindowViewFactory {
     PreferencesWindowViewResult makePreferencesWindowView() override;
 
     std::unique_ptr<qt::AgentLink> link;  ///< of the last window that was shown
+
+  private:
+    KeyboardCapture keyboard_;
 };
 
 /// The settings window on a private desk, in this process: the real controller with real hot keys; the rest of its

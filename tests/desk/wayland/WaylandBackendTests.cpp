@@ -18,8 +18,7 @@ std::unique_ptr<wayland::WaylandSession> connectTo(const CompositorProcess& comp
     setenv("XDG_RUNTIME_DIR", compositor.runtimeDirectory().c_str(), 1);
     setenv("WAYLAND_DISPLAY", compositor.displayName().c_str(), 1);
     std::string error;
-    bool isThere = false;
-    auto session = wayland::WaylandSession::connect({}, error, isThere);
+    auto session = wayland::WaylandSession::connect(wayland::WaylandConnection::open(error), {}, error);
     EXPECT_EQ(error, "");
     return session;
 }

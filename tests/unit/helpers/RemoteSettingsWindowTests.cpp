@@ -47,6 +47,18 @@ class Recorder final : public ShortcutRecorderButtonDelegate {
     Calls calls;
 };
 
+/// What a windowing system does for recordings.
+class Keyboard final : public KeyboardCapture {
+  public:
+    void setRecording(bool isRecording) override { recordings.push_back(isRecording); }
+    [[nodiscard]] bool capturesKeys() const override { return captures; }
+    void setCaptureEvents(CaptureEvents newEvents) override { events = std::move(newEvents); }
+
+    std::vector<bool> recordings;  ///< what was told of them, in order
+    bool captures = false;
+    CaptureEvents events;
+};
+
 /// The agent's side of the window, with the test at the program's end of the channel.
 class RemoteSettingsWindowTest : public testing::Test {
   protected:
@@ -84,6 +96,8 @@ class RemoteSettingsWindowTest : public testing::Test {
                 rowText = *text;
             } else if (auto newPlace = valueOf<WindowPlace>(*message)) {
                 place = *newPlace;
+            } else if (auto key = valueOf<WindowKey>(*message)) {
+                capturedKey = *key;
             }
         }
     }
@@ -107,10 +121,10 @@ class RemoteSettingsWindowTest : public testing::Test {
     WindowContent content;  ///< what the program has got
     std::optional<WindowRowText> rowText;
     std::optional<WindowPlace> place;
+    std::optional<WindowKey> capturedKey;
     std::shared_ptr<Recorder> recorder = std::make_shared<Recorder>();
-    std::vector<bool> recordings;  ///< what was told of them, in order
-    RemoteSettingsWindow window{[this] { return start(); },
-                                [this](bool isRecording) { recordings.push_back(isRecording); }};
+    Keyboard keyboard;
+    RemoteSettingsWindow window{[this] { return start(); }, keyboard};
     std::shared_ptr<Delegate> delegate = std::make_shared<Delegate>();
 };
 
@@ -205,9 +219,9 @@ TEST_F(RemoteSettingsWindowTest, keyboardTakenAndGivenBack_isToldOnceEach) {
     show();
     reportAndReceive(Kind::keyboardTaken, 1);
     reportAndReceive(Kind::keyboardTaken, 1);
-    EXPECT_EQ(recordings, std::vector{true});
+    EXPECT_EQ(keyboard.recordings, std::vector{true});
     reportAndReceive(Kind::keyboardTaken, 0);
-    EXPECT_EQ(recordings, (std::vector{true, false}));
+    EXPECT_EQ(keyboard.recordings, (std::vector{true, false}));
 }
 
 TEST_F(RemoteSettingsWindowTest, programDies_keyboardTaken_isGivenBack) {
@@ -215,7 +229,29 @@ TEST_F(RemoteSettingsWindowTest, programDies_keyboardTaken_isGivenBack) {
     reportAndReceive(Kind::keyboardTaken, 1);
     program = Channel();
     takeTurns();
-    EXPECT_EQ(recordings, (std::vector{true, false}));
+    EXPECT_EQ(keyboard.recordings, (std::vector{true, false}));
+}
+
+TEST_F(RemoteSettingsWindowTest, desktopCapturesKeys_areHandedOnUntilItEndsThat) {
+    keyboard.captures = true;
+    show();
+    EXPECT_TRUE(content.keysAreCaptured);
+    const auto monitor =
+        window.shortcutRecorderButton().addLocalMonitorForEvents(~0U, [](const KeyEvent&) { return std::nullopt; });
+    keyboard.events.key({.keycode = 40, .state = 4, .isPressed = true});
+    receive();
+    EXPECT_EQ(capturedKey, (WindowKey{.keycode = 40, .state = 4, .isPressed = true}));
+    names.clear();
+    keyboard.events.ended();
+    receive();
+    EXPECT_EQ(names, Calls{"capture-ended"});
+    EXPECT_EQ(recorder->calls, Calls{"toggle"});
+}
+
+TEST_F(RemoteSettingsWindowTest, captureEnds_nothingIsRecorded_theRecorderStaysAsItIs) {
+    show();
+    keyboard.events.ended();
+    EXPECT_EQ(recorder->calls, Calls{});
 }
 
 TEST_F(RemoteSettingsWindowTest, rows_areGivenWhenTheyAreAskedFor) {
@@ -282,7 +318,7 @@ TEST_F(RemoteSettingsWindowTest, programOfAnotherVersion_isSaid) {
     // What a program of another version says is not even read.
     SocketPair pair;
     program = Channel();
-    RemoteSettingsWindow other([&] { return Channel(std::move(pair.first)); }, [](bool) {});
+    RemoteSettingsWindow other([&] { return Channel(std::move(pair.first)); }, keyboard);
     other.setDelegate(delegate);
     other.showWindow();
     const std::string packet = encodedPacket({"version", g_variant_new("s", "99.1")});

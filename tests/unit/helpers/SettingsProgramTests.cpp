@@ -6,16 +6,16 @@ namespace vantrel::desktop {
 namespace {
 
 TEST(SettingsProgram, make_programThere_givesAWindow) {
-    SettingsProgram settings(
-        "offscreen", [](bool) {}, "/bin/true");
+    KeyboardCapture keyboard;
+    SettingsProgram settings("offscreen", keyboard, "/bin/true");
     const auto made = settings.makePreferencesWindowView();
     EXPECT_TRUE(made.view);
     EXPECT_EQ(made.problem, "");
 }
 
 TEST(SettingsProgram, make_programMissing_saysWhatToInstall) {
-    SettingsProgram settings(
-        "offscreen", [](bool) {}, "/nonexistent/vantrel-settings");
+    KeyboardCapture keyboard;
+    SettingsProgram settings("offscreen", keyboard, "/nonexistent/vantrel-settings");
     const auto made = settings.makePreferencesWindowView();
     EXPECT_FALSE(made.view);
     EXPECT_EQ(made.flashText, "Install vantrel-settings");

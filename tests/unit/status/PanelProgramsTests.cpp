@@ -10,7 +10,9 @@ namespace {
 
 TEST(PanelPrograms, panelProgram_known_saysWhetherItDrawsLabels) {
     EXPECT_TRUE(panelProgram("gnome-shell").drawsLabel);
+    EXPECT_TRUE(panelProgram("gnome-shell").missesFirstLabel);
     EXPECT_TRUE(panelProgram("mate-panel").drawsLabel);
+    EXPECT_FALSE(panelProgram("mate-panel").missesFirstLabel);
     EXPECT_FALSE(panelProgram("lxqt-panel").drawsLabel);
     EXPECT_TRUE(panelProgram("lxqt-panel").isQt);
 }
