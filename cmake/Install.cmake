@@ -25,3 +25,8 @@ install(FILES data/metainfo/org.vantrel.Vantrel.metainfo.xml DESTINATION ${CMAKE
 install(FILES data/man/vantrel.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(PROGRAMS data/xkb/caps-lock-hyper DESTINATION ${CMAKE_INSTALL_DATADIR}/vantrel)
 install(DIRECTORY data/xkb/rules data/xkb/symbols DESTINATION ${CMAKE_INSTALL_DATADIR}/vantrel)
+if(VANTREL_WAYLAND)
+  # Where GNOME Shell looks for extensions, with a prefix that XDG_DATA_DIRS knows.
+  install(DIRECTORY extensions/gnome-shell/vantrel@vantrel.org
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/gnome-shell/extensions)
+endif()

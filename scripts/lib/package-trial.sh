@@ -99,9 +99,13 @@ try_in_session() {
 }
 
 try_upgrade() {
-    step 'Upgrading, with the settings window'
-    apt_in_root install "$(file_of next/deb vantrel)" "$(file_of next/deb vantrel-settings)"
-    expect 'the next version is there' in_root dpkg-query -W vantrel vantrel-settings
+    step "Upgrading, with the settings window and GNOME's extension"
+    apt_in_root install "$(file_of next/deb vantrel)" "$(file_of next/deb vantrel-settings)" \
+        "$(file_of next/deb vantrel-gnome-shell)"
+    expect 'the next version is there' in_root dpkg-query -W vantrel vantrel-settings vantrel-gnome-shell
+    expect 'the extension is where GNOME Shell looks for it' \
+        in_root test -f /usr/share/gnome-shell/extensions/vantrel@vantrel.org/metadata.json
+    expect_not 'it brings no GNOME Shell' in_root test -e /usr/bin/gnome-shell
     to_first_display
     expect 'the agent that runs goes on' wait_until pressing_reaches_second
     end_agent
@@ -192,9 +196,9 @@ try_removal() {
     local before
     step 'Removing and purging'
     before=$(settings_sum)
-    apt_in_root remove vantrel-settings vantrel
+    apt_in_root remove vantrel-settings vantrel-gnome-shell vantrel
     expect_not 'nothing of it is left' has_files
-    apt_in_root purge vantrel-settings vantrel
+    apt_in_root purge vantrel-settings vantrel-gnome-shell vantrel
     expect "the person's settings are as they were" test "$(settings_sum)" = "$before"
 }
 
