@@ -1,6 +1,7 @@
 #include "Vantrel/Backends/Common/HotKeyRegistry.hpp"
 
 #include <algorithm>
+#include <utility>
 
 namespace vantrel::backend {
 
@@ -28,6 +29,7 @@ HotKeyRegistry::HotKeyRegistry(HotKeyBinder& binder) : binder_(binder) {
 }
 
 HotKeyRegistry::~HotKeyRegistry() {
+    unbindReleased();
     binder_.setPressed({});
 }
 
@@ -66,8 +68,10 @@ OSStatus HotKeyRegistry::RegisterEventHotKey(std::uint32_t keyCode, std::uint32_
     if (find(combination) != nullptr) {
         return eventHotKeyExistsErr;
     }
-    if (const OSStatus status = binder_.bind(combination); status != noErr) {
-        return status;
+    if (std::erase(released_, combination) == 0) {
+        if (const OSStatus status = binder_.bind(combination); status != noErr) {
+            return status;
+        }
     }
     hotKeys_.push_back(std::make_unique<HotKey>(HotKey{combination, hotKeyID}));
     hotKeyRef = reinterpret_cast<EventHotKeyRef>(hotKeys_.back().get());
@@ -81,9 +85,16 @@ OSStatus HotKeyRegistry::UnregisterEventHotKey(EventHotKeyRef hotKey) {
     if (found == hotKeys_.end()) {
         return paramErr;
     }
-    binder_.unbind((*found)->combination);
+    released_.push_back((*found)->combination);
     hotKeys_.erase(found);
+    unbinding_ = LoopSource::whenIdle([this] { unbindReleased(); });
     return noErr;
+}
+
+void HotKeyRegistry::unbindReleased() {
+    for (const KeyCombination& combination : std::exchange(released_, {})) {
+        binder_.unbind(combination);
+    }
 }
 
 OSStatus HotKeyRegistry::GetEventParameter(EventRef event, std::uint32_t name, std::uint32_t type,

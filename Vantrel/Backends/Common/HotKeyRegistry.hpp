@@ -6,11 +6,14 @@
 #include <vector>
 
 #include "Vantrel/Backends/Common/HotKeyBinder.hpp"
+#include "Vantrel/Handles/LoopSource.hpp"
 #include "Vantrel/Platform/HotKeyServices.hpp"
 
 namespace vantrel::backend {
 
-/// The hot keys as the controller sees them, over whatever binds keys.
+/// The hot keys as the controller sees them, over whatever binds keys. A combination that is unregistered is silent at once
+/// and let go of when the loop comes to rest: one that is registered again before that, such as a shortcut that is kept
+/// because the new one is refused, needs no answer of a desktop that may be too busy to give it.
 class HotKeyRegistry final : public HotKeyServices {
   public:
     /// The binder outlives this object.
@@ -35,10 +38,13 @@ class HotKeyRegistry final : public HotKeyServices {
 
     void pressed(const KeyCombination& combination) const;
     [[nodiscard]] const HotKey* find(const KeyCombination& combination) const;
+    void unbindReleased();
 
     HotKeyBinder& binder_;
     std::vector<std::unique_ptr<HotKey>> hotKeys_;
     std::vector<std::unique_ptr<Handler>> handlers_;
+    std::vector<KeyCombination> released_;  // still bound
+    LoopSource unbinding_;
 };
 
 }  // namespace vantrel::backend

@@ -106,6 +106,7 @@ TEST_F(HotKeys, unregister_chord_isFreeForOthers) {
     ASSERT_EQ(probe.add(1, keyD, hyperMask), 0);
     EXPECT_TRUE(isHeldByAnotherProgram(desk.connection(), hyper(keys::d)));
     probe.remove(1);
+    EXPECT_TRUE(probe.turnUntil([this] { return !isHeldByAnotherProgram(desk.connection(), hyper(keys::d)); }));
     XConnection other(desk.server().displayName());
     KeyGrab grab(other, hyper(keys::d));
     desk.keyboard().type(hyper(keys::d));

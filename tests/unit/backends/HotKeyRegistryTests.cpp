@@ -1,8 +1,10 @@
 #include "Vantrel/Backends/Common/HotKeyRegistry.hpp"
 
+#include <glib.h>
 #include <gtest/gtest.h>
 
 #include <map>
+#include <memory>
 
 namespace vantrel::backend {
 namespace {
@@ -36,6 +38,11 @@ class HotKeyRegistryTest : public testing::Test {
 
     OSStatus add(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyID id, EventHotKeyRef& given) {
         return registry.RegisterEventHotKey(keyCode, modifiers, id, registry.GetEventDispatcherTarget(), 0, given);
+    }
+
+    static void letTheLoopComeToRest() {
+        while (g_main_context_iteration(nullptr, FALSE) != FALSE) {
+        }
     }
 
     static OSStatus pressed(EventHandlerCallRef /*call*/, EventRef event, void* userData) {
@@ -94,13 +101,33 @@ TEST_F(HotKeyRegistryTest, RegisterEventHotKey_foreignTargetOrOptions_isRefused)
     EXPECT_TRUE(binder.bound.empty());
 }
 
-TEST_F(HotKeyRegistryTest, UnregisterEventHotKey_registered_isUnboundAndSilent) {
+TEST_F(HotKeyRegistryTest, UnregisterEventHotKey_registered_isSilentAndUnboundSoon) {
     ASSERT_EQ(add(2, hyper, first, reference), 0);
     EXPECT_EQ(registry.UnregisterEventHotKey(reference), 0);
-    EXPECT_TRUE(binder.bound.empty());
     binder.press({2, hyper});
     EXPECT_TRUE(presses.empty());
+    letTheLoopComeToRest();
+    EXPECT_TRUE(binder.bound.empty());
     EXPECT_NE(registry.UnregisterEventHotKey(reference), 0);
+}
+
+TEST_F(HotKeyRegistryTest, UnregisterEventHotKey_rightBeforeTheEnd_isUnbound) {
+    auto brief = std::make_unique<HotKeyRegistry>(binder);
+    ASSERT_EQ(brief->RegisterEventHotKey(2, hyper, first, brief->GetEventDispatcherTarget(), 0, reference), 0);
+    ASSERT_EQ(brief->UnregisterEventHotKey(reference), 0);
+    brief.reset();
+    EXPECT_TRUE(binder.bound.empty());
+}
+
+TEST_F(HotKeyRegistryTest, RegisterEventHotKey_justUnregistered_asksNobody) {
+    ASSERT_EQ(add(2, hyper, first, reference), 0);
+    ASSERT_EQ(registry.UnregisterEventHotKey(reference), 0);
+    binder.answer = eventHotKeyInvalidErr;
+    EXPECT_EQ(add(2, hyper, second, reference), 0);
+    letTheLoopComeToRest();
+    EXPECT_EQ(binder.bound.size(), 1U);
+    binder.press({2, hyper});
+    EXPECT_EQ(presses, (std::map<std::uint32_t, int>{{second.id, 1}}));
 }
 
 TEST_F(HotKeyRegistryTest, RemoveEventHandler_installed_endsTheReports) {
