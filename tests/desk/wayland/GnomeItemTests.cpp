@@ -69,7 +69,8 @@ TEST_F(GnomeItem, informationRowClicked_doesNothing) {
 
 TEST_F(GnomeItem, pointSaved_titleSaysSoForAMomentAndTheMenuFollows) {
     desk.person().moveTo(onMain);
-    EXPECT_TRUE(saveUntil([this] { return desk.waitForTitle("Saved", moment); }));
+    desk.watchTitles();
+    EXPECT_TRUE(saveUntil([this] { return desk.waitForWatchedTitle("Saved", moment); }));
     EXPECT_TRUE(waitUntil([this] { return hasSavedPoints(); }));
     EXPECT_EQ(desk.notice(), "null") << "the title is seen";
     EXPECT_TRUE(desk.waitForTitle("Vantrel"));

@@ -2,8 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <regex>
+#include <set>
 #include <tuple>
 
+#include "Vantrel/Handles/FileContents.hpp"
 #include "tests/desk/wayland/support/InstalledCompositors.hpp"
 #include "tests/desk/wayland/support/WaylandDesk.hpp"
 
@@ -33,6 +36,31 @@ class WaylandProgram : public testing::TestWithParam<CompositorKind> {
 
 INSTANTIATE_TEST_SUITE_P(Compositors, WaylandProgram, testing::ValuesIn(installedCompositors()),
                          [](const auto& test) { return test.param.name; });
+
+/// What libwayland's log says was taken of the compositor's globals.
+std::set<std::string> globalsTakenIn(const std::string& log) {
+    std::set<std::string> taken;
+    const std::regex request(R"re(bind\(\d+, "(\w+)")re");
+    for (std::sregex_iterator found(log.begin(), log.end(), request), end; found != end; ++found) {
+        taken.insert((*found)[1]);
+    }
+    return taken;
+}
+
+/// docs/security.md tells people what is asked of their desktop.
+TEST_P(WaylandProgram, globals_areThoseThatArePublished) {
+    desk.environment().set("WAYLAND_DEBUG", "client");
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    EXPECT_TRUE(desk.jump("vantrel://next", centreOfSecond));
+    const auto page = contentsOf(VANTREL_SECURITY_PAGE);
+    ASSERT_TRUE(page);
+    const auto taken = globalsTakenIn(agent->standardError());
+    EXPECT_TRUE(taken.contains("zwlr_layer_shell_v1"));
+    for (const std::string& global : taken) {
+        EXPECT_NE(page->find('`' + global + '`'), std::string::npos) << global;
+    }
+}
 
 TEST_P(WaylandProgram, secondStart_saysSoAndEnds) {
     const auto agent = desk.startAgent();

@@ -27,6 +27,15 @@ bool GnomeDesk::waitForTitle(const std::string& title, Duration deadline) {
     return waitUntil([&] { return item("item.get_first_child().text") == nlohmann::json(title).dump(); }, deadline);
 }
 
+void GnomeDesk::watchTitles() {
+    item("witness.watchText(item.get_first_child())");
+}
+
+bool GnomeDesk::waitForWatchedTitle(const std::string& title, Duration deadline) {
+    const std::string question = "witness.texts.includes(" + nlohmann::json(title).dump() + ")";
+    return waitUntil([&] { return shell().evaluate(question) == "true"; }, deadline);
+}
+
 std::string GnomeDesk::notice() {
     return shell().evaluate(
         "Main.uiGroup.get_children().map(actor => actor.get_first_child()).find("

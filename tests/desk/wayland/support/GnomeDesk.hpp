@@ -27,6 +27,10 @@ class GnomeDesk : public CompositorDesk {
     /// The texts of the rows of its menu, in order; a separator has none.
     std::vector<std::string> rows();
     bool waitForTitle(const std::string& title, Duration deadline = generousDeadline);
+    /// Has each of the item's titles from now on written down. Some stand for a moment that a busy test may miss.
+    void watchTitles();
+    /// Waits for a title since then.
+    bool waitForWatchedTitle(const std::string& title, Duration deadline = generousDeadline);
     /// What Vantrel has put on the screen beside it, in quotes; "null" for nothing.
     std::string notice();
     /// Opens the menu by a click, and clicks on the row of that number.

@@ -40,6 +40,12 @@ export default class Witness extends Extension {
         getInputSourceManager().inputSources[number].activate(false);
     }
 
+    /** Writes down in `texts` what a label shows from now on, however briefly. */
+    watchText(label) {
+        this.texts = [];
+        label.connect('notify::text', () => this.texts.push(label.text));
+    }
+
     /** Of what is on the screen: an actor, or a display. */
     centreOf(thing) {
         const [x, y] = thing.get_transformed_position ? thing.get_transformed_position() : [thing.x, thing.y];
