@@ -1,5 +1,6 @@
 #include "Vantrel/Backends/Gnome/DisplayConfiguration.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <map>
 #include <string>
@@ -36,6 +37,12 @@ PixelSize sizeOf(GVariant* modes) {
         }
     }
     return {};
+}
+
+/// A length in the layout.
+std::int32_t lengthOf(gint32 pixels, double divisor) {
+    constexpr double longest = 65535;  // no display is wider
+    return static_cast<std::int32_t>(std::lround(std::clamp(pixels / divisor, 0.0, longest)));
 }
 
 std::map<std::string, PixelSize> sizesByConnector(GVariant* monitors) {
@@ -81,8 +88,8 @@ std::vector<wayland::OutputDescription> outputsOf(GVariant* displayState) {
             if (size == sizes.end()) {
                 continue;
             }
-            output.width = static_cast<std::int32_t>(std::lround(size->second.width / divisor));
-            output.height = static_cast<std::int32_t>(std::lround(size->second.height / divisor));
+            output.width = lengthOf(size->second.width, divisor);
+            output.height = lengthOf(size->second.height, divisor);
             if (transform % 2 == 1) {
                 std::swap(output.width, output.height);
             }

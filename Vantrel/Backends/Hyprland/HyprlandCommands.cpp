@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <nlohmann/json.hpp>
 
 namespace vantrel::hyprland {
@@ -72,14 +73,16 @@ std::optional<backend::KeyCombination> combinationOf(std::string_view event) {
     return backend::KeyCombination{*keyCode, *modifiers};
 }
 
-template <typename Value>
-Value valueOf(const JSON& object, const char* member) {
+std::string textIn(const JSON& object, const char* member) {
     const auto found = object.is_object() ? object.find(member) : object.end();
-    if (found == object.end() || found->is_string() != std::is_same_v<Value, std::string> || found->is_structured() ||
-        found->is_null()) {
-        return Value{};
-    }
-    return found->get<Value>();
+    return found != object.end() && found->is_string() ? found->get<std::string>() : "";
+}
+
+std::uint32_t numberIn(const JSON& object, const char* member) {
+    const auto found = object.is_object() ? object.find(member) : object.end();
+    const bool isNumber = found != object.end() && found->is_number_unsigned() &&
+                          found->get<std::uint64_t>() <= std::numeric_limits<std::uint32_t>::max();
+    return isNumber ? found->get<std::uint32_t>() : 0;
 }
 
 }  // namespace
@@ -122,16 +125,16 @@ std::string unbindCommand(Language language, const backend::KeyCombination& comb
 Bindings bindingsIn(std::string_view answer) {
     Bindings bindings;
     for (const JSON& binding : JSON::parse(answer, nullptr, false)) {
-        const auto ours = combinationOf(valueOf<std::string>(binding, "arg"));
-        if (ours && valueOf<std::string>(binding, "dispatcher") == "event") {
+        const auto ours = combinationOf(textIn(binding, "arg"));
+        if (ours && textIn(binding, "dispatcher") == "event") {
             bindings.ours.push_back(*ours);
             continue;
         }
-        bindings.configured.push_back({.mode = valueOf<std::string>(binding, "submap"),
-                                       .modifiers = valueOf<std::uint32_t>(binding, "modmask"),
-                                       .keycode = valueOf<xkb_keycode_t>(binding, "keycode"),
-                                       .keysym = xkb_keysym_from_name(valueOf<std::string>(binding, "key").c_str(),
-                                                                      XKB_KEYSYM_CASE_INSENSITIVE)});
+        bindings.configured.push_back(
+            {.mode = textIn(binding, "submap"),
+             .modifiers = numberIn(binding, "modmask"),
+             .keycode = numberIn(binding, "keycode"),
+             .keysym = xkb_keysym_from_name(textIn(binding, "key").c_str(), XKB_KEYSYM_CASE_INSENSITIVE)});
     }
     return bindings;
 }

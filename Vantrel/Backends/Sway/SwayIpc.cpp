@@ -23,6 +23,26 @@ std::uint32_t numberAt(std::string_view text, std::size_t offset) {
 
 }  // namespace
 
+std::optional<std::vector<Message>> completeMessages(std::string& received) {
+    std::vector<Message> messages;
+    std::size_t begin = 0;
+    while (received.size() - begin >= headerLength) {
+        const std::string_view rest = std::string_view(received).substr(begin);
+        const std::uint32_t length = numberAt(rest, magic.size());
+        const std::uint32_t type = numberAt(rest, magic.size() + sizeof length);
+        if (!rest.starts_with(magic) || length > longestPayload) {
+            return std::nullopt;
+        }
+        if (rest.size() - headerLength < length) {
+            break;
+        }
+        messages.push_back({static_cast<MessageType>(type), std::string(rest.substr(headerLength, length))});
+        begin += headerLength + length;
+    }
+    received.erase(0, begin);
+    return messages;
+}
+
 bool SwayIpc::open() {
     if (!isOpen()) {
         socket_ = connectToSocket(socketFile_, SOCK_NONBLOCK);
@@ -101,26 +121,17 @@ std::vector<Message> SwayIpc::take() {
     }
     const bool hasEnded = count == 0 || (count < 0 && errno != EAGAIN && errno != EINTR);
 
-    std::vector<Message> messages;
-    std::size_t begin = 0;
-    bool isSense = true;
-    while (received_.size() - begin >= headerLength && isSense) {
-        const std::string_view rest = std::string_view(received_).substr(begin);
-        const std::uint32_t length = numberAt(rest, magic.size());
-        const std::uint32_t type = numberAt(rest, magic.size() + sizeof length);
-        isSense = rest.starts_with(magic) && length <= longestPayload;
-        if (!isSense || rest.size() - headerLength < length) {
-            break;
-        }
-        messages.push_back({static_cast<MessageType>(type), std::string(rest.substr(headerLength, length))});
-        unanswered_ -= type < firstEvent && unanswered_ > 0 ? 1 : 0;
-        begin += headerLength + length;
-    }
-    received_.erase(0, begin);
-    if (hasEnded || !isSense) {
+    auto messages = completeMessages(received_);
+    if (hasEnded || !messages) {
         close();
     }
-    return messages;
+    if (!messages) {
+        return {};
+    }
+    for (const Message& message : *messages) {
+        unanswered_ -= static_cast<std::uint32_t>(message.type) < firstEvent && unanswered_ > 0 ? 1 : 0;
+    }
+    return std::move(*messages);
 }
 
 }  // namespace vantrel::sway

@@ -31,6 +31,10 @@ struct Message {
     std::string payload;  ///< JSON
 };
 
+/// Takes the messages that are complete from the beginning of what a socket has given. None when that is no message at
+/// all.
+std::optional<std::vector<Message>> completeMessages(std::string& received);
+
 /// A connection to the socket on which sway takes commands and answers each, in order.
 class SwayIpc {
   public:

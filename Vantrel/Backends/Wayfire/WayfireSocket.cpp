@@ -18,6 +18,25 @@ constexpr std::uint32_t longestMessage = 16U * 1024 * 1024;  // beyond that it i
 
 }  // namespace
 
+std::optional<std::vector<std::string>> completeMessages(std::string& received) {
+    std::vector<std::string> messages;
+    std::size_t begin = 0;
+    std::uint32_t length = 0;
+    while (received.size() - begin >= sizeof length) {
+        std::memcpy(&length, received.data() + begin, sizeof length);
+        if (length > longestMessage) {
+            return std::nullopt;
+        }
+        if (received.size() - begin - sizeof length < length) {
+            break;
+        }
+        messages.push_back(received.substr(begin + sizeof length, length));
+        begin += sizeof length + length;
+    }
+    received.erase(0, begin);
+    return messages;
+}
+
 WayfireSocket::WayfireSocket(const std::filesystem::path& socketFile)
     : socket_(connectToSocket(socketFile, SOCK_NONBLOCK)) {
     if (socket_.isOpen()) {
@@ -74,27 +93,19 @@ void WayfireSocket::receive() {
         return;
     }
     received_.append(buffer.data(), static_cast<std::size_t>(count));
-    std::size_t begin = 0;
-    std::uint32_t length = 0;
-    while (received_.size() - begin >= sizeof length) {
-        std::memcpy(&length, received_.data() + begin, sizeof length);
-        if (length > longestMessage) {
-            close();
-            return;
-        }
-        if (received_.size() - begin - sizeof length < length) {
-            break;
-        }
-        std::string message = received_.substr(begin + sizeof length, length);
+    auto messages = completeMessages(received_);
+    if (!messages) {
+        close();
+        return;
+    }
+    for (std::string& message : *messages) {
         if (isEvent(message)) {
             events_.push_back(std::move(message));
         } else {
             answer_ = std::move(message);
             unanswered_ -= unanswered_ > 0 ? 1 : 0;
         }
-        begin += sizeof length + length;
     }
-    received_.erase(0, begin);
 }
 
 void WayfireSocket::deliver() {

@@ -14,6 +14,10 @@ namespace vantrel::wayfire {
 
 using Clock = std::chrono::steady_clock;
 
+/// Takes the messages that are complete from the beginning of what a socket has given. None when that is no message at
+/// all.
+std::optional<std::vector<std::string>> completeMessages(std::string& received);
+
 /// A connection to the socket on which wayfire's plugins answer calls, in order, and tell of events between the
 /// answers: JSON, each with its length. What the plugins were asked to keep for us ends with it.
 class WayfireSocket {

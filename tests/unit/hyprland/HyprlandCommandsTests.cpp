@@ -53,6 +53,16 @@ TEST(HyprlandCommands, bindingsIn_symbolAndPlace_areTheirs) {
     EXPECT_TRUE(bindings.ours.empty());
 }
 
+TEST(HyprlandCommands, bindingsIn_numbersOutOfRange_areNone) {
+    const Bindings bindings = bindingsIn(
+        R"json([{"modmask":-1e300,"key":"D","keycode":4294967296},{"modmask":-1,"key":"D","keycode":"1"}])json");
+    ASSERT_EQ(bindings.configured.size(), 2U);
+    for (const auto& binding : bindings.configured) {
+        EXPECT_EQ(binding.modifiers, 0U);
+        EXPECT_EQ(binding.keycode, 0U);
+    }
+}
+
 TEST(HyprlandCommands, bindingsIn_whatAnAgentLeftBehind_isOurs) {
     const Bindings bindings =
         bindingsIn(R"json([{"modmask":77,"key":"","keycode":40,"dispatcher":"event","arg":"vantrel 2 6912"},)json"
