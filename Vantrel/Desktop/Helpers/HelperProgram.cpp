@@ -21,6 +21,8 @@ pid_t spawn(const std::filesystem::path& program, const std::string& argument, i
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, socket, Channel::helperDescriptor);
+    // Whoever started this process may have left it something open.
+    posix_spawn_file_actions_addclosefrom_np(&actions, Channel::helperDescriptor + 1);
 
     // What this process has changed about signals is its own affair.
     posix_spawnattr_t attributes;

@@ -1,8 +1,15 @@
 // The program that draws the settings window, when something happens to it or to the agent.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
+#include <filesystem>
+#include <iterator>
 #include <memory>
+#include <set>
+#include <string>
+#include <vector>
 
 #include "tests/desk/settings/WindowManagerProbe.hpp"
 #include "tests/desk/status/ItemProcess.hpp"
@@ -18,6 +25,26 @@ namespace {
 
 bool exists(pid_t process) {
     return kill(process, 0) == 0;
+}
+
+/// The files and sockets that a process has open, but for its standard streams.
+std::set<std::string> filesOf(pid_t process) {
+    std::set<std::string> files;
+    std::error_code gone;
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/" + std::to_string(process) + "/fd", gone)) {
+        const std::string file = std::filesystem::read_symlink(entry.path(), gone);
+        const bool isStandardStream = std::stoi(entry.path().filename()) <= STDERR_FILENO;
+        if (!gone && !isStandardStream && !file.starts_with("anon_inode:")) {
+            files.insert(file);
+        }
+    }
+    return files;
+}
+
+std::vector<std::string> shared(const std::set<std::string>& some, const std::set<std::string>& others) {
+    std::vector<std::string> both;
+    std::set_intersection(some.begin(), some.end(), others.begin(), others.end(), std::back_inserter(both));
+    return both;
 }
 
 class SettingsProgram : public testing::Test {
@@ -83,6 +110,21 @@ TEST_F(SettingsProgram, killedWhileRecording_keysAreFreeAndTheMenuOpensAnother) 
     openSettings();
     EXPECT_NE(*program, killed);
     startRecording();
+}
+
+TEST_F(SettingsProgram, started_holdsNothingThatTheAgentHolds) {
+    openSettings();
+    desk.keyboard().type(hyper(keys::s));
+    ASSERT_TRUE(waitUntil([this] { return overlayOf(agent->processId()).has_value(); })) << "for the message";
+    const auto ofTheAgent = [this] { return filesOf(agent->processId()); };
+    const auto store = ofTheAgent();
+    ASSERT_TRUE(std::any_of(store.begin(), store.end(),
+                            [](const std::string& file) { return file.find(".sqlite3") != std::string::npos; }));
+    for (const pid_t helper : {*program, *overlayOf(agent->processId())}) {
+        // For a moment the agent still has the helper's end of their channel.
+        EXPECT_TRUE(waitUntil([&] { return shared(ofTheAgent(), filesOf(helper)).empty(); }))
+            << testing::PrintToString(shared(ofTheAgent(), filesOf(helper)));
+    }
 }
 
 TEST_F(SettingsProgram, killedWithItsWindowClosed_nothingIsSaid) {
