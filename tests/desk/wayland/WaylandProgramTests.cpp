@@ -7,6 +7,7 @@
 #include <tuple>
 
 #include "Vantrel/Handles/FileContents.hpp"
+#include "tests/desk/support/ProcessActivity.hpp"
 #include "tests/desk/wayland/support/InstalledCompositors.hpp"
 #include "tests/desk/wayland/support/WaylandDesk.hpp"
 
@@ -144,6 +145,18 @@ INSTANTIATE_TEST_SUITE_P(Signals, WaylandProgramEnd,
                          [](const auto& test) {
                              return std::get<0>(test.param).name + "_" + std::to_string(std::get<1>(test.param));
                          });
+
+TEST_P(WaylandProgram, frozenCompositor_jumpIsNoneAndTheNextWorks) {
+    const auto agent = desk.startAgent();
+    desk.person().moveTo(onMain);
+    desk.compositor().freeze();
+    EXPECT_TRUE(desk.open("vantrel://next"));
+    EXPECT_TRUE(waitUntilAtRest(agent->processId()));
+    desk.compositor().thaw();
+    EXPECT_TRUE(desk.person().staysAt(onMain));
+    EXPECT_TRUE(desk.jump("vantrel://next", centreOfSecond));
+    EXPECT_EQ(agent->standardError(), "");
+}
 
 TEST_P(WaylandProgram, frozenCompositor_endsAllTheSame) {
     const auto agent = desk.startAgent();
