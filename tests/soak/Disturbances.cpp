@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "tests/soak/JumpSoak.hpp"
+#include "tests/soak/Pixels.hpp"
 #include "tests/soak/RandomDisplays.hpp"
 
 namespace vantrel::soak {
@@ -137,10 +138,10 @@ void JumpSoak::openURLs() {
             urls.push_back(random_.oneOf(idle));
         } else if (random_.onceIn(3)) {
             urls.emplace_back("vantrel://teleport?direction=previous");
-            place = foresight_.jump(place, Side::previous).point;
+            place = pixelOf(foresight_.jump(pointOf(place), Side::previous).point);
         } else {
             urls.emplace_back("vantrel:next");
-            place = foresight_.jump(place, Side::next).point;
+            place = pixelOf(foresight_.jump(pointOf(place), Side::next).point);
         }
     }
     // The last one's effect shows that all are served.

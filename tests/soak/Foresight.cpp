@@ -10,6 +10,7 @@ namespace vantrel::soak {
 
 namespace {
 
+using desk::LayoutPoint;
 using desk::MainPoint;
 using desk::MainRect;
 using desk::PlacedDisplay;
@@ -19,16 +20,20 @@ double effectiveMargin(const MainRect& display) {
     return std::min({margin, display.width / 2.0, display.height / 2.0});
 }
 
-/// The pixel that shows the point nearest to the wanted one that keeps the margin.
-MainPoint pulledIn(double x, double y, const MainRect& display) {
-    const double margin = effectiveMargin(display);
-    const double insideX = std::clamp(x, display.x + margin, display.x + display.width - margin);
-    const double insideY = std::clamp(y, display.y + margin, display.y + display.height - margin);
-    return {.x = static_cast<int>(std::floor(insideX)), .y = static_cast<int>(std::floor(insideY))};
+LayoutPoint centreOf(const MainRect& display) {
+    return {.x = display.x + display.width / 2.0, .y = display.y + display.height / 2.0};
 }
 
-double distanceToCentre(MainPoint point, const MainRect& display) {
-    return std::hypot(point.x - (display.x + display.width / 2.0), point.y - (display.y + display.height / 2.0));
+/// The point nearest to the wanted one that keeps the margin.
+LayoutPoint pulledIn(LayoutPoint wanted, const MainRect& display) {
+    const double margin = effectiveMargin(display);
+    return {.x = std::clamp(wanted.x, display.x + margin, display.x + display.width - margin),
+            .y = std::clamp(wanted.y, display.y + margin, display.y + display.height - margin)};
+}
+
+double distanceToCentre(LayoutPoint point, const MainRect& display) {
+    const LayoutPoint centre = centreOf(display);
+    return std::hypot(point.x - centre.x, point.y - centre.y);
 }
 
 }  // namespace
@@ -48,7 +53,7 @@ void Foresight::see(const std::vector<PlacedDisplay>& displays) {
     });
 }
 
-const PlacedDisplay& Foresight::displayAt(MainPoint point) const {
+const PlacedDisplay& Foresight::displayAt(LayoutPoint point) const {
     const auto showing = std::find_if(displays_.begin(), displays_.end(),
                                       [&](const PlacedDisplay& display) { return holds(display.bounds, point); });
     if (showing != displays_.end()) {
@@ -60,24 +65,21 @@ const PlacedDisplay& Foresight::displayAt(MainPoint point) const {
                              });
 }
 
-Landing Foresight::landingOf(MainPoint from, Side side) const {
+Landing Foresight::landingOf(LayoutPoint from, Side side) const {
     const PlacedDisplay& left = displayAt(from);
     const auto index = static_cast<std::size_t>(&left - displays_.data());
     const std::size_t step = side == Side::next ? 1 : displays_.size() - 1;
     const PlacedDisplay& target = displays_[(index + step) % displays_.size()];
     const MainRect& bounds = target.bounds;
     if (target.output == left.output) {
-        return {.point = pulledIn(from.x, from.y, bounds), .display = bounds};
+        return {.point = pulledIn(from, bounds), .display = bounds};
     }
     const auto remembered = remembered_.find(target.output);
-    if (remembered != remembered_.end()) {
-        return {.point = pulledIn(remembered->second.x, remembered->second.y, bounds), .display = bounds};
-    }
-    return {.point = pulledIn(bounds.x + bounds.width / 2.0, bounds.y + bounds.height / 2.0, bounds),
-            .display = bounds};
+    const LayoutPoint wanted = remembered == remembered_.end() ? centreOf(bounds) : remembered->second;
+    return {.point = pulledIn(wanted, bounds), .display = bounds};
 }
 
-Landing Foresight::jump(MainPoint from, Side side) {
+Landing Foresight::jump(LayoutPoint from, Side side) {
     const Landing landing = landingOf(from, side);
     remembered_.insert_or_assign(displayAt(from).output, from);
     return landing;

@@ -2,13 +2,11 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <stdexcept>
 
+#include "tests/soak/Pixels.hpp"
 #include "tests/soak/RandomDisplays.hpp"
 
 namespace vantrel::soak {
@@ -19,13 +17,11 @@ using desk::MainPoint;
 
 constexpr int jumpsADisturbance = 30;
 constexpr int jumpsAnIntegrityCheck = 1000;
-constexpr int weighings = 5;
+constexpr int weighingsARun = 5;
 /// Fewer tell nothing about memory, and weighing takes its time.
 constexpr int leastJumpsToWeigh = 10000;
 /// The agent's helpers and GLib's spare threads go within fifteen seconds of their last use.
 constexpr std::chrono::seconds settlingTime(16);
-/// More than what a full desk once took must not be there at the end.
-constexpr double mostGrowth = 1.03;
 
 std::string textOf(MainPoint point) {
     std::ostringstream text;
@@ -33,25 +29,8 @@ std::string textOf(MainPoint point) {
     return text.str();
 }
 
-MainPoint pointOf(const nlohmann::json& json) {
+MainPoint storedPoint(const nlohmann::json& json) {
     return {.x = json.at("x"), .y = json.at("y")};
-}
-
-long privateDirtyKibibytes(pid_t process) {
-    std::ifstream file("/proc/" + std::to_string(process) + "/smaps_rollup");
-    for (std::string word; file >> word;) {
-        if (word == "Private_Dirty:") {
-            long kibibytes = 0;
-            file >> kibibytes;
-            return kibibytes;
-        }
-    }
-    throw std::runtime_error("the agent's memory cannot be read");
-}
-
-long openDescriptors(pid_t process) {
-    const std::filesystem::path directory = "/proc/" + std::to_string(process) + "/fd";
-    return std::distance(std::filesystem::directory_iterator(directory), std::filesystem::directory_iterator());
 }
 
 double share(std::vector<double> values, double part) {
@@ -73,7 +52,7 @@ JumpSoak::JumpSoak(const JumpSoakOptions& options)
 
 void JumpSoak::run() {
     disturbInEveryWay();
-    const int jumpsAWeighing = std::max(1, options_.jumps / weighings);
+    const int jumpsAWeighing = std::max(1, options_.jumps / weighingsARun);
     for (int jump = 1; jump <= options_.jumps; ++jump) {
         try {
             if (random_.onceIn(jumpsADisturbance)) {
@@ -98,22 +77,16 @@ void JumpSoak::run() {
     if (options_.agentWrapper.empty() && !complaints.empty()) {
         throw std::runtime_error("the agent complains: " + complaints);
     }
-    if (!weights_.empty() &&
-        static_cast<double>(weights_.back()) > static_cast<double>(weights_.front()) * mostGrowth) {
-        throw std::runtime_error("the agent's memory has grown");
-    }
-    if (!descriptors_.empty() && descriptors_.back() > descriptors_.front()) {
-        throw std::runtime_error("the agent keeps descriptors open");
-    }
+    weighings_.checkNothingGrows();
 }
 
 void JumpSoak::jumpOnce() {
     const Side side = random_.onceIn(4) ? Side::previous : Side::next;
     const MainPoint departure = placeToLeave(side);
-    const Landing landing = foresight_.jump(departure, side);
+    const Landing landing = foresight_.jump(pointOf(departure), side);
     const auto start = Clock::now();
     request(side);
-    awaitPointerAt(landing.point);
+    awaitPointerAt(pixelOf(landing.point));
     times_.push_back(std::chrono::duration<double, std::milli>(Clock::now() - start).count());
     if (!isInsideMargin(desk_.desk().pointer().position(), landing.display)) {
         throw std::runtime_error("the pointer is nearer to the edge than it may be");
@@ -126,7 +99,7 @@ MainPoint JumpSoak::placeToLeave(Side side) {
     desk::Pointer& pointer = desk_.desk().pointer();
     MainPoint place = pointer.position();
     // A jump that ends where it begins could not be told from none.
-    while (random_.onceIn(2) || foresight_.landingOf(place, side).point == place) {
+    while (random_.onceIn(2) || pixelOf(foresight_.landingOf(pointOf(place), side).point) == place) {
         place = randomPlace();
     }
     if (place != pointer.position()) {
@@ -173,7 +146,7 @@ void JumpSoak::awaitPointerAt(MainPoint point) {
 void JumpSoak::checkStoreHolds(MainPoint departure) {
     const auto stored = nlohmann::json::parse(desk_.store().read("rememberedPositions"));
     const bool isStored = std::any_of(stored.begin(), stored.end(),
-                                      [&](const nlohmann::json& point) { return pointOf(point) == departure; });
+                                      [&](const nlohmann::json& point) { return storedPoint(point) == departure; });
     if (!isStored) {
         throw std::runtime_error("the pointer has moved, but the store does not know that it left " +
                                  textOf(departure) + ": " + stored.dump());
@@ -196,16 +169,16 @@ void JumpSoak::weigh() {
         clearPoints();
     }
     desk::waitOnBus([] { return false; }, settlingTime);
-    weights_.push_back(privateDirtyKibibytes(desk_.agent().processId()));
-    descriptors_.push_back(openDescriptors(desk_.agent().processId()));
-    std::printf("    after %6zu jumps: %ld KiB private dirty, %ld open descriptors\n", times_.size(), weights_.back(),
-                descriptors_.back());
+    const ProcessWeight weight = weightOf(desk_.agent().processId());
+    weighings_.add(weight);
+    std::printf("    after %6zu jumps: %ld KiB private dirty, %ld open descriptors\n", times_.size(),
+                weight.privateDirtyKibibytes, weight.openDescriptors);
     std::fflush(stdout);
 }
 
 bool JumpSoak::isShown(MainPoint point) const {
     return std::any_of(shownDisplays_.begin(), shownDisplays_.end(),
-                       [&](const desk::PlacedDisplay& display) { return holds(display.bounds, point); });
+                       [&](const desk::PlacedDisplay& display) { return holds(display.bounds, pointOf(point)); });
 }
 
 void JumpSoak::printSummary() const {
@@ -214,10 +187,11 @@ void JumpSoak::printSummary() const {
         times_.size(), disturbances_, urls_);
     std::printf("    from the press to the pointer: p50 %.2f ms, p99 %.2f ms, longest %.2f ms\n", share(times_, 0.5),
                 share(times_, 0.99), share(times_, 1));
-    if (!weights_.empty()) {
-        std::printf("    private dirty memory: %ld KiB after warming up, %ld KiB at the end (%+.1f %%)\n",
-                    weights_.front(), weights_.back(),
-                    100.0 * (static_cast<double>(weights_.back()) / static_cast<double>(weights_.front()) - 1));
+    if (!weighings_.all().empty()) {
+        const long first = weighings_.all().front().privateDirtyKibibytes;
+        const long last = weighings_.all().back().privateDirtyKibibytes;
+        std::printf("    private dirty memory: %ld KiB after warming up, %ld KiB at the end (%+.1f %%)\n", first, last,
+                    100.0 * (static_cast<double>(last) / static_cast<double>(first) - 1));
     }
 }
 

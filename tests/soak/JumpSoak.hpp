@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tests/soak/Foresight.hpp"
+#include "tests/soak/ProcessWeight.hpp"
 #include "tests/soak/Random.hpp"
 #include "tests/soak/SoakDesk.hpp"
 
@@ -64,9 +65,8 @@ class JumpSoak {
     std::vector<desk::PlacedDisplay> shownDisplays_;
     std::vector<desk::MainPoint> points_;
     std::size_t nextPoint_ = 0;
-    std::vector<double> times_;      ///< of each jump by a key, from the press to the pointer seen at its target, in ms
-    std::vector<long> weights_;      ///< private dirty memory in KiB, the first after warming up
-    std::vector<long> descriptors_;  ///< how many were open at the same moments
+    std::vector<double> times_;  ///< of each jump by a key, from the press to the pointer seen at its target, in ms
+    Weighings weighings_;
     int disturbances_ = 0;
     int urls_ = 0;
 };

@@ -82,8 +82,9 @@ bool isInside(const MainRect& inner, const MainRect& outer) {
            inner.y + inner.height <= outer.y + outer.height;
 }
 
-bool holds(const MainRect& display, desk::MainPoint point) {
-    return isInside({.x = point.x, .y = point.y, .width = 1, .height = 1}, display);
+bool holds(const MainRect& display, desk::LayoutPoint point) {
+    return point.x >= display.x && point.x < display.x + display.width && point.y >= display.y &&
+           point.y < display.y + display.height;
 }
 
 std::vector<PlacedDisplay> randomDisplays(Random& random) {

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "tests/desk/support/DisplayLayout.hpp"
+#include "tests/desk/wayland/support/LayoutPoint.hpp"
 #include "tests/soak/Random.hpp"
 
 namespace vantrel::soak {
@@ -16,6 +17,6 @@ std::vector<desk::PlacedDisplay> randomDisplays(Random& random);
 bool isInside(const desk::MainRect& inner, const desk::MainRect& outer);
 
 /// Whether the display shows the point.
-bool holds(const desk::MainRect& display, desk::MainPoint point);
+bool holds(const desk::MainRect& display, desk::LayoutPoint point);
 
 }  // namespace vantrel::soak

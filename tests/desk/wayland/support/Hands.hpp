@@ -17,6 +17,8 @@ struct LayoutArea {
     [[nodiscard]] bool contains(LayoutPoint point) const {
         return point.x >= x && point.x < x + width && point.y >= y && point.y < y + height;
     }
+
+    bool operator==(const LayoutArea&) const = default;
 };
 
 /// A person's hands on a keyboard and a mouse, in the manner that a compositor offers. What they do is sent with the

@@ -115,24 +115,49 @@ kde_output_device_v2* KwinDisplays::device(std::size_t number) const {
     return devices_.at(number)->handle;
 }
 
-void KwinDisplays::arrange(const std::vector<PrivateOutput>& outputs, int width, int height) {
-    const auto byX = [](const PrivateOutput& one, const PrivateOutput& other) { return one.x < other.x; };
-    const auto byY = [](const PrivateOutput& one, const PrivateOutput& other) { return one.y < other.y; };
-    const int left = std::min_element(outputs.begin(), outputs.end(), byX)->x;
-    const int top = std::min_element(outputs.begin(), outputs.end(), byY)->y;
-    kde_output_configuration_v2* const changes = kde_output_management_v2_create_configuration(management_);
-    for (std::size_t number = 0; number < outputs.size(); ++number) {
-        const PrivateOutput& output = outputs[number];
+void KwinDisplays::place(kde_output_configuration_v2* changes, const NumberedOutputs& outputs, int width,
+                         int height) const {
+    const auto byX = [](const auto& one, const auto& other) { return one.second.x < other.second.x; };
+    const auto byY = [](const auto& one, const auto& other) { return one.second.y < other.second.y; };
+    const int left = std::min_element(outputs.begin(), outputs.end(), byX)->second.x;
+    const int top = std::min_element(outputs.begin(), outputs.end(), byY)->second.y;
+    std::uint32_t priority = 0;
+    for (const auto& [number, output] : outputs) {
         kde_output_configuration_v2_enable(changes, device(number), 1);
         kde_output_configuration_v2_scale(changes, device(number),
                                           wl_fixed_from_double(scaleFor(output, width, height)));
         kde_output_configuration_v2_transform(changes, device(number),
                                               static_cast<std::int32_t>(output.transformNumber()));
         kde_output_configuration_v2_position(changes, device(number), output.x - left, output.y - top);
-        kde_output_configuration_v2_set_priority(changes, device(number), static_cast<std::uint32_t>(number + 1));
+        kde_output_configuration_v2_set_priority(changes, device(number), ++priority);
     }
+}
+
+void KwinDisplays::arrange(const std::vector<PrivateOutput>& outputs, int width, int height) {
+    NumberedOutputs numbered;
+    for (const PrivateOutput& output : outputs) {
+        numbered.emplace_back(numbered.size(), output);
+    }
+    kde_output_configuration_v2* const changes = kde_output_management_v2_create_configuration(management_);
+    place(changes, numbered, width, height);
     if (!apply(changes)) {
         throw std::runtime_error("KWin refuses to arrange its displays so");
+    }
+}
+
+void KwinDisplays::show(const NumberedOutputs& outputs, int width, int height) {
+    kde_output_configuration_v2* const changes = kde_output_management_v2_create_configuration(management_);
+    place(changes, outputs, width, height);
+    auto priority = static_cast<std::uint32_t>(outputs.size());
+    for (std::size_t number = 0; number < devices_.size(); ++number) {
+        if (std::none_of(outputs.begin(), outputs.end(), [&](const auto& shown) { return shown.first == number; })) {
+            kde_output_configuration_v2_enable(changes, device(number), 0);
+            // KWin 5.27 refuses an order that leaves any out.
+            kde_output_configuration_v2_set_priority(changes, device(number), ++priority);
+        }
+    }
+    if (!apply(changes)) {
+        throw std::runtime_error("KWin refuses to show these displays");
     }
 }
 

@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/desk/wayland/support/CompositorProcess.hpp"
@@ -19,6 +20,8 @@ namespace vantrel::desk {
 /// A person's program for the displays of a private KWin, which are all of one size.
 class KwinDisplays {
   public:
+    using NumberedOutputs = std::vector<std::pair<std::size_t, PrivateOutput>>;
+
     explicit KwinDisplays(const std::filesystem::path& socket);
     ~KwinDisplays();
     KwinDisplays(const KwinDisplays&) = delete;
@@ -28,6 +31,8 @@ class KwinDisplays {
     /// width x height pixels: what is to have another mode gets a scale that makes it as large in points. All of it
     /// moves so far that no place is negative. Throws when KWin refuses, or when a mode has another shape.
     void arrange(const std::vector<PrivateOutput>& outputs, int width, int height);
+    /// The same with any of them, by their numbers from 0 on; all others are off then.
+    void show(const NumberedOutputs& outputs, int width, int height);
     /// Takes the display of that number, from 0 on, out of the layout; false when KWin refuses.
     [[nodiscard]] bool switchOff(std::size_t number);
 
@@ -40,6 +45,8 @@ class KwinDisplays {
     };
 
     void add(kde_output_device_v2* handle);
+    /// Asks for these, of which the first is to be the main one.
+    void place(kde_output_configuration_v2* changes, const NumberedOutputs& outputs, int width, int height) const;
     void offered(std::uint32_t name, std::string_view interface, std::uint32_t version);
     /// That with this number, from 0 on, by their names.
     [[nodiscard]] kde_output_device_v2* device(std::size_t number) const;

@@ -109,6 +109,14 @@ void KwinProcess::arrange(const std::vector<PrivateOutput>& outputs) const {
     KwinDisplays(socket()).arrange(outputs, std::stoi(before(mode_, 'x')), std::stoi(after(mode_, 'x')));
 }
 
+void KwinProcess::show(const std::vector<std::pair<int, PrivateOutput>>& outputs) const {
+    KwinDisplays::NumberedOutputs numbered;
+    for (const auto& [number, output] : outputs) {
+        numbered.emplace_back(static_cast<std::size_t>(number - 1), output);
+    }
+    KwinDisplays(socket()).show(numbered, std::stoi(before(mode_, 'x')), std::stoi(after(mode_, 'x')));
+}
+
 bool KwinProcess::switchOff(int number) const {
     return KwinDisplays(socket()).switchOff(static_cast<std::size_t>(number - 1));
 }

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/desk/support/SessionBus.hpp"
@@ -32,6 +33,9 @@ class KwinProcess final : public CompositorProcess {
 
     void arrange(const std::vector<PrivateOutput>& outputs) const override;
     [[nodiscard]] bool switchOff(int number) const override;
+    /// Shows exactly these of its displays, by their numbers from 1 on; the first is the main one. Throws when it
+    /// refuses.
+    void show(const std::vector<std::pair<int, PrivateOutput>>& outputs) const;
 
     SessionBus& bus() { return bus_; }
     [[nodiscard]] std::string busAddress() const override { return bus_.address(); }

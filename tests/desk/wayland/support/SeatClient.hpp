@@ -65,6 +65,11 @@ class SeatClient {
     /// The displays on which the pointer can be seen by now.
     std::size_t displayCount();
 
+    /// Where the displays stand, as the compositor has told.
+    [[nodiscard]] std::vector<LayoutArea> displays() const;
+    /// Where the main one does.
+    [[nodiscard]] LayoutPoint origin() const;
+
     /// Waits until the compositor has carried out all that was asked.
     void synchronise();
 
@@ -79,9 +84,6 @@ class SeatClient {
     void watch(Output& output);
     void growHands();
     [[nodiscard]] bool hasHands() const;
-    [[nodiscard]] std::vector<LayoutArea> displays() const;
-    /// Where the main display stands.
-    [[nodiscard]] LayoutPoint origin() const;
 
     struct Disconnect {
         void operator()(wl_display* display) const { wl_display_disconnect(display); }
