@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <utility>
 
 namespace vantrel::overlay {
@@ -12,6 +13,10 @@ namespace {
 
 Font fontOf(const ScreenText& text) {
     return {.points = std::clamp(text.fontSize, 6.0, 72.0), .isSemibold = text.isSemibold};
+}
+
+bool isAboutText(const Message& message) {
+    return valueOf<ScreenText>(message).has_value() || message.is(screen_messages::hideText, "()");
 }
 
 }  // namespace
@@ -34,8 +39,18 @@ void Overlay::run() {
 }
 
 void Overlay::serveAgent() {
-    while (const auto message = agent_.receive()) {
-        obey(*message);
+    // Of texts that come at once nobody sees but the last. Each would be painted on every display, and a compositor
+    // hangs up on a program that does not read for so long.
+    std::optional<Message> text;
+    while (auto message = agent_.receive()) {
+        if (isAboutText(*message)) {
+            text = std::move(message);
+        } else {
+            obey(*message);
+        }
+    }
+    if (text) {
+        obey(*text);
     }
 }
 
