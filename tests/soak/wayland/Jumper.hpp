@@ -42,13 +42,15 @@ class Jumper {
     /// Whether a jump from there leads elsewhere.
     [[nodiscard]] bool leadsAway(desk::LayoutPoint place, Side side) const;
 
+    /// Whether the store says that the pointer has left a display there.
+    bool isRemembered(desk::LayoutPoint departure);
+
     StoreReader& store();
     void closeStore() { store_.reset(); }
 
   private:
     desk::LayoutPoint randomPlace(Random& random);
     void ask(Side side, Request request);
-    bool isRemembered(desk::LayoutPoint departure);
     Outcome judge(desk::LayoutPoint departure, Side side, bool wasRemembered);
     Outcome land(desk::LayoutPoint departure, Side side);
     void clearLabel();

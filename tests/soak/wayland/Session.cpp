@@ -154,6 +154,13 @@ void Session::endAgent() {
     }
 }
 
+void Session::openURLsLater(const std::vector<std::string>& urls) {
+    g_dbus_connection_call(panel_->bus().get(), "org.vantrel.Vantrel", "/org/vantrel/Vantrel",
+                           "org.freedesktop.Application", "Open", openArguments(urls), nullptr, G_DBUS_CALL_FLAGS_NONE,
+                           -1, nullptr, nullptr, nullptr);
+    g_dbus_connection_flush_sync(panel_->bus().get(), nullptr, nullptr);
+}
+
 void Session::openURLs(const std::vector<std::string>& urls) {
     const auto answer = panel_->bus().call("org.vantrel.Vantrel", "/org/vantrel/Vantrel", "org.freedesktop.Application",
                                            "Open", openArguments(urls));

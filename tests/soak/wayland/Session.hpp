@@ -56,6 +56,8 @@ class Session {
     /// What the panel shows of it.
     std::string label() { return item_->text("XAyatanaLabel"); }
     void openURLs(const std::vector<std::string>& urls);
+    /// The same without waiting for an answer.
+    void openURLsLater(const std::vector<std::string>& urls);
 
     /// Throws unless the agent, which has come to its ordinary end, has left no hot key behind.
     virtual void checkNoHotKeysRemain() = 0;

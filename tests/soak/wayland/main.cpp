@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "tests/soak/wayland/JumpRun.hpp"
+#include "tests/soak/wayland/KillRun.hpp"
 
 namespace {
 
@@ -42,6 +43,8 @@ int main(int count, char** given) {
         for (const std::string& session : sessions) {
             if (arguments[0] == "jumps") {
                 vantrel::soak::JumpRun(session, seed, share).run();
+            } else if (arguments[0] == "kills") {
+                vantrel::soak::runKills(session, seed, share);
             } else {
                 return complainAboutUsage();
             }
