@@ -87,22 +87,18 @@ void JumpRun::jumpOnce() {
     isPointerLost_ = false;
     const LayoutPoint departure = isMoved || !seen || !jumper_.leadsAway(*seen, side) ? bringToNewPlace(side) : *seen;
     Outcome outcome = jumper_.jump(departure, side, request);
-    while (outcome == Outcome::unheard) {
-        checkMayBeUnheard();
-        ++outcomes_[outcome];
-        outcome = jumper_.jump(departure, side, request);
-    }
     count(outcome);
+    while (outcome == Outcome::unheard) {
+        outcome = jumper_.jump(departure, side, request);
+        count(outcome);
+    }
 }
 
 void JumpRun::count(Outcome outcome) {
-    ++outcomes_[outcome];
-}
-
-void JumpRun::checkMayBeUnheard() const {
-    if (std::chrono::steady_clock::now() - reconfigured_ > longestRestoring) {
+    if (outcome == Outcome::unheard && std::chrono::steady_clock::now() - reconfigured_ > longestRestoring) {
         throw std::runtime_error("the agent does nothing about a request");
     }
+    ++outcomes_[outcome];
 }
 
 void JumpRun::weigh() {
@@ -124,6 +120,7 @@ void JumpRun::print() const {
     const int refused = times(Outcome::refused);
     const auto row = [](const char* what, int number) { std::printf("    %-34s %6d\n", what, number); };
     std::printf("    %s\n", name_.c_str());
+    row("jumps", landed + silent + refused);
     row("landed where they must", landed);
     row("\"No cursor\", nothing remembered", silent);
     row("refused by the desktop", refused);

@@ -29,9 +29,8 @@ class JumpRun {
     void jumpOnce();
     desk::LayoutPoint bringToNewPlace(Side side);
     Request randomRequest();
+    /// Throws when the agent should have heard of the jump and has not.
     void count(Outcome outcome);
-    /// Throws when the agent should have heard it.
-    void checkMayBeUnheard() const;
 
     // Each is one thing that may happen to an agent.
     void disturb();

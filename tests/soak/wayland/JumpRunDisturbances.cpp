@@ -80,22 +80,20 @@ void JumpRun::jumpWithMenuOpen() {
         throw std::runtime_error("a window does not get what is typed");
     }
     window->openMenu();
-    const Outcome outcome = jumper_.jumpUnseen(departure, side, Request::url, [&] {
+    count(jumper_.jumpUnseen(departure, side, randomRequest(), [&] {
         window.reset();
         session_->person().synchronise();
-    });
-    count(outcome);
+    }));
 }
 
 void JumpRun::jumpWithButtonHeld() {
     const Side side = random_.onceIn(2) ? Side::previous : Side::next;
     const desk::LayoutPoint departure = bringToNewPlace(side);
     session_->person().pressButton();
-    const Outcome outcome = jumper_.jumpUnseen(departure, side, Request::url, [&] {
+    count(jumper_.jumpUnseen(departure, side, randomRequest(), [&] {
         session_->person().releaseButton();
         session_->person().synchronise();
-    });
-    count(outcome);
+    }));
 }
 
 }  // namespace vantrel::soak

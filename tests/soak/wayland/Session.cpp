@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <tuple>
 
+#include "tests/soak/RandomDisplays.hpp"
+
 #ifdef VANTREL_KWIN
 #include "tests/soak/wayland/KwinSession.hpp"
 #endif
@@ -36,6 +38,10 @@ std::string textOf(const std::vector<LayoutArea>& areas) {
                 "+" + std::to_string(area.y);
     }
     return text;
+}
+
+std::string textOf(LayoutPoint point) {
+    return std::to_string(point.x) + ", " + std::to_string(point.y);
 }
 
 /// The protocols tell of 256ths of a point, and some compositors cut down to them.
@@ -96,25 +102,55 @@ void Session::awaitAgent() {
     person().synchronise();
 }
 
+std::optional<LayoutPoint> Session::seenNear(LayoutPoint place) {
+    constexpr std::chrono::milliseconds aWhile(300);
+    const auto end = std::chrono::steady_clock::now() + aWhile;
+    do {
+        const auto seen = person().pointer();
+        if (seen && isNear(*seen, place)) {
+            return seen;
+        }
+        person().look(std::chrono::milliseconds(5));
+    } while (std::chrono::steady_clock::now() < end);
+    return std::nullopt;
+}
+
 LayoutPoint Session::bring(LayoutPoint place) {
     constexpr int attempts = 20;
-    constexpr std::chrono::milliseconds aWhile(500);
     for (int attempt = 0; attempt < attempts; ++attempt) {
         person().moveUnseenTo(place);
-        std::optional<LayoutPoint> seen;
-        const auto end = std::chrono::steady_clock::now() + aWhile;
-        while (std::chrono::steady_clock::now() < end) {
-            seen = person().pointer();
-            if (seen && isNear(*seen, place)) {
-                return *seen;
-            }
-            person().look(std::chrono::milliseconds(5));
+        if (const auto seen = seenNear(place)) {
+            return *seen;
         }
-        // A motion to where the pointer rests may tell nobody anything.
-        const desk::MainRect main = shown_.front().bounds();
-        person().moveUnseenTo({.x = main.width / 2.0 + attempt, .y = main.height / 2.0});
+        // KWin 6 lets a hand over one edge at a time; and a motion to where the pointer rests tells nobody anything.
+        walkTowards(place, attempt % 2 == 0);
     }
-    throw std::runtime_error("the pointer does not get where the hand moves it");
+    throw std::runtime_error("the pointer does not get to " + textOf(place) + " by hand");
+}
+
+void Session::walkTowards(LayoutPoint place, bool isForward) {
+    std::vector<desk::PlacedDisplay> way = placed(shown_);
+    const auto isRow = [&] {
+        return std::all_of(way.begin(), way.end(), [&](const desk::PlacedDisplay& one) {
+            return std::all_of(way.begin(), way.end(), [&](const desk::PlacedDisplay& other) {
+                return one.output == other.output || one.bounds.x + one.bounds.width <= other.bounds.x ||
+                       other.bounds.x + other.bounds.width <= one.bounds.x;
+            });
+        });
+    };
+    std::sort(way.begin(), way.end(), [inARow = isRow()](const auto& one, const auto& other) {
+        return inARow ? one.bounds.x < other.bounds.x : one.bounds.y < other.bounds.y;
+    });
+    if (!isForward) {
+        std::reverse(way.begin(), way.end());
+    }
+    for (const desk::PlacedDisplay& display : way) {
+        const desk::MainRect& bounds = display.bounds;
+        person().moveUnseenTo({.x = bounds.x + bounds.width / 2.0, .y = bounds.y + bounds.height / 2.0});
+        if (holds(bounds, place)) {
+            return;
+        }
+    }
 }
 
 void Session::startAgent() {

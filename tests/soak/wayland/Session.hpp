@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -83,6 +84,10 @@ class Session {
 
   private:
     void awaitItem();
+    /// Where the person sees the pointer once it is there; none when it does not come in a while.
+    std::optional<desk::LayoutPoint> seenNear(desk::LayoutPoint place);
+    /// Moves it by hand from display to display, from one end or the other up to that which shows the place.
+    void walkTowards(desk::LayoutPoint place, bool isForward);
 
     std::vector<ShownDisplay> shown_;
     std::vector<int> outputs_;
