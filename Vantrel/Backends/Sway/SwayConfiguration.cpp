@@ -177,7 +177,7 @@ class Reader {
         }
         whole += line;
         const Words beginning = wordsOf(whole);
-        if (beginning.front() == "set" && beginning.size() > 2) {
+        if (beginning.front() == "set" && beginning.size() > 2 && beginning[1].starts_with('$')) {
             std::string value;
             for (std::size_t index = 2; index < beginning.size(); ++index) {
                 value += (index > 2 ? " " : "") + beginning[index];
@@ -192,6 +192,9 @@ class Reader {
     }
 
     void obey(Words words) {
+        if (words.empty()) {
+            return;  // a variable that stands for nothing
+        }
         std::string mode = defaultMode;
         if (words.front() == "mode") {
             words.erase(words.begin());

@@ -82,7 +82,11 @@ INSTANTIATE_TEST_SUITE_P(
         Line{"variableForAll",
              "set $k Mod4+d\nset $m my mode\nmode \"$m\" bindsym $k nop",
              {symbol(wayland::logoModifier, XKB_KEY_d, "my mode")}},
-        Line{"variableThatIsNot", "bindsym $none+d nop", {}}, Line{"modeWithoutMore", "mode", {}},
+        Line{"variableThatIsNot", "bindsym $none+d nop", {}},
+        Line{"variableOfNothing", "set $none \"\"\n$none\nbindsym e nop", {symbol(0, XKB_KEY_e)}},
+        Line{"variableOfBlanks", "set $none \"  \"\n$none\nbindsym e nop", {symbol(0, XKB_KEY_e)}},
+        Line{"variableWithoutName", "set \"\" x\nbindsym $mod+d nop\nbindsym e nop", {symbol(0, XKB_KEY_e)}},
+        Line{"modeWithoutMore", "mode", {}},
         Line{"bracesThatDoNotMatch", "}\n}\nbindsym e nop\nmode m {", {symbol(0, XKB_KEY_e)}}),
     [](const auto& test) {
         std::string name = test.param.name;
