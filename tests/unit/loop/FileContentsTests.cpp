@@ -1,9 +1,12 @@
 #include "Vantrel/Handles/FileContents.hpp"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
+#include <array>
 #include <vector>
 
+#include "Vantrel/Handles/FileDescriptor.hpp"
 #include "Vantrel/Handles/TextPieces.hpp"
 
 namespace vantrel {
@@ -25,6 +28,15 @@ TEST(FileContents, fileOfTheKernelWithoutASize_isRead) {
 TEST(FileContents, noFile_none) {
     EXPECT_EQ(contentsOf("/nowhere/at/all"), std::nullopt);
     EXPECT_EQ(contentsOf("/proc"), std::nullopt);
+}
+
+TEST(FileContents, pipe_isNotWaitedFor) {
+    std::array<int, 2> ends{};
+    ASSERT_EQ(pipe(ends.data()), 0);
+    const FileDescriptor reading(ends[0]);
+    const FileDescriptor writing(ends[1]);
+    // As a shell names what "<(...)" gives to a program.
+    EXPECT_EQ(contentsOf("/proc/self/fd/" + std::to_string(reading.get())), std::nullopt);
 }
 
 TEST(TakePiece, separators_standBetweenPiecesOrAfterTheLast) {
