@@ -56,7 +56,7 @@ std::optional<LayoutPoint> CursorSessions::read(std::span<const Output> outputs,
     }
     std::vector<std::unique_ptr<Session>> sessions;
     for (const Output& output : outputs) {
-        sessions.push_back(std::make_unique<Session>(*sources_, *sessions_, output.handle, seat_.pointer()));
+        sessions.push_back(std::make_unique<Session>(*sources_, *sessions_, output.handle.get(), seat_.pointer()));
     }
     if (!connection_.synchronize(deadline)) {
         return std::nullopt;

@@ -133,7 +133,7 @@ void Outputs::add(const Registry::Global& global) {
     WaylandPointer<zxdg_output_v1> geometry(zxdg_output_manager_v1_get_xdg_output(&manager_, output));
     zxdg_output_v1* const logical = geometry.get();
     tracked_.push_back(
-        std::make_unique<Tracked>(Tracked{*this, global.name, std::move(handle), std::move(geometry), {}, {}}));
+        std::make_shared<Tracked>(Tracked{*this, global.name, std::move(handle), std::move(geometry), {}, {}}));
     wl_output_add_listener(output, &Callbacks::output, tracked_.back().get());
     zxdg_output_v1_add_listener(logical, &Callbacks::logical, tracked_.back().get());
 }
@@ -148,7 +148,9 @@ std::vector<Output> Outputs::current() const {
     std::vector<Output> outputs;
     for (const auto& output : tracked_) {
         if (output->current.width > 0 && output->current.height > 0) {
-            outputs.push_back({output->global, output->handle.get(), output->current});
+            // With all that the handle's events are told to.
+            std::shared_ptr<wl_output> handle(output, output->handle.get());
+            outputs.push_back({output->global, std::move(handle), output->current});
             outputs.back().description.isMain = output->current.name == firstInOrder_;
         }
     }

@@ -9,10 +9,11 @@
 
 namespace vantrel::wayland {
 
-/// An output with its handle.
+/// An output with its handle, which can be sent to as long as it is held, also when the output has gone: events are
+/// handled in every wait, and so between the reading of the outputs and their use.
 struct Output {
     std::uint32_t global = 0;
-    wl_output* handle = nullptr;
+    std::shared_ptr<wl_output> handle;
     OutputDescription description;
 };
 
@@ -43,7 +44,7 @@ class Outputs {
 
     Registry& registry_;
     zxdg_output_manager_v1& manager_;
-    std::vector<std::unique_ptr<Tracked>> tracked_;
+    std::vector<std::shared_ptr<Tracked>> tracked_;
     WaylandPointer<kde_output_order_v1> order_;  ///< where the compositor has one
     std::string firstInOrder_;
     std::string firstInNextOrder_;  ///< in force with `done`

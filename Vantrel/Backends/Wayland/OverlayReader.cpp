@@ -108,7 +108,7 @@ std::optional<LayoutPoint> OverlayReader::read(std::span<const Output> outputs, 
     seat_.forgetEntry();
     std::vector<std::unique_ptr<Surface>> surfaces;
     for (const Output& output : outputs) {
-        surfaces.push_back(std::make_unique<Surface>(tools_, transparent_.get(), output.handle));
+        surfaces.push_back(std::make_unique<Surface>(tools_, transparent_.get(), output.handle.get()));
         surfaces.back()->cover();
     }
     const auto isEntered = [this] { return seat_.entry().surface != nullptr; };

@@ -31,7 +31,7 @@ void VirtualPointers::warp(std::span<const Output> outputs, LayoutPoint point) {
     // Made anew each time: a compositor that reads its configuration again forgets, without a word, which output a
     // device belongs to. The former one goes only then, so that the seat always has a pointer.
     latest_.reset(
-        zwlr_virtual_pointer_manager_v1_create_virtual_pointer_with_output(manager_, seat_.get(), output.handle));
+        zwlr_virtual_pointer_manager_v1_create_virtual_pointer_with_output(manager_, seat_.get(), output.handle.get()));
     const OutputDescription& place = output.description;
     const OutputFraction fraction =
         onDeviceOf(place.transform, {.x = (point.x - place.x) / place.width, .y = (point.y - place.y) / place.height});
