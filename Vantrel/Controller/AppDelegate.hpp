@@ -28,8 +28,7 @@ inline constexpr std::uint32_t vantrelHotKeySignature = fourCharCode("VNTL");
 
 /// The application's controller: owns all mutable state and carries out every action. Lives on the main thread, for the
 /// whole process, always in a shared pointer. Operations that the platform calls stop the program when they are called
-/// on another thread. Each group of operations has a source file of its own; those about the menu and the window stand
-/// in Vantrel/Interface.
+/// on another thread. Each group of operations has a source file of its own.
 class AppDelegate final : public ApplicationDelegate,
                           public PreferencesWindowControllerDelegate,
                           public std::enable_shared_from_this<AppDelegate> {
@@ -94,7 +93,7 @@ class AppDelegate final : public ApplicationDelegate,
     /// Shows the message in place of the status item's title for 1.2 s from now.
     void flashStatus(const std::string& message);
 
-    // Status menu (Interface/StatusMenu.cpp, Interface/StatusMenuActions.cpp)
+    // Status menu (MenuActions.cpp)
 
     /// Builds the menu anew from the present state.
     void rebuildMenu();
@@ -104,7 +103,7 @@ class AppDelegate final : public ApplicationDelegate,
     void openSettings();
     void quit();
 
-    // Settings window (Interface/PreferencesWindowUpdates.cpp)
+    // Settings window (PreferencesWindowUpdates.cpp)
 
     /// Pushes the present state into the settings window, if it was ever opened.
     void refreshPreferencesWindow();
@@ -133,7 +132,7 @@ class AppDelegate final : public ApplicationDelegate,
     void dressStatusItem();
     void assertMainThread(std::string_view operation) const;
 
-    // Settings (Settings.cpp)
+    // Settings (StoredValues.cpp)
     void loadSettings();
     void loadSingleValues();
     void loadPrimaryShortcut();
