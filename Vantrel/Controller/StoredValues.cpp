@@ -12,11 +12,11 @@ namespace vantrel {
 
 namespace {
 
-constexpr std::uint64_t largestIdentifier = std::numeric_limits<std::uint32_t>::max();
+constexpr std::int64_t largestHotKeyNumber = std::numeric_limits<std::uint32_t>::max();
 
 /// A hot key that names no key at all is a damaged store: to guess one would bind a key that nobody chose.
 std::uint32_t hotKeyNumber(std::int64_t stored, std::string_view key) {
-    if (stored < 0 || stored > static_cast<std::int64_t>(largestIdentifier)) {
+    if (stored < 0 || stored > largestHotKeyNumber) {
         fatalError("The stored value " + std::to_string(stored) + " of '" + std::string(key) +
                    "' is not an unsigned 32-bit number");
     }

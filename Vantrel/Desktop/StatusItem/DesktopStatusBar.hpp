@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include "Vantrel/Desktop/Helpers/Helper.hpp"
 #include "Vantrel/Handles/GLibHandles.hpp"

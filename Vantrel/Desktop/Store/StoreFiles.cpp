@@ -147,7 +147,6 @@ std::optional<fs::path> setStoreAside(const fs::path& path) {
 }
 
 bool isOnNetwork(const fs::path& path) {
-    // Those that <linux/magic.h> of Debian 12 does not name are written out.
     constexpr std::array<unsigned long, 8> networkFileSystems{NFS_SUPER_MAGIC,  SMB_SUPER_MAGIC, CIFS_SUPER_MAGIC,
                                                               SMB2_SUPER_MAGIC, V9FS_MAGIC,      AFS_SUPER_MAGIC,
                                                               CODA_SUPER_MAGIC, CEPH_SUPER_MAGIC};

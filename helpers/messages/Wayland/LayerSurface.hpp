@@ -12,8 +12,8 @@ class LayerSurface {
   public:
     enum class Keyboard { none, exclusive };
 
-    /// `configured` is called with each size that the
-    /// compositor gives it, in points.
+    /// `configured` is called with each size that the compositor gives it, in points. The compositor outlives this
+    /// object.
     LayerSurface(const Compositor& compositor, wl_output* output, Keyboard keyboard,
                  std::function<void(Size)> configured);
     LayerSurface(const LayerSurface&) = delete;
