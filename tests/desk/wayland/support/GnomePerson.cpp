@@ -76,10 +76,15 @@ LayoutPoint GnomePerson::origin() const {
 }
 
 void GnomePerson::moveTo(LayoutPoint point) {
-    const LayoutPoint corner = origin();
-    static_cast<void>(shell_.evaluate("witness.moveTo(" + std::to_string(point.x + corner.x) + ", " +
-                                      std::to_string(point.y + corner.y) + ")"));
-    if (!waitFor(point)) {
+    // Again where a late jump has come.
+    constexpr auto attempt = std::chrono::seconds(2);
+    const bool isThere = waitUntil([&] {
+        const LayoutPoint corner = origin();
+        static_cast<void>(shell_.evaluate("witness.moveTo(" + std::to_string(point.x + corner.x) + ", " +
+                                          std::to_string(point.y + corner.y) + ")"));
+        return waitFor(point, attempt);
+    });
+    if (!isThere) {
         std::ostringstream problem;
         problem << "the hand moves the pointer to " << point << ", and it is at " << pointer().value_or(LayoutPoint{});
         throw std::runtime_error(problem.str());

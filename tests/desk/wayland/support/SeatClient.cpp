@@ -286,8 +286,13 @@ void SeatClient::chooseLayout(unsigned number) {
 }
 
 void SeatClient::moveTo(LayoutPoint point) {
-    moveUnseenTo(point);
-    if (!waitFor(point)) {
+    // Again where displays have moved meanwhile, of which this client has yet to be told, or a late jump has come.
+    constexpr auto attempt = std::chrono::seconds(2);
+    const bool isThere = waitUntil([&] {
+        moveUnseenTo(point);
+        return waitFor(point, attempt);
+    });
+    if (!isThere) {
         throw std::runtime_error("the pointer does not get where the hand moves it");
     }
 }
@@ -362,7 +367,8 @@ bool SeatClient::staysAt(LayoutPoint point, Duration time) {
         }
         look(std::chrono::milliseconds(5));
     }
-    return pointer() == point;
+    // Who has read where it is may have just covered it.
+    return waitFor(point);
 }
 
 }  // namespace vantrel::desk
