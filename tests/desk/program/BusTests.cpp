@@ -13,7 +13,6 @@
 namespace vantrel::desk {
 namespace {
 
-/// What a further start opens on a desk without a panel, and the sign that the agent was told of it.
 /// A desk with an agent that is known to be on the bus.
 struct AgentOnBus {
     Desk desk;

@@ -16,7 +16,6 @@
 namespace vantrel::desk {
 namespace {
 
-/// What a further start opens on a desk without a panel, and the sign that the agent was told of it.
 class SecondStart : public testing::TestWithParam<bool> {
   protected:
     Desk desk_{{.hasSessionBus = GetParam()}};
