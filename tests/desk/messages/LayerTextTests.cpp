@@ -62,6 +62,7 @@ TEST_F(LayerText, text_comingUnderTheRestingPointer_doesNotTakeIt) {
     EXPECT_TRUE(desk.person().staysAt(onTheText));
     desk.person().pressButton();
     desk.person().releaseButton();
+    EXPECT_TRUE(desk.person().waitForClicks(1));
     EXPECT_TRUE(desk.person().staysAt(onTheText));
 }
 

@@ -21,7 +21,15 @@ class WaylandMessages : public ScreenDesk, public testing::WithParamInterface<Co
         rememberTheScreen();
         auto agent = session->startAgent();
         if (!GetParam().bindsHotKeys) {
-            EXPECT_TRUE(waitUntilSeenOn(mainOutput)) << "that hot keys are off";
+            // On a busy machine the moment may be over before the message is seen: then another agent says it.
+            const auto saysHotKeysAreOff = [&] {
+                return waitUntil([&] { return seenOn(mainOutput).has_value(); }, std::chrono::seconds(5));
+            };
+            EXPECT_TRUE(saysHotKeysAreOff() || waitUntil([&] {
+                            agent.reset();
+                            agent = session->startAgent();
+                            return saysHotKeysAreOff();
+                        }));
             EXPECT_TRUE(waitUntilNothingIsSeen());
         }
         return agent;
@@ -95,7 +103,7 @@ TEST_P(WaylandMessages, secondStart_escape_leavesTheAgentAndThePointerIsFree) {
     EXPECT_TRUE(session->person().waitFor(onMain));
     const int clicks = session->person().clicks();
     click();
-    EXPECT_EQ(session->person().clicks(), clicks + 1);
+    EXPECT_TRUE(session->person().waitForClicks(clicks + 1));
     EXPECT_TRUE(session->jump("vantrel://next", centreOfSecond));
 }
 

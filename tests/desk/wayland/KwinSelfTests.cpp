@@ -123,10 +123,7 @@ TEST(KwinDesk, pressButton_onTheWindowBehindEverything_isSeen) {
     desk.person().moveTo(onMain);
     desk.person().pressButton();
     desk.person().releaseButton();
-    EXPECT_TRUE(waitUntil([&] {
-        desk.person().look(quietTime);
-        return desk.person().clicks() == 1;
-    }));
+    EXPECT_TRUE(desk.person().waitForClicks(1));
 }
 
 }  // namespace

@@ -7,6 +7,14 @@
 
 namespace vantrel::desk {
 
+namespace {
+
+/// Of a foreign scheme: the agent takes it, when it has launched and has obeyed what came before, and does nothing
+/// about it.
+constexpr auto nothingToDo = "about:blank";
+
+}  // namespace
+
 CompositorDesk::CompositorDesk(std::unique_ptr<CompositorProcess> compositor)
     : compositor_(std::move(compositor)), environment_(Environment::minimal()) {
     home_.enter(environment_);
@@ -25,8 +33,7 @@ std::unique_ptr<AgentProcess> CompositorDesk::startProgram(const std::vector<std
 std::unique_ptr<AgentProcess> CompositorDesk::startAgent() {
     auto agent = startProgram();
     waitUntil([&] { return !agent->isRunning() || isServed(); });
-    // Of a foreign scheme: the agent takes it, when it has launched, and does nothing about it.
-    if (!agent->isRunning() || !open("about:blank") || !agent->isRunning()) {
+    if (!agent->isRunning() || !open(nothingToDo) || !agent->isRunning()) {
         throw std::runtime_error("the agent does not become ready: " + agent->standardError());
     }
     return agent;
@@ -64,6 +71,10 @@ bool CompositorDesk::savePoint() {
 
 bool CompositorDesk::open(const std::string& url) {
     return startProgram({url})->waitForExit() == ordinaryEnd;
+}
+
+bool CompositorDesk::openAndWait(const std::string& url) {
+    return open(url) && open(nothingToDo);
 }
 
 }  // namespace vantrel::desk

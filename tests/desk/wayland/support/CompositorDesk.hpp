@@ -57,6 +57,8 @@ class CompositorDesk {
 
     /// Hands the URL over to the agent; false when nobody takes it.
     bool open(const std::string& url);
+    /// The same, and waits until the agent has done what it says.
+    bool openAndWait(const std::string& url);
 
   protected:
     /// What a person's eyes are asked for.

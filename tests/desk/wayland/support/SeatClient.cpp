@@ -66,6 +66,7 @@ struct SeatClient::Events {
     static void leave(void* data, wl_pointer*, std::uint32_t, wl_surface*) { client(data).pointed_ = nullptr; }
     static void motion(void* data, wl_pointer*, std::uint32_t, wl_fixed_t x, wl_fixed_t y) {
         client(data).onSurface_ = {.x = wl_fixed_to_double(x), .y = wl_fixed_to_double(y)};
+        client(data).lastSeen_ = client(data).place().value_or(client(data).lastSeen_);
     }
     static void button(void* data, wl_pointer*, std::uint32_t, std::uint32_t, std::uint32_t, std::uint32_t state) {
         client(data).clicks_ += state == WL_POINTER_BUTTON_STATE_PRESSED ? 1 : 0;
@@ -328,14 +329,30 @@ LayoutPoint SeatClient::origin() const {
                : LayoutPoint{.x = static_cast<double>((*main)->x), .y = static_cast<double>((*main)->y)};
 }
 
-std::optional<LayoutPoint> SeatClient::pointer() {
-    look(Duration::zero());
+std::optional<LayoutPoint> SeatClient::place() const {
     for (const auto& output : outputs_) {
         if (output->surface == pointed_ && pointed_ != nullptr) {
             return LayoutPoint{.x = output->x + onSurface_.x - origin().x, .y = output->y + onSurface_.y - origin().y};
         }
     }
     return std::nullopt;
+}
+
+std::optional<LayoutPoint> SeatClient::pointer() {
+    look(Duration::zero());
+    return place();
+}
+
+LayoutPoint SeatClient::lastSeen() {
+    look(Duration::zero());
+    return lastSeen_;
+}
+
+bool SeatClient::waitForClicks(int count) {
+    return waitUntil([&] {
+        synchronise();
+        return clicks_ == count;
+    });
 }
 
 std::size_t SeatClient::displayCount() {

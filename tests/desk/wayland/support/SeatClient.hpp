@@ -53,6 +53,8 @@ class SeatClient {
     void releaseButton();
     /// How many presses of a button came to the window behind everything up to now.
     [[nodiscard]] int clicks() const { return clicks_; }
+    /// Waits until it is so many.
+    bool waitForClicks(int count);
 
     /// Whether programs that record the screen are told of the pointer here.
     [[nodiscard]] bool tellsRecorders() const { return tellsRecorders_; }
@@ -61,6 +63,9 @@ class SeatClient {
     std::optional<LayoutPoint> pointer();
     bool waitFor(LayoutPoint point, Duration deadline = generousDeadline);
     bool staysAt(LayoutPoint point, Duration time = quietTime);
+
+    /// The same; where something covers or hides it, where it was before.
+    LayoutPoint lastSeen();
 
     /// The displays on which the pointer can be seen by now.
     std::size_t displayCount();
@@ -84,6 +89,8 @@ class SeatClient {
     void watch(Output& output);
     void growHands();
     [[nodiscard]] bool hasHands() const;
+    /// Where the pointer is by the events that have been taken in; none when something covers it.
+    [[nodiscard]] std::optional<LayoutPoint> place() const;
 
     struct Disconnect {
         void operator()(wl_display* display) const { wl_display_disconnect(display); }
@@ -113,6 +120,7 @@ class SeatClient {
 
     wl_surface* pointed_ = nullptr;  ///< the surface under the pointer
     LayoutPoint onSurface_;
+    LayoutPoint lastSeen_;
     int clicks_ = 0;
     bool tellsRecorders_ = false;
 };

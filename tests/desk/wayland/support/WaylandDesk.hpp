@@ -33,10 +33,10 @@ class WaylandDesk : public CompositorDesk {
     bool jump(const Chord& chord, LayoutPoint target);
     /// The same, by having the agent obey the URL.
     bool jump(const std::string& url, LayoutPoint target);
-
-  private:
+    /// The same, by what else asks for it; that is done again where it moves nothing.
     bool jump(const std::function<void()>& ask, LayoutPoint target);
 
+  private:
     std::string keyboardLayouts_;
     std::string keyboardOptions_;
     std::unique_ptr<SeatClient> person_;
