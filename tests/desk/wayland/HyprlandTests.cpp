@@ -21,7 +21,7 @@ TEST(HyprlandSession, anotherKeyboardsLayout_jumps) {
     EXPECT_TRUE(waitUntil([&] {
         another.moveTo(onMain);
         another.type(hyper(keys::d));
-        return another.waitFor(centreOfSecond, std::chrono::milliseconds(200));
+        return another.waitFor(centreOfSecond, std::chrono::seconds(1));
     }));
 }
 
@@ -40,7 +40,7 @@ TEST(HyprlandKeys, reloadWithTheChordGivenAway_isThePersonsUntilTheyTakeItOut) {
     EXPECT_TRUE(waitUntil([&] {
         desk.person().moveTo(onMain);
         desk.person().type(hyper(keys::d));
-        return desk.person().waitFor(centreOfSecond, std::chrono::milliseconds(200));
+        return desk.person().waitFor(centreOfSecond, std::chrono::seconds(1));
     }));
 }
 

@@ -80,23 +80,8 @@ TEST(SwayKeys, modeMadeWhileRunning_jumpsThereToo) {
     EXPECT_TRUE(waitUntil([&] {
         desk.person().moveTo(onMain);
         desk.person().type(hyper(keys::d));
-        return desk.person().waitFor(centreOfSecond, std::chrono::milliseconds(200));
+        return desk.person().waitFor(centreOfSecond, std::chrono::seconds(1));
     }));
-}
-
-TEST(SwayKeys, reload_hotKeysComeBack) {
-    SwayDesk desk;
-    const auto agent = desk.startAgent();
-    desk.person().moveTo(onMain);
-    for (int round = 0; round < 3; ++round) {
-        desk.control().run("reload");
-        EXPECT_TRUE(waitUntil([&] {
-            desk.person().moveTo(onMain);
-            desk.person().type(hyper(keys::d));
-            return desk.person().waitFor(centreOfSecond, std::chrono::milliseconds(200));
-        }));
-    }
-    EXPECT_EQ(agent->standardError(), "");
 }
 
 TEST(SwayKeys, reloadWithTheChordGivenAway_isThePersons) {
@@ -145,18 +130,6 @@ TEST(SwayKeys, end_isUnbound) {
     // Unbinding what is not bound is an error.
     EXPECT_THROW(desk.control().run("unbindcode Ctrl+Mod1+Shift+Mod4+40"), std::runtime_error);
     EXPECT_THROW(desk.control().run("unbindcode Ctrl+Mod1+Mod4+114"), std::runtime_error);
-}
-
-TEST(SwayKeys, killed_theNextAgentHasThem) {
-    SwayDesk desk;
-    auto agent = desk.startAgent();
-    agent->kill();
-    desk.person().moveTo(onMain);
-    desk.person().type(hyper(keys::d));
-    EXPECT_TRUE(desk.person().staysAt(onMain));
-    agent = desk.startAgent();
-    EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
-    EXPECT_TRUE(desk.jump(hyper(keys::d), onMain)) << "once";
 }
 
 class SwaySocketVariable : public testing::TestWithParam<const char*> {};
