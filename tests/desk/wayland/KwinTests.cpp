@@ -37,6 +37,17 @@ class KwinKeys : public testing::Test {
 
     bool isStored() { return storedShortcuts().find("[vantrel]") != std::string::npos; }
 
+    /// Whether nothing of ours is stored, and all that was before still is. A busy KWin may have stored more meanwhile.
+    bool isStoredAsItWas(const std::string& before) {
+        std::istringstream lines(before);
+        const std::string now = "\n" + storedShortcuts();
+        bool hasAll = !isStored();
+        for (std::string line; std::getline(lines, line);) {
+            hasAll = hasAll && now.find("\n" + line + "\n") != std::string::npos;
+        }
+        return hasAll;
+    }
+
     KwinDesk desk;
     std::unique_ptr<AgentProcess> agent;
 };
@@ -55,12 +66,16 @@ TEST_F(KwinKeys, wrongChords_doNothing) {
     desk.person().type({keys::d});
     desk.person().type({keys::control, keys::option, keys::shift, keys::command, keys::rightArrow});
     EXPECT_TRUE(desk.person().staysAt(onMain));
+    EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond)) << "the right one does";
 }
 
 TEST_F(KwinKeys, heldKey_actsOnce) {
     start();
-    desk.person().hold(hyper(keys::d));
-    EXPECT_TRUE(desk.person().waitFor(centreOfSecond));
+    const auto holdAnew = [&] {
+        desk.person().letGo();
+        desk.person().hold(hyper(keys::d));
+    };
+    ASSERT_TRUE(desk.jump(holdAnew, centreOfSecond));
     // Keys repeat after 600 ms.
     EXPECT_TRUE(desk.person().staysAt(centreOfSecond, std::chrono::milliseconds(1500)));
     desk.person().letGo();
@@ -72,7 +87,7 @@ TEST_F(KwinKeys, end_leavesTheStoredShortcutsAsTheyWere) {
     start();
     ASSERT_TRUE(waitUntil([this] { return isStored(); }));
     EXPECT_EQ(agent->terminate(), ordinaryEnd);
-    EXPECT_TRUE(waitUntil([&] { return storedShortcuts() == before; }));
+    EXPECT_TRUE(waitUntil([&] { return isStoredAsItWas(before); }));
 }
 
 TEST_F(KwinKeys, killed_theNextAgentHasThemAndLeavesNothing) {
@@ -82,7 +97,7 @@ TEST_F(KwinKeys, killed_theNextAgentHasThemAndLeavesNothing) {
     start();
     EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
     EXPECT_EQ(agent->terminate(), ordinaryEnd);
-    EXPECT_TRUE(waitUntil([&] { return storedShortcuts() == before; }));
+    EXPECT_TRUE(waitUntil([&] { return isStoredAsItWas(before); }));
 }
 
 TEST_F(KwinKeys, chordOfAnotherProgram_staysIts) {
