@@ -165,10 +165,12 @@ TEST_F(GnomeJump, buttonHeld_jumps) {
 
 TEST_F(GnomeJump, overviewOrMenuOpen_jumps) {
     static_cast<void>(desk.shell().evaluate("Main.overview.show()"));
+    ASSERT_TRUE(waitUntil([this] { return desk.shell().evaluate("Main.overview.visible") == "true"; }));
     desk.person().moveTo(onMain);
     EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
     static_cast<void>(desk.shell().evaluate("Main.overview.hide()"));
     static_cast<void>(desk.shell().evaluate("Main.panel.statusArea.vantrel.menu.open()"));
+    ASSERT_TRUE(waitUntil([this] { return desk.item("item.menu.isOpen") == "true"; }));
     EXPECT_TRUE(desk.jump(hyper(keys::d), onMain));
 }
 

@@ -139,6 +139,13 @@ void GnomeProcess::run() {
 }
 
 void GnomeProcess::arrange(const std::vector<PrivateOutput>& outputs) const {
+    // Again where its displays have changed since it told of them.
+    if (!waitUntil([&] { return comesToArrange(outputs); })) {
+        throw std::runtime_error("GNOME Shell does not arrange its displays so");
+    }
+}
+
+bool GnomeProcess::comesToArrange(const std::vector<PrivateOutput>& outputs) const {
     constexpr const char* service = "org.gnome.Mutter.DisplayConfig";
     constexpr const char* path = "/org/gnome/Mutter/DisplayConfig";
     const auto state = client_->call(service, path, service, "GetCurrentState", nullptr);
@@ -181,10 +188,9 @@ void GnomeProcess::arrange(const std::vector<PrivateOutput>& outputs) const {
                               static_cast<gboolean>(number == 0), &shown);
     }
     constexpr guint32 forThisSession = 1;
-    if (!client_->call(service, path, service, "ApplyMonitorsConfig",
-                       g_variant_new("(uua(iiduba(ssa{sv}))a{sv})", serial, forThisSession, &displays, nullptr))) {
-        throw std::runtime_error("GNOME Shell does not arrange its displays so");
-    }
+    return client_->call(service, path, service, "ApplyMonitorsConfig",
+                         g_variant_new("(uua(iiduba(ssa{sv}))a{sv})", serial, forThisSession, &displays, nullptr)) !=
+           nullptr;
 }
 
 std::string GnomeProcess::evaluate(const std::string& expression) const {

@@ -48,6 +48,7 @@ class GnomeProcess final : public CompositorProcess {
 
   private:
     void configure(const GnomeOptions& options) const;
+    [[nodiscard]] bool comesToArrange(const std::vector<PrivateOutput>& outputs) const;
 
     SessionBus bus_;
     SessionBus systemBus_;
