@@ -80,7 +80,14 @@ GVariantPointer PanelItem::property(const std::string& name) {
 }
 
 bool PanelItem::waitForLabel(const std::string& label) {
-    return waitOnBus([&] { return !labels_.empty() && labels_.back() == label; });
+    return waitOnBus([&] {
+        const auto found = std::find(labels_.begin() + static_cast<std::ptrdiff_t>(awaited_), labels_.end(), label);
+        if (found == labels_.end()) {
+            return false;
+        }
+        awaited_ = static_cast<std::size_t>(found - labels_.begin()) + 1;
+        return true;
+    });
 }
 
 std::vector<PanelRow> PanelItem::rows() {

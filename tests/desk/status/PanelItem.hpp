@@ -34,6 +34,7 @@ class PanelItem {
 
     /// The labels that were signalled since the start, in order.
     [[nodiscard]] const std::vector<std::string>& labels() const { return labels_; }
+    /// Waits for that label, after those that were waited for before: one that stands for a moment is not missed.
     bool waitForLabel(const std::string& label);
 
     /// How often the layout and how often properties of rows were reported as changed since the start.
@@ -57,6 +58,7 @@ class PanelItem {
     int layoutChanges_ = 0;
     int propertyChanges_ = 0;
     std::vector<std::string> labels_;
+    std::size_t awaited_ = 0;  ///< how many of them were
 };
 
 }  // namespace vantrel::desk

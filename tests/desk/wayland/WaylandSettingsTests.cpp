@@ -182,6 +182,7 @@ TEST_P(WaylandSettings, ownHotKey_typedIntoTheRecorder_isRecordedAndNotCarriedOu
     startRecording();
     desk.person().type({keys::control, keys::option, keys::space});
     ASSERT_TRUE(waitForShortcut("Ctrl + Option + Space"));
+    ASSERT_TRUE(item->waitForLabel("Shortcut saved"));
     ASSERT_TRUE(item->waitForLabel("Vantrel"));
     startRecording();
     desk.person().type({keys::control, keys::option, keys::space});
