@@ -162,7 +162,7 @@ module.exports = {
     },
     overrides: [
         {files: '.eslintrc.js', globals: {module: 'writable'}},
-        {files: ['extensions/gnome-shell/**', 'tests/desk/wayland/gnome/**'], globals: {global: 'readonly'}},
+        {files: ['extensions/gnome-shell/**', '*/**/wayland/gnome/**'], globals: {global: 'readonly'}},
         {files: 'tests/**', globals: {print: 'readonly'}},
     ],
 };

@@ -30,7 +30,7 @@ check_streams() {
 # installed along with it.
 check_javascript() {
     NODE_PATH=/usr/share/nodejs eslint --max-warnings 0 --report-unused-disable-directives --no-ignore --format unix \
-        .eslintrc.js extensions/gnome-shell tests/unit/gnome-shell tests/desk/wayland/gnome
+        .eslintrc.js extensions/gnome-shell tests/unit/gnome-shell tests/desk/wayland/gnome benchmarks/wayland/gnome
 }
 
 # Each fuzz target has a corpus directory of its name.

@@ -1,31 +1,11 @@
 // Keys that a person binds to URLs in labwc's rc.xml, where no program can bind keys.
 #include <gtest/gtest.h>
 
-#include "tests/desk/support/TemporaryDirectory.hpp"
 #include "tests/desk/wayland/support/LabwcDesk.hpp"
+#include "tests/desk/wayland/support/PersonsProgram.hpp"
 
 namespace vantrel::desk {
 namespace {
-
-/// The program where the compositor's user may start it; the build's directories need not be open to everybody.
-class PersonsProgram {
-  public:
-    PersonsProgram() {
-        using std::filesystem::perms;
-        std::filesystem::permissions(directory_.path(), perms::owner_all | perms::others_read | perms::others_exec);
-        std::filesystem::copy_file(VANTREL_PROGRAM, path());
-    }
-    [[nodiscard]] std::filesystem::path path() const { return directory_.path() / "vantrel"; }
-
-    /// An entry for rc.xml that opens the URL.
-    [[nodiscard]] std::string binding(const std::string& key, const std::string& url) const {
-        return "<keybind key=\"" + key + "\" onRelease=\"yes\"><action name=\"Execute\" command=\"" + path().native() +
-               " " + url + "\"/></keybind>\n";
-    }
-
-  private:
-    TemporaryDirectory directory_{"program"};
-};
 
 /// A session in which the agent is started as a person has it started.
 class LabwcBinding : public testing::Test {
@@ -37,7 +17,7 @@ class LabwcBinding : public testing::Test {
         desk.person().moveTo(onMain);
     }
 
-    PersonsProgram program;
+    PersonsProgram program{VANTREL_PROGRAM};
     LabwcDesk desk{{.outputs = WaylandDesk::twoOutputs(),
                     .keyboard = program.binding("W-C-A-S-d", "vantrel://teleport") +
                                 program.binding("W-C-A-Left", "vantrel://previous"),

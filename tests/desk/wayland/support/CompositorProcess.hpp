@@ -43,6 +43,8 @@ class CompositorProcess {
     /// from looking for one elsewhere or starting one.
     [[nodiscard]] virtual std::string busAddress() const { return "disabled:"; }
     [[nodiscard]] pid_t processId() const { return process_->processId(); }
+    /// The user that compositors run as.
+    static uid_t user();
 
     /// Gives displays other modes, places, scales and transforms, from the first one on, as a person's program for
     /// displays does. Throws when the compositor refuses. What is off comes on.
@@ -74,9 +76,6 @@ class CompositorProcess {
 
     /// Makes the directory, and all that is in it, the compositor's user's. start() does so, too.
     void giveAway() const;
-
-    /// The user that the compositor runs as.
-    static uid_t user();
 
     /// Has the compositor know its clients' programs also where these run as another user; to be called before start().
     void showPrograms() { showsPrograms_ = true; }

@@ -90,6 +90,10 @@ void GnomeProcess::configure(const GnomeOptions& options) const {
     if (options.extensionIsOn) {
         enabled.push_back(quoted("vantrel@vantrel.org"));
     }
+    for (const std::filesystem::path& folder : options.furtherExtensions) {
+        install(folder);
+        enabled.push_back(quoted(folder.filename()));
+    }
     const auto settings = runtimeDirectory() / ".config" / "glib-2.0" / "settings";
     std::filesystem::create_directories(settings);
     std::ofstream(settings / "keyfile")

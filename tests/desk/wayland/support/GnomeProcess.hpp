@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,8 +17,9 @@ struct GnomeOptions {
     std::vector<std::string> keyboardOptions{};
     bool hasExtension = true;  ///< whether Vantrel's extension is installed
     bool extensionIsOfAnotherVersion = false;
-    bool extensionIsOn = true;      ///< whether the person has switched it on
-    bool layoutIsInPixels = false;  ///< Mutter's layout mode without fractional scaling
+    bool extensionIsOn = true;                               ///< whether the person has switched it on
+    bool layoutIsInPixels = false;                           ///< Mutter's layout mode without fractional scaling
+    std::vector<std::filesystem::path> furtherExtensions{};  ///< folders of what else is installed and on
 };
 
 /// A private GNOME Shell with a session bus and a system bus of its own. The first of its displays is the main one; its
