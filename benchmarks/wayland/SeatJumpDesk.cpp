@@ -47,7 +47,9 @@ std::optional<double> SeatJumpDesk::press(LayoutPoint target) {
     } else {
         person.hold({keys::d});
     }
+    // Eyes that kept asking would hold a processor that the compositor or the carrier may be waiting for.
     while (person.pointer() != target && Clock::now() < end) {
+        person.look(std::chrono::milliseconds(100));
     }
     const std::chrono::duration<double, std::micro> time = Clock::now() - begin;
     person.letGo();

@@ -38,9 +38,10 @@ PressTimes timePresses(JumpDesk& desk, int presses) {
         if (number >= 0) {
             time ? times.times.push_back(*time) : static_cast<void>(++times.lost);
         }
-        // The jump leaves something to be painted. And a hand keeps no time with the displays: at one pace the presses
-        // of one program all fall while the compositor paints, and those of another between its pictures.
-        std::this_thread::sleep_for(std::chrono::microseconds(20000 + picture(random)));
+        // All that the jump leaves to be painted is painted by then, as it is when a hand presses. And a hand keeps no
+        // time with the displays: at one pace the presses of one program all fall while the compositor paints, and
+        // those of another between its pictures.
+        std::this_thread::sleep_for(std::chrono::microseconds(60000 + picture(random)));
     }
     return times;
 }
