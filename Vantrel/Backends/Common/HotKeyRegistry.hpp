@@ -11,9 +11,9 @@
 
 namespace vantrel::backend {
 
-/// The hot keys as the controller sees them, over whatever binds keys. A combination that is unregistered is silent at once
-/// and let go of when the loop comes to rest: one that is registered again before that, such as a shortcut that is kept
-/// because the new one is refused, needs no answer of a desktop that may be too busy to give it.
+/// The hot keys as the controller sees them, over whatever binds keys. A combination that is unregistered is silent at
+/// once and let go of when the loop comes to rest: one that is registered again before that, such as a shortcut that is
+/// kept because the new one is refused, needs no answer of a desktop that may be too busy to give it.
 class HotKeyRegistry final : public HotKeyServices {
   public:
     /// The binder outlives this object.
