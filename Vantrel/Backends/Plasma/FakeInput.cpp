@@ -18,10 +18,10 @@ FakeInput::FakeInput(wayland::WaylandPointer<org_kde_kwin_fake_input> device) : 
 }
 
 void FakeInput::warp(const wayland::Warp& warp) {
-    const wayland::OutputDescription& target = outputAt(warp.outputs, warp.to).description;
+    const wayland::Output& target = outputAt(warp.outputs, warp.to);
     const auto from = warp.from ? warp.from : last_;
-    const auto way =
-        from ? wayPoints(outputAt(warp.outputs, *from).description, target) : wayPointsFromAnywhere(target);
+    const auto way = from ? wayPointsThrough(warp.outputs, outputAt(warp.outputs, *from), target)
+                          : wayPointsFromAnywhere(target.description);
     for (const wayland::LayoutPoint point : way) {
         moveTo(point);
     }

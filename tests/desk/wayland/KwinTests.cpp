@@ -172,6 +172,18 @@ TEST(KwinUpgrade, programReplaced_theNewOneMayMoveThePointer) {
     EXPECT_EQ(agent->standardError(), "");
 }
 
+TEST(KwinEdges, jumpFromEndToEndOfARow_isNotHeldUpInBetween) {
+    const KwinOptions options{
+        .outputs = {{.mode = "480x360", .scale = "2"},
+                    {.mode = "480x360", .x = -144, .y = 136, .scale = "2.5", .transform = "flipped-90"},
+                    {.mode = "480x360", .x = 240, .y = -280, .transform = "270"}}};
+    KwinDesk desk(options);
+    const auto agent = desk.startAgent();
+    desk.person().moveTo({.x = 306, .y = -66});
+    EXPECT_TRUE(desk.jump(hyper(keys::d), {.x = -72, .y = 232})) << *desk.person().pointer();
+    EXPECT_TRUE(desk.jump(controlOptionCommand(keys::leftArrow), {.x = 306, .y = -66})) << *desk.person().pointer();
+}
+
 TEST(KwinPermission, notGiven_oneLineSaysWhatIsMissing) {
     KwinOptions options = KwinDesk::twoDisplays();
     options.allowsAgent = false;

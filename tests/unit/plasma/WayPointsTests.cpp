@@ -47,5 +47,34 @@ TEST(WayPoints, wayPoints_edgeOfAFewPoints_countsAsACorner) {
     EXPECT_EQ(wayPoints(output(0, 0, 640, 480), target), wayPointsFromAnywhere(target));
 }
 
+class WayThroughDisplays : public testing::Test {
+  protected:
+    /// Three in a row, and a fourth that touches none of them.
+    std::vector<wayland::Output> outputs{{.description = output(0, 0, 240, 180)},
+                                         {.description = output(240, -280, 360, 480)},
+                                         {.description = output(-144, 136, 144, 192)},
+                                         {.description = output(1000, 1000, 240, 180)}};
+};
+
+TEST_F(WayThroughDisplays, fromEndToEnd_leadsThroughEachEdge) {
+    auto way = wayPoints(outputs[1].description, outputs[0].description);
+    const auto rest = wayPoints(outputs[0].description, outputs[2].description);
+    way.insert(way.end(), rest.begin(), rest.end());
+    EXPECT_EQ(wayPointsThrough(outputs, outputs[1], outputs[2]), way);
+}
+
+TEST_F(WayThroughDisplays, toTheNeighbour_isTheWayThroughTheirEdge) {
+    EXPECT_EQ(wayPointsThrough(outputs, outputs[0], outputs[2]),
+              wayPoints(outputs[0].description, outputs[2].description));
+}
+
+TEST_F(WayThroughDisplays, sameDisplay_isNone) {
+    EXPECT_TRUE(wayPointsThrough(outputs, outputs[0], outputs[0]).empty());
+}
+
+TEST_F(WayThroughDisplays, toOneThatNoneTouches_insistsOnTheCentre) {
+    EXPECT_EQ(wayPointsThrough(outputs, outputs[0], outputs[3]), wayPointsFromAnywhere(outputs[3].description));
+}
+
 }  // namespace
 }  // namespace vantrel::plasma
