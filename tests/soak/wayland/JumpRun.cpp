@@ -17,7 +17,7 @@ constexpr int leastJumpsForWeighing = 4000;
 /// The agent's helpers and GLib's spare threads go within fifteen seconds of their last use.
 constexpr std::chrono::seconds restBeforeWeighing(16);
 /// How long hot keys may be away after a configuration was read.
-constexpr std::chrono::seconds longestRestoring(20);
+constexpr std::chrono::seconds longestRestoring(30);
 
 std::uint64_t seedOfRound(std::uint64_t seed, int round) {
     constexpr std::uint64_t spread = 0x9E3779B97F4A7C15U;

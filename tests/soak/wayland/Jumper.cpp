@@ -18,6 +18,8 @@ constexpr auto noCursor = "No cursor";
 constexpr std::chrono::milliseconds quickly(100);
 /// How long a desktop may take to move the pointer, or to tell of it, before that counts as a refusal.
 constexpr std::chrono::seconds patience(5);
+/// How long a busy machine may take until the agent has heard of a key; else the key had no effect.
+constexpr std::chrono::seconds longestWay(3);
 
 std::string textOf(LayoutPoint point) {
     std::ostringstream text;
@@ -115,15 +117,26 @@ Outcome Jumper::jump(LayoutPoint departure, Side side, Request request) {
     if (session_.person().waitFor(target, quickly)) {
         return land(departure, side);
     }
-    session_.awaitAgent();
+    awaitEffect(departure, wasRemembered);
     return judge(departure, side, wasRemembered);
+}
+
+void Jumper::awaitEffect(LayoutPoint departure, bool wasRemembered) {
+    desk::waitUntil(
+        [&] {
+            session_.awaitAgent();
+            const auto seen = session_.person().pointer();
+            return session_.label() == noCursor || (seen && *seen != departure) ||
+                   (!wasRemembered && isRemembered(departure));
+        },
+        longestWay);
 }
 
 Outcome Jumper::jumpUnseen(LayoutPoint departure, Side side, Request request, const std::function<void()>& end) {
     clearLabel();
     const bool wasRemembered = isRemembered(departure);
     ask(side, request);
-    session_.awaitAgent();
+    awaitEffect(departure, wasRemembered);
     end();
     return judge(departure, side, wasRemembered);
 }

@@ -51,6 +51,8 @@ class Jumper {
   private:
     desk::LayoutPoint randomPlace(Random& random);
     void ask(Side side, Request request);
+    /// Waits until there is something to judge, or can hardly be any more.
+    void awaitEffect(desk::LayoutPoint departure, bool wasRemembered);
     Outcome judge(desk::LayoutPoint departure, Side side, bool wasRemembered);
     Outcome land(desk::LayoutPoint departure, Side side);
     void clearLabel();
