@@ -16,6 +16,9 @@ constexpr int weighingsOfARun = 5;
 constexpr int leastJumpsForWeighing = 4000;
 /// The agent's helpers and GLib's spare threads go within fifteen seconds of their last use.
 constexpr std::chrono::seconds restBeforeWeighing(16);
+/// Sway's keys are bound anew then, for which a keymap is read that is large for a moment. How the heap lies afterwards
+/// is chance; it has found its size after some dozens.
+constexpr int reloadsToWarmUp = 100;
 /// How long hot keys may be away after a configuration was read.
 constexpr std::chrono::seconds longestRestoring(30);
 
@@ -31,15 +34,29 @@ JumpRun::JumpRun(const std::string& session, std::uint64_t seed, int jumps)
     session_->startAgent();
 }
 
+bool JumpRun::isWeighed() const {
+    return jumps_ >= leastJumpsForWeighing;
+}
+
+void JumpRun::warmUp() {
+    for (int time = 0; time < reloadsToWarmUp; ++time) {
+        reconfigure();
+        jumpOnce();
+    }
+}
+
 void JumpRun::run() {
     const int jumpsBetweenWeighings = std::max(1, jumps_ / weighingsOfARun);
+    if (isWeighed()) {
+        warmUp();
+    }
     for (int number = 1; number <= jumps_; ++number) {
         try {
             round(number);
             if (number % jumpsBetweenChecks == 0) {
                 jumper_.store().checkIntegrity();
             }
-            if (jumps_ >= leastJumpsForWeighing && number % jumpsBetweenWeighings == 0) {
+            if (isWeighed() && number % jumpsBetweenWeighings == 0) {
                 weigh();
             }
         } catch (const std::exception& error) {

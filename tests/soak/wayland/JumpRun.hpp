@@ -43,6 +43,9 @@ class JumpRun {
     void jumpWithMenuOpen();
     void jumpWithButtonHeld();
 
+    /// Memory is weighed in long runs only, and what grows at the beginning alone is not what is looked for.
+    [[nodiscard]] bool isWeighed() const;
+    void warmUp();
     void weigh();
     void print() const;
 
