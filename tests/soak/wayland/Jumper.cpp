@@ -19,7 +19,7 @@ constexpr std::chrono::milliseconds quickly(100);
 /// How long a desktop may take to move the pointer, or to tell of it, before that counts as a refusal.
 constexpr std::chrono::seconds patience(5);
 /// How long a busy machine may take until the agent has heard of a key; else the key had no effect.
-constexpr std::chrono::seconds longestWay(3);
+constexpr std::chrono::seconds longestWay(1);
 
 std::string textOf(LayoutPoint point) {
     std::ostringstream text;

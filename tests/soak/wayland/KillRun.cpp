@@ -21,7 +21,7 @@ using desk::LayoutPoint;
 constexpr double longestMoment = 40;
 constexpr double longestStart = 150;
 /// A jump that a busy compositor has no time for is none.
-constexpr int attempts = 10;
+constexpr int mostAttempts = 10;
 
 class KillRun {
   public:
@@ -174,7 +174,7 @@ class KillRun {
     void jumpWithKeys() {
         for (const Request request : {Request::primaryKey, Request::key}) {
             Outcome outcome = Outcome::noCursor;
-            for (int attempt = 0; outcome == Outcome::noCursor && attempt < attempts; ++attempt) {
+            for (int attempt = 0; outcome == Outcome::noCursor && attempt < mostAttempts; ++attempt) {
                 const LayoutPoint place = session_->bring(jumper_.placeToLeave(random_, Side::next));
                 outcome = jumper_.jump(place, Side::next, request);
             }

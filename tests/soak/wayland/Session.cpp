@@ -40,7 +40,7 @@ std::string textOf(const std::vector<LayoutArea>& areas) {
     return text;
 }
 
-std::string textOf(LayoutPoint point) {
+std::string placeText(LayoutPoint point) {
     return std::to_string(point.x) + ", " + std::to_string(point.y);
 }
 
@@ -125,7 +125,7 @@ LayoutPoint Session::bring(LayoutPoint place) {
         // KWin 6 lets a hand over one edge at a time; and a motion to where the pointer rests tells nobody anything.
         walkTowards(place, attempt % 2 == 0);
     }
-    throw std::runtime_error("the pointer does not get to " + textOf(place) + " by hand");
+    throw std::runtime_error("the pointer does not get to " + placeText(place) + " by hand");
 }
 
 void Session::walkTowards(LayoutPoint place, bool isForward) {
