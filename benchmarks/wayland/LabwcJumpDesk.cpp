@@ -43,7 +43,8 @@ LabwcJumpDesk::LabwcJumpDesk(Carrier carrier) : agent_(VANTREL_BENCH_AGENT), kno
         options.user = user;
         giveTo(user, session.home().path());
     }
-    desk_->startCarrier(options);
+    // A press before the agent is there would have what it starts become the agent.
+    desk_->startCarrier(options, [&] { return isFloor || session.isServed(); });
 }
 
 }  // namespace vantrel::bench

@@ -12,12 +12,15 @@ void SeatJumpDesk::startAgent() {
     agent_ = session_->startAgent();
 }
 
-void SeatJumpDesk::startCarrier(ChildProcessOptions options) {
+void SeatJumpDesk::startCarrier(const ChildProcessOptions& options, const std::function<bool()>& serves) {
     process_ = std::make_unique<ChildProcess>(options);
     const bool isReady = waitUntil([&] {
         // A compositor may learn a while later that it may do more than most.
         if (!process_->isRunning()) {
             process_ = std::make_unique<ChildProcess>(options);
+        }
+        if (!serves()) {
+            return false;
         }
         session_->person().moveTo(onMain);
         session_->person().type(hyper(keys::d));

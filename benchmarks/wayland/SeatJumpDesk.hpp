@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -19,8 +20,9 @@ class SeatJumpDesk : public JumpDesk {
         : session_(std::move(session)), act_(act) {}
 
     void startAgent();
-    /// Starts another carrier and waits until it jumps.
-    void startCarrier(desk::ChildProcessOptions options);
+    /// Starts another carrier and waits until it serves, if that can be seen, and jumps.
+    void startCarrier(
+        const desk::ChildProcessOptions& options, const std::function<bool()>& serves = [] { return true; });
 
     void moveTo(desk::LayoutPoint place) override { session_->person().moveTo(place); }
     std::optional<double> press(desk::LayoutPoint target) override;
