@@ -5,19 +5,24 @@
 
 namespace vantrel::backend {
 
-/// How long the registration of a hot key waits for the desktop's answer: 30 ms, because a person waits, too; but two
-/// seconds in all at the start of the program, which is often the start of a session, when every desktop is busy.
+/// How long the loop waits for a desktop's answer about a hot key: a person waits, too.
+inline constexpr std::chrono::milliseconds answerTime{30};
+
+/// The same, in all, at the start of the program: nobody waits yet, and that is often the start of a session, when
+/// every desktop is busy.
+inline constexpr std::chrono::seconds answerTimeAtStart{2};
+
+/// When the registration of a hot key gives up waiting for the desktop's answer.
 class AnswerTime {
   public:
     using Clock = std::chrono::steady_clock;
 
     /// For a registration that begins now.
-    [[nodiscard]] Clock::time_point deadline() const { return std::max(Clock::now() + usual, start_ + atTheStart); }
+    [[nodiscard]] Clock::time_point deadline() const {
+        return std::max(Clock::now() + answerTime, start_ + answerTimeAtStart);
+    }
 
   private:
-    static constexpr std::chrono::milliseconds usual{30};
-    static constexpr std::chrono::seconds atTheStart{2};
-
     Clock::time_point start_ = Clock::now();
 };
 

@@ -12,8 +12,6 @@ namespace {
 
 constexpr auto commandSocket = ".socket.sock";
 constexpr auto eventSocket = ".socket2.sock";
-/// At the start of the program, when nobody waits for the loop.
-constexpr std::chrono::seconds startTime{2};
 
 /// The directories with the sockets of one instance each.
 std::vector<std::filesystem::path> instances() {
@@ -31,7 +29,8 @@ std::vector<std::filesystem::path> instances() {
 }
 
 Language askLanguage(const HyprlandSocket& commands) {
-    return commands.ask(languageQuestion, Clock::now() + startTime) == agreement ? Language::lua : Language::keywords;
+    return commands.ask(languageQuestion, Clock::now() + backend::answerTimeAtStart) == agreement ? Language::lua
+                                                                                                  : Language::keywords;
 }
 
 }  // namespace

@@ -11,7 +11,6 @@ namespace vantrel::hyprland {
 
 namespace {
 
-constexpr std::chrono::milliseconds answerTime{30};
 constexpr std::chrono::seconds pauseBeforeListening{1};
 constexpr std::size_t longestLine = std::size_t{1024} * 1024;
 
@@ -25,7 +24,7 @@ HyprlandHotKeyBinder::HyprlandHotKeyBinder(HyprlandSocket& commands, Language la
 
 HyprlandHotKeyBinder::~HyprlandHotKeyBinder() {
     for (const BoundKey& key : bound_) {
-        unbindKey(key, Clock::now() + answerTime);
+        unbindKey(key, Clock::now() + backend::answerTime);
     }
 }
 
@@ -122,7 +121,7 @@ void HyprlandHotKeyBinder::unbind(const backend::KeyCombination& combination) {
     const auto key = std::find_if(bound_.begin(), bound_.end(),
                                   [&](const BoundKey& candidate) { return candidate.combination == combination; });
     if (key != bound_.end()) {
-        unbindKey(*key, Clock::now() + answerTime);
+        unbindKey(*key, Clock::now() + backend::answerTime);
         bound_.erase(key);
     }
 }
@@ -135,7 +134,7 @@ void HyprlandHotKeyBinder::unbindKey(const BoundKey& key, Clock::time_point dead
 
 /// After the configuration was read anew, which may bind our keys to something else now.
 void HyprlandHotKeyBinder::restore() {
-    const Clock::time_point deadline = Clock::now() + answerTime;
+    const Clock::time_point deadline = Clock::now() + backend::answerTime;
     xkb_keymap* const keymap = keymap_.get(deadline);
     const bool isDone = keymap != nullptr && std::all_of(bound_.begin(), bound_.end(), [&](const BoundKey& key) {
                             return bindKey(key, keymap, deadline) != eventHotKeyInvalidErr;

@@ -10,10 +10,6 @@ namespace vantrel::plasma {
 
 namespace {
 
-constexpr std::chrono::milliseconds answerTime{30};
-/// At the start of the program, when nobody waits.
-constexpr std::chrono::seconds patience{2};
-
 std::string actionOf(const backend::KeyCombination& combination) {
     return "key-" + std::to_string(combination.keyCode) + "-" + std::to_string(combination.modifiers);
 }
@@ -65,14 +61,14 @@ OSStatus PlasmaHotKeyBinder::acquire(const BoundKey& key, Clock::time_point dead
 
 OSStatus PlasmaHotKeyBinder::bind(const backend::KeyCombination& combination) {
     if (!std::exchange(areLeftoversGone_, true)) {
-        shortcuts_.releaseLeftovers(Clock::now() + patience);
+        shortcuts_.releaseLeftovers(Clock::now() + backend::answerTimeAtStart);
     }
     const BoundKey key{.combination = combination, .action = actionOf(combination)};
     const OSStatus status = acquire(key, patience_.deadline());
     if (status == 0) {
         bound_.push_back(key);
     } else if (status == eventHotKeyExistsErr) {
-        const auto deadline = Clock::now() + answerTime;
+        const auto deadline = Clock::now() + backend::answerTime;
         const std::string owner = shortcuts_.ownerOf(keysOf(combination, deadline), deadline);
         std::fprintf(stderr, "vantrel: the keys of a hot key belong to %s\n",
                      owner.empty() ? "another program" : owner.c_str());
@@ -84,7 +80,7 @@ void PlasmaHotKeyBinder::unbind(const backend::KeyCombination& combination) {
     const auto key = std::find_if(bound_.begin(), bound_.end(),
                                   [&](const BoundKey& candidate) { return candidate.combination == combination; });
     if (key != bound_.end()) {
-        shortcuts_.release(key->action, Clock::now() + answerTime);
+        shortcuts_.release(key->action, Clock::now() + backend::answerTime);
         bound_.erase(key);
     }
 }
@@ -97,7 +93,7 @@ void PlasmaHotKeyBinder::setRecording(bool isRecording) {
         return;
     }
     for (BoundKey& key : bound_) {
-        shortcuts_.release(key.action, Clock::now() + answerTime);
+        shortcuts_.release(key.action, Clock::now() + backend::answerTime);
         key.isHeld = false;
     }
 }
@@ -108,7 +104,7 @@ void PlasmaHotKeyBinder::restore() {
         return;
     }
     for (const BoundKey& key : bound_) {
-        static_cast<void>(acquire(key, Clock::now() + answerTime));
+        static_cast<void>(acquire(key, Clock::now() + backend::answerTime));
     }
 }
 

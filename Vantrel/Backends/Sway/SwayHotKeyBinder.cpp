@@ -10,9 +10,6 @@ namespace vantrel::sway {
 
 namespace {
 
-constexpr std::chrono::milliseconds answerTime{30};
-/// At the start of the program, when nobody waits for the loop.
-constexpr std::chrono::seconds startTime{2};
 constexpr std::chrono::seconds pauseBeforeListening{1};
 constexpr std::chrono::milliseconds pauseBeforeRestoring{50};
 constexpr auto wantedEvents = R"(["binding","mode","workspace"])";
@@ -67,13 +64,13 @@ SwayHotKeyBinder::SwayHotKeyBinder(SwayIpc& commands, const std::filesystem::pat
                                    wayland::ReadKeymap readKeymap)
     : commands_(commands), events_(socketFile), keymap_(std::move(readKeymap)) {
     listen();
-    const Clock::time_point deadline = Clock::now() + startTime;
+    const Clock::time_point deadline = Clock::now() + backend::answerTimeAtStart;
     keymap_.get(deadline);
     learn(deadline);
 }
 
 SwayHotKeyBinder::~SwayHotKeyBinder() {
-    const Clock::time_point deadline = Clock::now() + answerTime;
+    const Clock::time_point deadline = Clock::now() + backend::answerTime;
     for (const BoundKey& key : bound_) {
         unbindInModes(key, deadline);
     }
@@ -192,7 +189,7 @@ void SwayHotKeyBinder::unbind(const backend::KeyCombination& combination) {
     const auto key = std::find_if(bound_.begin(), bound_.end(),
                                   [&](const BoundKey& candidate) { return candidate.combination == combination; });
     if (key != bound_.end()) {
-        unbindInModes(*key, Clock::now() + answerTime);
+        unbindInModes(*key, Clock::now() + backend::answerTime);
         bound_.erase(key);
     }
 }
@@ -209,7 +206,7 @@ void SwayHotKeyBinder::unbindInModes(const BoundKey& key, Clock::time_point dead
 }
 
 void SwayHotKeyBinder::restore() {
-    const Clock::time_point deadline = Clock::now() + answerTime;
+    const Clock::time_point deadline = Clock::now() + backend::answerTime;
     xkb_keymap* const keymap = keymap_.get(deadline);
     bool isDone = keymap != nullptr && learn(deadline);
     for (BoundKey& key : bound_) {
@@ -233,7 +230,7 @@ void SwayHotKeyBinder::restoreInMode(const std::string& mode) {
     // A mode that was made while sway runs.
     modes_.push_back(mode);
     for (const BoundKey& key : bound_) {
-        bindInModes(key, {mode}, Clock::now() + answerTime);
+        bindInModes(key, {mode}, Clock::now() + backend::answerTime);
     }
 }
 

@@ -16,9 +16,6 @@ namespace vantrel::wayfire {
 
 namespace {
 
-/// At the start of the program, when nobody waits for the loop.
-constexpr std::chrono::seconds startTime{2};
-
 std::filesystem::path environment(const char* variable) {
     const char* const value = std::getenv(variable);
     return value == nullptr ? "" : value;
@@ -79,7 +76,7 @@ WayfireCompositor::WayfireCompositor(std::unique_ptr<WayfireSocket> socket, cons
     : socket_(std::move(socket)), address_(address) {}
 
 backend::HotKeyBinder* WayfireCompositor::hotKeys() {
-    const auto methods = socket_->call(methodsCall(), Clock::now() + startTime);
+    const auto methods = socket_->call(methodsCall(), Clock::now() + backend::answerTimeAtStart);
     if (!methods || !canBind(*methods)) {
         return nullptr;
     }

@@ -11,7 +11,6 @@ namespace vantrel::wayfire {
 
 namespace {
 
-constexpr std::chrono::milliseconds answerTime{30};
 constexpr xkb_keycode_t firstKeycode = 8;  // XKB's number of the kernel's 0
 
 }  // namespace
@@ -83,7 +82,7 @@ void WayfireHotKeyBinder::unbind(const backend::KeyCombination& combination) {
 
 void WayfireHotKeyBinder::release(const BoundKey& key) {
     for (const std::uint64_t binding : key.bindings) {
-        static_cast<void>(socket_.call(unbindCall(binding), Clock::now() + answerTime));
+        static_cast<void>(socket_.call(unbindCall(binding), Clock::now() + backend::answerTime));
     }
 }
 

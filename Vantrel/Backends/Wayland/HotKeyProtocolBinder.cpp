@@ -9,7 +9,6 @@ namespace vantrel::wayland {
 
 namespace {
 
-constexpr std::chrono::milliseconds answerTime{30};
 /// Before what the compositor took back is asked for again: the person may take it out of the configuration.
 constexpr std::chrono::seconds pauseAfterLoss{5};
 
@@ -159,7 +158,7 @@ void HotKeyProtocolBinder::renew() {
     if (isRecording_ || hotKeys_.empty()) {
         return;
     }
-    xkb_keymap* const keymap = keymap_.get(Clock::now() + answerTime);
+    xkb_keymap* const keymap = keymap_.get(Clock::now() + backend::answerTime);
     if (keymap == nullptr) {
         noteLoss();
         return;
