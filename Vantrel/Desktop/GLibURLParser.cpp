@@ -1,6 +1,7 @@
 #include "Vantrel/Desktop/GLibURLParser.hpp"
 
 #include "Vantrel/Handles/GLibHandles.hpp"
+#include "Vantrel/Handles/TextPieces.hpp"
 
 namespace vantrel::desktop {
 
@@ -40,17 +41,15 @@ std::optional<std::string> decoded(std::string_view text) {
 /// The items of the query in order. Not GUriParamsIter: it gives up at an item without "=".
 std::optional<std::vector<URLQueryItem>> itemsOf(std::string_view query) {
     std::vector<URLQueryItem> items;
-    while (!query.empty()) {
-        const std::string_view piece = query.substr(0, query.find('&'));
-        query.remove_prefix(piece.size() == query.size() ? piece.size() : piece.size() + 1);
-        const std::size_t equalsSign = piece.find('=');
-        auto name = decoded(piece.substr(0, equalsSign));
+    while (const auto piece = takePiece(query, '&')) {
+        const std::size_t equalsSign = piece->find('=');
+        auto name = decoded(piece->substr(0, equalsSign));
         if (!name) {
             return std::nullopt;
         }
         URLQueryItem item{std::move(*name), std::nullopt};
         if (equalsSign != std::string_view::npos) {
-            item.value = decoded(piece.substr(equalsSign + 1));
+            item.value = decoded(piece->substr(equalsSign + 1));
             if (!item.value) {
                 return std::nullopt;
             }

@@ -19,17 +19,8 @@ namespace vantrel::sway {
 
 namespace {
 
-constexpr std::string_view blanks = " \t\r\n";
 constexpr std::uintmax_t largestFile = 4U * 1024 * 1024;  // nobody writes so much by hand
 constexpr auto defaultMode = "default";
-
-std::string_view trimmed(std::string_view text) {
-    const std::size_t begin = text.find_first_not_of(blanks);
-    if (begin == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
-}
 
 /// Words, of which one in quotation marks may hold blanks; the marks are taken off.
 std::vector<std::string> wordsOf(std::string_view text) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "Vantrel/Handles/TextPieces.hpp"
 #include "Vantrel/Platform/HotKeyServices.hpp"
 
 namespace vantrel::wayfire {
@@ -58,22 +59,6 @@ constexpr std::array keys{
     VANTREL_KEY(LEFT),       VANTREL_KEY(RIGHT),      VANTREL_KEY(UP),         VANTREL_KEY(DOWN)};
 #undef VANTREL_KEY
 
-constexpr std::string_view blanks = " \t\r";
-
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = std::min(text.find_first_not_of(blanks), text.size());
-    const std::size_t end = text.find_last_not_of(blanks) + 1;
-    return first < end ? text.substr(first, end - first) : std::string_view();
-}
-
-/// Takes what ends with the character, or all that is left, from the beginning of the text.
-std::string_view takeUntil(std::string_view& text, char character) {
-    const std::size_t end = std::min(text.find(character), text.size());
-    const std::string_view taken = text.substr(0, end);
-    text.remove_prefix(std::min(end + 1, text.size()));
-    return taken;
-}
-
 std::optional<Chord> chordIn(std::string_view text) {
     Chord chord;
     for (text = trimmed(text); text.starts_with('<'); text = trimmed(text)) {
@@ -115,12 +100,11 @@ std::string textOf(const Chord& chord) {
 
 std::vector<Chord> chordsInConfiguration(std::string_view text) {
     std::vector<Chord> chords;
-    while (!text.empty()) {
-        std::string_view line = takeUntil(text, '\n');
-        line = takeUntil(line, '#');
-        takeUntil(line, '=');
-        while (!line.empty()) {
-            if (auto chord = chordIn(takeUntil(line, '|'))) {
+    while (auto line = takePiece(text, '\n')) {
+        std::string_view setting = takePiece(*line, '#').value_or("");
+        takePiece(setting, '=');
+        while (const auto value = takePiece(setting, '|')) {
+            if (auto chord = chordIn(*value)) {
                 chords.push_back(std::move(*chord));
             }
         }

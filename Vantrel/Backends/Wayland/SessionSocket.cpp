@@ -17,6 +17,7 @@
 #include <utility>
 
 #include "Vantrel/Handles/LocalSocket.hpp"
+#include "Vantrel/Handles/TextPieces.hpp"
 
 namespace vantrel::wayland {
 
@@ -63,16 +64,6 @@ bool sendAll(int socket, std::string_view text) {
 bool isOurs(int socket) {
     const auto peer = peerOf(socket);
     return peer && (peer->user == geteuid() || peer->user == 0);
-}
-
-std::vector<std::string> splitAtNuls(std::string_view text) {
-    std::vector<std::string> parts;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find('\0'), text.size());
-        parts.emplace_back(text.substr(0, end));
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return parts;
 }
 
 /// Whether nothing is missing at the end.
@@ -195,7 +186,7 @@ void SessionSocket::receive(int guest) {
     const bool isWhole = count == 0 && isWholeList(text);
     if (isWhole && ::send(guest, &receipt, 1, MSG_NOSIGNAL) == 1 && opened_) {
         text.pop_back();
-        opened_(splitAtNuls(text));
+        opened_(piecesOf(text, '\0'));
     }
 }
 

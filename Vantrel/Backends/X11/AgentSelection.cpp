@@ -5,7 +5,8 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
-#include <string_view>
+
+#include "Vantrel/Handles/TextPieces.hpp"
 
 namespace vantrel::x11 {
 
@@ -17,16 +18,6 @@ constexpr std::chrono::seconds receiptDeadline{5};
 constexpr std::size_t chunkBytes = std::size_t{64} * 1024;  // below the length limit of requests on every server
 constexpr std::uint32_t mostBytes = 16U * 1024 * 1024;      // far beyond what a command line holds
 constexpr std::uint8_t formatBytes = 8;                     // a property of single bytes
-
-std::vector<std::string> splitAtNuls(std::string_view text) {
-    std::vector<std::string> parts;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find('\0'), text.size());
-        parts.emplace_back(text.substr(0, end));
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return parts;
-}
 
 }  // namespace
 
@@ -123,7 +114,7 @@ void AgentSelection::receive(xcb_window_t window) {
     const auto* text = static_cast<const char*>(xcb_get_property_value(reply.get()));
     const auto length = static_cast<std::size_t>(xcb_get_property_value_length(reply.get()));
     if (opened_) {
-        opened_(splitAtNuls({text, length}));
+        opened_(piecesOf({text, length}, '\0'));
     }
 }
 

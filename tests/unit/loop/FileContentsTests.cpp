@@ -4,21 +4,12 @@
 #include <unistd.h>
 
 #include <array>
-#include <vector>
+#include <string>
 
 #include "Vantrel/Handles/FileDescriptor.hpp"
-#include "Vantrel/Handles/TextPieces.hpp"
 
 namespace vantrel {
 namespace {
-
-std::vector<std::string> piecesOf(std::string_view text) {
-    std::vector<std::string> pieces;
-    while (const auto piece = takePiece(text, '+')) {
-        pieces.emplace_back(*piece);
-    }
-    return pieces;
-}
 
 TEST(FileContents, fileOfTheKernelWithoutASize_isRead) {
     // NUL ends each argument there.
@@ -37,15 +28,6 @@ TEST(FileContents, pipe_isNotWaitedFor) {
     const FileDescriptor writing(ends[1]);
     // As a shell names what "<(...)" gives to a program.
     EXPECT_EQ(contentsOf("/proc/self/fd/" + std::to_string(reading.get())), std::nullopt);
-}
-
-TEST(TakePiece, separators_standBetweenPiecesOrAfterTheLast) {
-    using Pieces = std::vector<std::string>;
-    EXPECT_EQ(piecesOf(""), Pieces());
-    EXPECT_EQ(piecesOf("a"), (Pieces{"a"}));
-    EXPECT_EQ(piecesOf("a+b"), (Pieces{"a", "b"}));
-    EXPECT_EQ(piecesOf("a+b+"), (Pieces{"a", "b"}));
-    EXPECT_EQ(piecesOf("+a++b"), (Pieces{"", "a", "", "b"}));
 }
 
 }  // namespace
