@@ -10,7 +10,7 @@
 #include "Vantrel/Desktop/Loop/GLibRunLoop.hpp"
 #include "Vantrel/Desktop/RandomUUIDGenerator.hpp"
 #include "Vantrel/Desktop/SettingsWindow/SettingsProgram.hpp"
-#include "Vantrel/Desktop/Sound/CanberraSoundPlayer.hpp"
+#include "Vantrel/Desktop/Sound/RemoteSoundPlayer.hpp"
 #include "Vantrel/Desktop/StatusItem/DesktopStatusBar.hpp"
 #include "Vantrel/Desktop/Store/SQLiteUserDefaults.hpp"
 #include "Vantrel/Platform/DisplaySession.hpp"
@@ -47,7 +47,7 @@ class AgentPlatform {
     desktop::GLibRunLoop runLoop_;
     desktop::SQLiteUserDefaults defaults_;
     desktop::DesktopStatusBar statusBar_;
-    desktop::CanberraSoundPlayer sounds_;
+    desktop::RemoteSoundPlayer sounds_;
     desktop::RandomUUIDGenerator uuids_;
     desktop::GLibURLParser urls_;
     desktop::SettingsProgram preferencesWindowViews_;

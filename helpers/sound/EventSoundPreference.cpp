@@ -7,7 +7,7 @@
 
 #include "Vantrel/Backends/X11/XSettings.hpp"
 
-namespace vantrel::desktop {
+namespace vantrel::sound {
 
 namespace {
 
@@ -39,4 +39,4 @@ EventSoundPreference currentEventSoundPreference() {
     return eventSoundPreference(x11::publishedXSettings(connection.get(), screen));
 }
 
-}  // namespace vantrel::desktop
+}  // namespace vantrel::sound

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-namespace vantrel::desktop {
+namespace vantrel::sound {
 
 /// What the person has set about the desktop's event sounds.
 struct EventSoundPreference {
@@ -20,4 +20,4 @@ EventSoundPreference eventSoundPreference(std::string_view xsettings);
 /// The settings of the desktop that DISPLAY names; the defaults when there is no display or no settings manager.
 EventSoundPreference currentEventSoundPreference();
 
-}  // namespace vantrel::desktop
+}  // namespace vantrel::sound

@@ -11,7 +11,7 @@
 #include "Vantrel/Handles/FileDescriptor.hpp"
 #include "helpers/sound/EventSoundPreference.hpp"
 
-namespace vantrel::desktop {
+namespace vantrel::sound {
 namespace {
 
 struct NamedSound {
@@ -106,4 +106,4 @@ int EventSounds::start(const std::string& eventID, const std::string& file, cons
     return result;
 }
 
-}  // namespace vantrel::desktop
+}  // namespace vantrel::sound

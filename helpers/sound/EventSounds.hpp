@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace vantrel::desktop {
+namespace vantrel::sound {
 
 /// Sounds through libcanberra, which finds the sound server. Every call may block for as long as the server likes.
 class EventSounds {
@@ -26,4 +26,4 @@ class EventSounds {
     std::unique_ptr<ca_context, Destroyer> context_;
 };
 
-}  // namespace vantrel::desktop
+}  // namespace vantrel::sound

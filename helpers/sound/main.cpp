@@ -19,7 +19,7 @@ constexpr unsigned longestStart = 5;
 /// More than the longest sound.
 constexpr std::chrono::milliseconds soundLength{500};
 
-void playSounds(vantrel::Channel& agent, vantrel::desktop::EventSounds& sounds) {
+void playSounds(vantrel::Channel& agent, vantrel::sound::EventSounds& sounds) {
     while (const auto message = agent.receive()) {
         if (message->is(vantrel::sound_messages::play, "s")) {
             alarm(longestStart);
@@ -34,7 +34,7 @@ void playSounds(vantrel::Channel& agent, vantrel::desktop::EventSounds& sounds) 
 
 int main() {
     vantrel::Channel agent{vantrel::FileDescriptor(vantrel::Channel::helperDescriptor)};
-    vantrel::desktop::EventSounds sounds;
+    vantrel::sound::EventSounds sounds;
     while (agent.isOpen()) {
         pollfd socket{agent.descriptor(), POLLIN, 0};
         poll(&socket, 1, -1);

@@ -6,7 +6,7 @@ using namespace vantrel;
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view property = fuzz::text(data, size);
-    const desktop::EventSoundPreference settings = desktop::eventSoundPreference(property);
+    const sound::EventSoundPreference settings = sound::eventSoundPreference(property);
     fuzz::require(settings.themeName.empty() || property.find(settings.themeName) != std::string_view::npos,
                   "the theme's name stands in the property");
     return 0;

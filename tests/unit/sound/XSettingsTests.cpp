@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-namespace vantrel::desktop {
+namespace vantrel::sound {
 namespace {
 
 /// Writes the property as a settings manager does.
@@ -110,4 +110,4 @@ TEST(XSettings, eventSoundPreference_lengthsBeyondTheEnd_areHarmless) {
 }
 
 }  // namespace
-}  // namespace vantrel::desktop
+}  // namespace vantrel::sound

@@ -1,4 +1,4 @@
-#include "Vantrel/Desktop/Sound/CanberraSoundPlayer.hpp"
+#include "Vantrel/Desktop/Sound/RemoteSoundPlayer.hpp"
 
 #include <chrono>
 #include <string>
@@ -16,18 +16,18 @@ constexpr std::chrono::milliseconds delay{10};
 
 }  // namespace
 
-CanberraSoundPlayer::CanberraSoundPlayer(Helper::Start start)
+RemoteSoundPlayer::RemoteSoundPlayer(Helper::Start start)
     : program_(std::move(start), {.received = [this](const Message&) { isBeginningDue_ = false; },
                                   // Whatever the reason: sounds are not worth a line.
                                   .ended = [this](const std::string&) { isBeginningDue_ = false; }}) {}
 
-void CanberraSoundPlayer::play(std::string_view soundName) {
+void RemoteSoundPlayer::play(std::string_view soundName) {
     if (!isBeginningDue_ && !soon_.isSet()) {
         soon_ = LoopSource::after(delay, [this, name = std::string(soundName)] { send(name); });
     }
 }
 
-void CanberraSoundPlayer::send(const std::string& soundName) {
+void RemoteSoundPlayer::send(const std::string& soundName) {
     if (program_.start()) {
         isBeginningDue_ = true;
         program_.send({sound_messages::play, g_variant_new("s", soundName.c_str())});

@@ -1,4 +1,4 @@
-#include "Vantrel/Desktop/Sound/CanberraSoundPlayer.hpp"
+#include "Vantrel/Desktop/Sound/RemoteSoundPlayer.hpp"
 
 #include <glib.h>
 #include <gtest/gtest.h>
@@ -20,15 +20,15 @@ namespace vantrel::desktop {
 namespace {
 
 /// Runs in a directory of its own, in which the fake helper leaves its traces.
-class CanberraSoundPlayerTest : public testing::Test {
+class RemoteSoundPlayerTest : public testing::Test {
   protected:
-    CanberraSoundPlayerTest() : oldDirectory_(std::filesystem::current_path()) {
+    RemoteSoundPlayerTest() : oldDirectory_(std::filesystem::current_path()) {
         std::string name = (std::filesystem::temp_directory_path() / "vantrel-sound-XXXXXX").string();
         EXPECT_NE(::mkdtemp(name.data()), nullptr);
         directory_ = name;
         std::filesystem::current_path(directory_);
     }
-    ~CanberraSoundPlayerTest() override {
+    ~RemoteSoundPlayerTest() override {
         std::filesystem::current_path(oldDirectory_);
         // A helper may be writing into it still.
         EXPECT_TRUE(waitUntil([this] {
@@ -65,23 +65,23 @@ class CanberraSoundPlayerTest : public testing::Test {
 
     std::filesystem::path oldDirectory_;
     std::filesystem::path directory_;
-    CanberraSoundPlayer player_{startFake};
+    RemoteSoundPlayer player_{startFake};
 };
 
-TEST_F(CanberraSoundPlayerTest, play_firstSound_startsTheHelperWithIt) {
+TEST_F(RemoteSoundPlayerTest, play_firstSound_startsTheHelperWithIt) {
     player_.play("Pop");
     ASSERT_TRUE(waitForLines("played", 1));
     EXPECT_EQ(linesOf("played"), std::vector<std::string>{"Pop"});
 }
 
 /// A player that has no helper and counts how often it would start one.
-class SoundDelayTest : public CanberraSoundPlayerTest {
+class SoundDelayTest : public RemoteSoundPlayerTest {
   protected:
     int starts_ = 0;
-    std::optional<CanberraSoundPlayer> counted_{std::in_place, [this] {
-                                                    ++starts_;
-                                                    return Channel();
-                                                }};
+    std::optional<RemoteSoundPlayer> counted_{std::in_place, [this] {
+                                                  ++starts_;
+                                                  return Channel();
+                                              }};
 };
 
 TEST_F(SoundDelayTest, play_beforeTheDelay_isSilent) {
@@ -90,7 +90,7 @@ TEST_F(SoundDelayTest, play_beforeTheDelay_isSilent) {
     EXPECT_TRUE(waitUntil([this] { return starts_ == 1; }));
 }
 
-TEST_F(CanberraSoundPlayerTest, play_twiceWithinTheDelay_isPlayedOnce) {
+TEST_F(RemoteSoundPlayerTest, play_twiceWithinTheDelay_isPlayedOnce) {
     player_.play("Pop");
     player_.play("dropped");
     ASSERT_TRUE(waitForLines("answered", 1));
@@ -113,7 +113,7 @@ TEST_F(SoundDelayTest, end_withASoundToCome_isSilent) {
     EXPECT_EQ(starts_, 0);
 }
 
-TEST_F(CanberraSoundPlayerTest, play_afterAnswers_sendsEachSoundToTheSameHelper) {
+TEST_F(RemoteSoundPlayerTest, play_afterAnswers_sendsEachSoundToTheSameHelper) {
     for (std::size_t count = 1; count <= 5; ++count) {
         ASSERT_TRUE(waitUntil([&] {
             // Dropped until the last one was answered; and what was played stands in the file before its answer.
@@ -127,7 +127,7 @@ TEST_F(CanberraSoundPlayerTest, play_afterAnswers_sendsEachSoundToTheSameHelper)
     EXPECT_FALSE(std::filesystem::exists("gone"));
 }
 
-TEST_F(CanberraSoundPlayerTest, play_whileTheLastIsStuck_isDropped) {
+TEST_F(RemoteSoundPlayerTest, play_whileTheLastIsStuck_isDropped) {
     std::ofstream("stuck").close();
     player_.play("first");
     ASSERT_TRUE(waitForLines("played", 1));
@@ -142,7 +142,7 @@ TEST_F(CanberraSoundPlayerTest, play_whileTheLastIsStuck_isDropped) {
     EXPECT_EQ(linesOf("played").at(1), "second");
 }
 
-TEST_F(CanberraSoundPlayerTest, play_afterTheHelperEnded_startsAnother) {
+TEST_F(RemoteSoundPlayerTest, play_afterTheHelperEnded_startsAnother) {
     std::ofstream("once").close();
     player_.play("first");
     ASSERT_TRUE(waitForLines("played", 1));
@@ -153,7 +153,7 @@ TEST_F(CanberraSoundPlayerTest, play_afterTheHelperEnded_startsAnother) {
     }));
 }
 
-TEST_F(CanberraSoundPlayerTest, play_helperKilledWhileStuck_startsAnother) {
+TEST_F(RemoteSoundPlayerTest, play_helperKilledWhileStuck_startsAnother) {
     std::ofstream("stuck").close();
     player_.play("first");
     ASSERT_TRUE(waitForLines("played", 1));
@@ -165,25 +165,25 @@ TEST_F(CanberraSoundPlayerTest, play_helperKilledWhileStuck_startsAnother) {
     }));
 }
 
-TEST_F(CanberraSoundPlayerTest, play_withoutHelper_isSilence) {
-    CanberraSoundPlayer player([this] { return startHelper(directory_ / "no-such-program"); });
+TEST_F(RemoteSoundPlayerTest, play_withoutHelper_isSilence) {
+    RemoteSoundPlayer player([this] { return startHelper(directory_ / "no-such-program"); });
     player.play("Pop");
     player.play("Pop");
     EXPECT_FALSE(std::filesystem::exists("played"));
 }
 
-TEST_F(CanberraSoundPlayerTest, destroyed_helperIsToldAndGoes) {
+TEST_F(RemoteSoundPlayerTest, destroyed_helperIsToldAndGoes) {
     {
-        CanberraSoundPlayer player{startFake};
+        RemoteSoundPlayer player{startFake};
         player.play("Pop");
         ASSERT_TRUE(waitForLines("answered", 1));
     }
     EXPECT_TRUE(waitForLines("gone", 1));
 }
 
-TEST_F(CanberraSoundPlayerTest, helperEnds_leavesNoProcessBehind) {
+TEST_F(RemoteSoundPlayerTest, helperEnds_leavesNoProcessBehind) {
     {
-        CanberraSoundPlayer player{startFake};
+        RemoteSoundPlayer player{startFake};
         player.play("Pop");
         ASSERT_TRUE(waitForLines("answered", 1));
     }

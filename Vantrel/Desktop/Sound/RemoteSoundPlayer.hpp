@@ -13,9 +13,9 @@ namespace vantrel::desktop {
 /// the sound server does to its callers happens there. A sound begins a moment after it was asked for: the programs
 /// that play it would otherwise wake up just when the display server moves the pointer, and take a processor from it.
 /// On two cores a jump then takes half as long again.
-class CanberraSoundPlayer final : public SoundPlayer {
+class RemoteSoundPlayer final : public SoundPlayer {
   public:
-    explicit CanberraSoundPlayer(Helper::Start start);
+    explicit RemoteSoundPlayer(Helper::Start start);
 
     /// Hands the sound to the helper. Drops it while the last one has not begun.
     void play(std::string_view soundName) override;
