@@ -10,8 +10,15 @@ namespace vantrel::plasma {
 
 namespace {
 
+/// Before what got no answer is asked for again.
+constexpr std::chrono::seconds pauseBeforeRestoring{1};
+
 std::string actionOf(const backend::KeyCombination& combination) {
     return "key-" + std::to_string(combination.keyCode) + "-" + std::to_string(combination.modifiers);
+}
+
+std::vector<QtKey> keysOf(const backend::KeyCombination& combination, xkb_keymap* keymap) {
+    return qtKeysOf(wayland::keycodesAt(combination.keyCode, keymap), combination.modifiers, keymap);
 }
 
 }  // namespace
@@ -36,27 +43,14 @@ PlasmaHotKeyBinder::PlasmaHotKeyBinder(GObjectPointer<GDBusConnection> bus, cons
                                       }}),
       layouts_(registry, [this] { restoring_ = LoopSource::whenIdle([this] { restore(); }); }) {}
 
-std::vector<QtKey> PlasmaHotKeyBinder::keysOf(const backend::KeyCombination& combination, Clock::time_point deadline) {
+/// None for a place that types nothing.
+std::optional<GlobalShortcuts::Outcome> PlasmaHotKeyBinder::acquire(const BoundKey& key, Clock::time_point deadline) {
     xkb_keymap* const keymap = keymap_.get(deadline);
-    return keymap == nullptr
-               ? std::vector<QtKey>()
-               : qtKeysOf(wayland::keycodesAt(combination.keyCode, keymap), combination.modifiers, keymap);
-}
-
-OSStatus PlasmaHotKeyBinder::acquire(const BoundKey& key, Clock::time_point deadline) {
-    const auto keys = keysOf(key.combination, deadline);
-    if (keys.empty()) {
-        return eventHotKeyInvalidErr;
+    if (keymap == nullptr) {
+        return GlobalShortcuts::Outcome::noAnswer;
     }
-    switch (shortcuts_.acquire(key.action, "Hot key", keys, deadline)) {
-        case GlobalShortcuts::Outcome::done:
-            return 0;
-        case GlobalShortcuts::Outcome::taken:
-            return eventHotKeyExistsErr;
-        case GlobalShortcuts::Outcome::noAnswer:
-            break;
-    }
-    return eventHotKeyInvalidErr;
+    const auto keys = keysOf(key.combination, keymap);
+    return keys.empty() ? std::nullopt : std::optional(shortcuts_.acquire(key.action, "Hot key", keys, deadline));
 }
 
 OSStatus PlasmaHotKeyBinder::bind(const backend::KeyCombination& combination) {
@@ -64,16 +58,21 @@ OSStatus PlasmaHotKeyBinder::bind(const backend::KeyCombination& combination) {
         shortcuts_.releaseLeftovers(Clock::now() + backend::answerTimeAtStart);
     }
     const BoundKey key{.combination = combination, .action = actionOf(combination)};
-    const OSStatus status = acquire(key, patience_.deadline());
-    if (status == 0) {
+    const auto outcome = acquire(key, patience_.deadline());
+    if (outcome == GlobalShortcuts::Outcome::done) {
         bound_.push_back(key);
-    } else if (status == eventHotKeyExistsErr) {
-        const auto deadline = Clock::now() + backend::answerTime;
-        const std::string owner = shortcuts_.ownerOf(keysOf(combination, deadline), deadline);
-        std::fprintf(stderr, "vantrel: the keys of a hot key belong to %s\n",
-                     owner.empty() ? "another program" : owner.c_str());
+        return 0;
     }
-    return status;
+    if (outcome != GlobalShortcuts::Outcome::taken) {
+        return eventHotKeyInvalidErr;
+    }
+    const auto deadline = Clock::now() + backend::answerTime;
+    xkb_keymap* const keymap = keymap_.get(deadline);
+    const std::string owner =
+        keymap == nullptr ? std::string() : shortcuts_.ownerOf(keysOf(combination, keymap), deadline);
+    std::fprintf(stderr, "vantrel: the keys of a hot key belong to %s\n",
+                 owner.empty() ? "another program" : owner.c_str());
+    return eventHotKeyExistsErr;
 }
 
 void PlasmaHotKeyBinder::unbind(const backend::KeyCombination& combination) {
@@ -103,8 +102,14 @@ void PlasmaHotKeyBinder::restore() {
     if (isRecording_) {
         return;
     }
+    bool isAnswered = true;
     for (const BoundKey& key : bound_) {
-        static_cast<void>(acquire(key, Clock::now() + backend::answerTime));
+        const auto outcome = acquire(key, Clock::now() + backend::answerTime);
+        isAnswered = isAnswered && outcome != GlobalShortcuts::Outcome::noAnswer;
+    }
+    if (!isAnswered) {
+        // KWin is busy, as with what else the end of a recording sets off.
+        restoring_ = LoopSource::after(pauseBeforeRestoring, [this] { restore(); });
     }
 }
 

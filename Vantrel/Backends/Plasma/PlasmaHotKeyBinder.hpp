@@ -33,8 +33,7 @@ class PlasmaHotKeyBinder final : public backend::HotKeyBinder {
         bool isHeld = false;  ///< pressed and not released yet
     };
 
-    std::vector<QtKey> keysOf(const backend::KeyCombination& combination, Clock::time_point deadline);
-    OSStatus acquire(const BoundKey& key, Clock::time_point deadline);
+    std::optional<GlobalShortcuts::Outcome> acquire(const BoundKey& key, Clock::time_point deadline);
     void restore();
     void press(const std::string& action);
     BoundKey* find(const std::string& action);
