@@ -13,7 +13,7 @@ bool isDarkTheme(std::string_view name) {
 
 bool prefersDark(const ColorPreferences& preferences) {
     for (const ColorScheme scheme : {preferences.portal, preferences.gnome}) {
-        if (scheme != ColorScheme::noPreference) {
+        if (scheme == ColorScheme::dark || scheme == ColorScheme::light) {
             return scheme == ColorScheme::dark;
         }
     }

@@ -6,7 +6,7 @@
 
 namespace vantrel::qt {
 
-/// By the numbers of the Settings portal's org.freedesktop.appearance.
+/// By the numbers of the Settings portal's org.freedesktop.appearance, where any other says nothing either.
 enum class ColorScheme : std::uint32_t { noPreference = 0, dark = 1, light = 2 };
 
 /// What a desktop says about light and dark, the more explicit first.

@@ -36,5 +36,12 @@ TEST(ColorPreferences, prefersDark_theyDisagree_theMoreExplicitCounts) {
     EXPECT_TRUE(prefersDark({.gtkPrefersDark = true, .gtkTheme = "Adwaita"}));
 }
 
+TEST(ColorPreferences, prefersDark_schemeThatIsNotKnown_saysNothing) {
+    constexpr auto unknown = static_cast<ColorScheme>(3);
+    EXPECT_TRUE(prefersDark({.portal = unknown, .gnome = ColorScheme::dark, .gtkTheme = {}}));
+    EXPECT_TRUE(prefersDark({.portal = unknown, .gtkPrefersDark = true, .gtkTheme = {}}));
+    EXPECT_FALSE(prefersDark({.portal = unknown, .gtkTheme = {}}));
+}
+
 }  // namespace
 }  // namespace vantrel::qt
