@@ -3,8 +3,9 @@
 #include <sys/socket.h>
 
 #include <cstdlib>
-#include <system_error>
 #include <vector>
+
+#include "Vantrel/Handles/DirectoryEntries.hpp"
 
 namespace vantrel::hyprland {
 
@@ -21,10 +22,8 @@ std::vector<std::filesystem::path> instances() {
     if (const char* const named = std::getenv("HYPRLAND_INSTANCE_SIGNATURE")) {
         found.push_back(all / named);
     }
-    std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator(all, error)) {
-        found.push_back(entry.path());
-    }
+    const auto others = entriesOf(all);
+    found.insert(found.end(), others.begin(), others.end());
     return found;
 }
 

@@ -4,11 +4,11 @@
 #include <cstdlib>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <utility>
 #include <vector>
 
 #include "Vantrel/Backends/Wayfire/WayfireMessages.hpp"
+#include "Vantrel/Handles/DirectoryEntries.hpp"
 #include "Vantrel/Handles/FileContents.hpp"
 #include "Vantrel/Handles/TextPieces.hpp"
 
@@ -30,10 +30,9 @@ double cut(double coordinate) {
 
 std::vector<std::filesystem::path> sockets() {
     std::vector<std::filesystem::path> found{environment("WAYFIRE_SOCKET")};
-    std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator(environment("XDG_RUNTIME_DIR"), error)) {
-        if (entry.path().filename().native().starts_with("wayfire-")) {
-            found.push_back(entry.path());
+    for (const std::filesystem::path& entry : entriesOf(environment("XDG_RUNTIME_DIR"))) {
+        if (entry.filename().native().starts_with("wayfire-")) {
+            found.push_back(entry);
         }
     }
     return found;

@@ -1,11 +1,9 @@
 #include "Vantrel/Backends/Wayland/ConnectorEdid.hpp"
 
-#include <algorithm>
 #include <cstdint>
-#include <system_error>
-#include <vector>
 
 #include "Vantrel/Backends/Common/DisplayIdentity.hpp"
+#include "Vantrel/Handles/DirectoryEntries.hpp"
 #include "Vantrel/Handles/FileContents.hpp"
 
 namespace vantrel::wayland {
@@ -29,16 +27,10 @@ bool isOfConnector(const std::string& entry, const std::string& connector) {
 }  // namespace
 
 std::string edidIdentityOfConnector(const std::string& connector, const std::filesystem::path& directory) {
-    std::error_code error;
-    std::vector<std::filesystem::path> entries;
-    for (auto entry = std::filesystem::directory_iterator(directory, error);
-         !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-        if (isOfConnector(entry->path().filename(), connector)) {
-            entries.push_back(entry->path());
+    for (const std::filesystem::path& entry : entriesOf(directory)) {
+        if (!isOfConnector(entry.filename(), connector)) {
+            continue;
         }
-    }
-    std::sort(entries.begin(), entries.end());
-    for (const std::filesystem::path& entry : entries) {
         if (std::string identity = identityIn(entry / "edid"); !identity.empty()) {
             return identity;
         }
