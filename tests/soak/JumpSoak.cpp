@@ -43,9 +43,7 @@ double share(std::vector<double> values, double part) {
 JumpSoak::JumpSoak(const JumpSoakOptions& options)
     : options_(options), random_(options.seed), shownDisplays_(desk::DisplayLayout::twoDisplays()) {
     foresight_.see(shownDisplays_);
-    // The C library keeps what is freed for the thread that freed it, up to 236 KiB each. That fills up for hours,
-    // sized as chance has it, and would hide what grows for good.
-    desk_.desk().environment().set("GLIBC_TUNABLES", "glibc.malloc.tcache_count=0");
+    keepNothingFreed(desk_.desk().environment());
     desk_.wrapAgent(options.agentWrapper);
     desk_.startAgent();
 }

@@ -32,6 +32,11 @@ long descriptorsOf(pid_t process) {
 
 }  // namespace
 
+void keepNothingFreed(desk::Environment& environment) {
+    environment.set("GLIBC_TUNABLES", "glibc.malloc.tcache_count=0");
+    environment.set("G_SLICE", "always-malloc");
+}
+
 ProcessWeight weightOf(pid_t process) {
     return {.privateDirtyKibibytes = privateDirtyOf(process), .openDescriptors = descriptorsOf(process)};
 }

@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <tuple>
 
+#include "tests/soak/ProcessWeight.hpp"
 #include "tests/soak/RandomDisplays.hpp"
 
 #ifdef VANTREL_KWIN
@@ -157,8 +158,7 @@ void Session::startAgent() {
     item_.reset();
     panel_.reset();
     desk().environment().set("DBUS_SESSION_BUS_ADDRESS", panelBus());
-    // The C library keeps what is freed for the thread that freed it; that would hide what grows for good.
-    desk().environment().set("GLIBC_TUNABLES", "glibc.malloc.tcache_count=0");
+    keepNothingFreed(desk().environment());
     panel_ = std::make_unique<desk::TestPanel>(panelBus());
     agent_ = desk().startAgent();
     awaitItem();
