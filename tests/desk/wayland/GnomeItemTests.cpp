@@ -106,11 +106,5 @@ TEST_F(GnomeItem, panelsOfOtherKinds_areOfferedItOnlyWithoutTheExtension) {
     EXPECT_TRUE(desk.waitForTitle("Vantrel"));
 }
 
-TEST_F(GnomeItem, programStartedAgain_opensTheMenu) {
-    EXPECT_EQ(desk.startProgram()->waitForExit(), ordinaryEnd);
-    EXPECT_TRUE(waitUntil([this] { return desk.item("item.menu.isOpen") == "true"; }));
-    EXPECT_TRUE(agent->isRunning());
-}
-
 }  // namespace
 }  // namespace vantrel::desk

@@ -16,12 +16,14 @@ class GnomeSettings : public testing::Test {
   protected:
     void SetUp() override {
         ASSERT_TRUE(desk.waitForTitle("Vantrel"));
-        desk.chooseRow(settingsRow);
+        openSettings();
         ASSERT_TRUE(waitUntil([this] { return hasKeyboard(); })) << agent->standardError();
         program = helperOf(agent->processId(), "vantrel-settings");
         ASSERT_TRUE(program);
         ASSERT_TRUE(waitUntilAtRest(*program));
     }
+
+    virtual void openSettings() { desk.chooseRow(settingsRow); }
 
     bool hasKeyboard() {
         return desk.shell().evaluate("global.display.focus_window?.title ?? null") == "\"Vantrel Settings\"";
@@ -128,6 +130,16 @@ TEST_F(GnomeSettings, windowsProgramKilled_keyboardIsFree) {
     EXPECT_TRUE(waitUntil([this] { return !isCaptured(); }));
     desk.person().moveTo(onMain);
     EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
+}
+
+class GnomeSettingsByAFurtherStart : public GnomeSettings {
+  protected:
+    void openSettings() override { EXPECT_EQ(desk.startProgram()->waitForExit(), ordinaryEnd); }
+};
+
+TEST_F(GnomeSettingsByAFurtherStart, itemShown_windowHasTheKeyboard) {
+    EXPECT_TRUE(agent->isRunning());
+    EXPECT_TRUE(hasKeyboard());
 }
 
 }  // namespace
