@@ -9,8 +9,7 @@ namespace vantrel::desk {
 
 namespace {
 
-/// Of a foreign scheme: the agent takes it, when it has launched and has obeyed what came before, and does nothing
-/// about it.
+/// Of a foreign scheme: the agent takes it, when it has launched, and does nothing about it.
 constexpr auto nothingToDo = "about:blank";
 
 }  // namespace

@@ -57,7 +57,8 @@ class CompositorDesk {
 
     /// Hands the URL over to the agent; false when nobody takes it.
     bool open(const std::string& url);
-    /// The same, and waits until the agent has done what it says.
+    /// The same, and waits until the agent has taken another one. By then it has obeyed this, unless the machine kept
+    /// it from running in between.
     bool openAndWait(const std::string& url);
 
   protected:
