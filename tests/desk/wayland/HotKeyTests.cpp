@@ -33,6 +33,11 @@ class WaylandHotKeys : public testing::TestWithParam<CompositorKind> {
 INSTANTIATE_TEST_SUITE_P(Compositors, WaylandHotKeys, testing::ValuesIn(compositorsWithHotKeys()),
                          [](const auto& test) { return test.param.name; });
 
+class WaylandBindings : public WaylandHotKeys {};
+
+INSTANTIATE_TEST_SUITE_P(Compositors, WaylandBindings, testing::ValuesIn(compositorsWithBindings()),
+                         [](const auto& test) { return test.param.name; });
+
 TEST_P(WaylandHotKeys, pressed_jump) {
     start();
     EXPECT_TRUE(desk->jump(hyper(keys::d), centreOfSecond));
@@ -88,20 +93,20 @@ TEST_P(WaylandHotKeys, numLockOn_jump) {
     EXPECT_TRUE(desk->jump(controlOptionCommand(keys::rightArrow), onMain));
 }
 
-TEST_P(WaylandHotKeys, capsLockAsHyper_jump) {
+TEST_P(WaylandBindings, capsLockAsHyper_jump) {
     start("us", "vantrel:hyper");
     EXPECT_TRUE(desk->jump({keys::capsLock, keys::d}, centreOfSecond));
     EXPECT_TRUE(desk->jump(hyper(keys::d), onMain)) << "the four keys themselves go on working";
 }
 
-TEST_P(WaylandHotKeys, russianAlone_jumpAndTheSmallerChordDoesNot) {
+TEST_P(WaylandBindings, russianAlone_jumpAndTheSmallerChordDoesNot) {
     start("ru");
     desk->person().type(controlOptionCommand(keys::d));
     EXPECT_TRUE(desk->person().staysAt(onMain));
     EXPECT_TRUE(desk->jump(hyper(keys::d), centreOfSecond));
 }
 
-TEST_P(WaylandHotKeys, russianAsTheActiveLayout_jump) {
+TEST_P(WaylandBindings, russianAsTheActiveLayout_jump) {
     start("us,ru");
     desk->person().chooseLayout(1);
     EXPECT_TRUE(desk->jump(hyper(keys::d), centreOfSecond));
@@ -109,7 +114,7 @@ TEST_P(WaylandHotKeys, russianAsTheActiveLayout_jump) {
     EXPECT_TRUE(desk->jump(hyper(keys::d), onMain));
 }
 
-TEST_P(WaylandHotKeys, chordOfThePersons_staysTheirs) {
+TEST_P(WaylandBindings, chordOfThePersons_staysTheirs) {
     desk = std::make_unique<WaylandDesk>(GetParam().startWithHyperDTaken(WaylandDesk::twoOutputs()));
     agent = desk->startAgent();
     desk->person().moveTo(onMain);
@@ -119,7 +124,7 @@ TEST_P(WaylandHotKeys, chordOfThePersons_staysTheirs) {
     EXPECT_TRUE(desk->jump(controlOptionCommand(keys::rightArrow), centreOfSecond)) << "the others are ours";
 }
 
-TEST_P(WaylandHotKeys, configurationReadAgain_jump) {
+TEST_P(WaylandBindings, configurationReadAgain_jump) {
     start();
     for (int round = 0; round < 3; ++round) {
         GetParam().reload(desk->compositor());

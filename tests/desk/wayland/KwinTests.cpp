@@ -52,36 +52,6 @@ class KwinKeys : public testing::Test {
     std::unique_ptr<AgentProcess> agent;
 };
 
-TEST_F(KwinKeys, pressed_jump) {
-    start();
-    EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond));
-    EXPECT_TRUE(desk.jump(controlOptionCommand(keys::rightArrow), onMain));
-    EXPECT_TRUE(desk.jump(controlOptionCommand(keys::leftArrow), centreOfSecond));
-    EXPECT_EQ(agent->standardError(), "");
-}
-
-TEST_F(KwinKeys, wrongChords_doNothing) {
-    start();
-    desk.person().type(controlOptionCommand(keys::d));
-    desk.person().type({keys::d});
-    desk.person().type({keys::control, keys::option, keys::shift, keys::command, keys::rightArrow});
-    EXPECT_TRUE(desk.person().staysAt(onMain));
-    EXPECT_TRUE(desk.jump(hyper(keys::d), centreOfSecond)) << "the right one does";
-}
-
-TEST_F(KwinKeys, heldKey_actsOnce) {
-    start();
-    const auto holdAnew = [&] {
-        desk.person().letGo();
-        desk.person().hold(hyper(keys::d));
-    };
-    ASSERT_TRUE(desk.jump(holdAnew, centreOfSecond));
-    // Keys repeat after 600 ms.
-    EXPECT_TRUE(desk.person().staysAt(centreOfSecond, std::chrono::milliseconds(1500)));
-    desk.person().letGo();
-    EXPECT_TRUE(desk.jump(hyper(keys::d), onMain)) << "the next press acts again";
-}
-
 TEST_F(KwinKeys, end_leavesTheStoredShortcutsAsTheyWere) {
     const std::string before = storedAtRest();
     start();

@@ -55,6 +55,13 @@ std::vector<CompositorKind> installedCompositors() {
                  return std::make_unique<HyprlandProcess>(HyprlandOptions{.outputs = outputs, .configuration = {}});
              },
          .reload = [](CompositorProcess& compositor) { static_cast<HyprlandProcess&>(compositor).reload(); },
+         .startWithHyperDTaken =
+             [](const Outputs& outputs) {
+                 return std::make_unique<HyprlandProcess>(HyprlandOptions{
+                     .outputs = outputs,
+                     .configuration = std::string("hl.bind(\"CTRL + ALT + SHIFT + SUPER + D\", hl.dsp.exec_cmd(\"") +
+                                      leaveTrace + "\"))\n"});
+             },
          .isServedByProtocols = false,
          .tellsWithButtonHeld = true,
          .tellsWholePoints = true,
@@ -95,6 +102,12 @@ std::vector<CompositorKind> installedCompositors() {
 }
 
 std::vector<CompositorKind> compositorsWithHotKeys() {
+    auto kinds = installedCompositors();
+    std::erase_if(kinds, [](const CompositorKind& kind) { return !kind.bindsHotKeys; });
+    return kinds;
+}
+
+std::vector<CompositorKind> compositorsWithBindings() {
     auto kinds = installedCompositors();
     std::erase_if(kinds, [](const CompositorKind& kind) { return !kind.startWithHyperDTaken; });
     return kinds;

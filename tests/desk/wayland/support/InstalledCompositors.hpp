@@ -19,8 +19,8 @@ struct CompositorKind {
     /// Has one of this kind read its configuration again; a client finds it done after two rounds of asking.
     std::function<void(CompositorProcess& compositor)> reload;
     bool bindsHotKeys = true;  ///< whether programs can bind keys
-    /// Starts one in which the person has bound Hyper + D to what makes personsTrace(); none where the tests of hot
-    /// keys are of the compositor's own.
+    /// Starts one in which the person has bound Hyper + D to what makes personsTrace(); none where hot keys are no
+    /// bindings of the compositor's, and the person's keyboard has no map of its own.
     std::function<std::unique_ptr<CompositorProcess>(const std::vector<PrivateOutput>& outputs)> startWithHyperDTaken =
         nullptr;
     /// Whether it can be served by the protocols alone. Hyprland does not turn a virtual pointer's places on a display
@@ -53,8 +53,11 @@ inline std::ostream& operator<<(std::ostream& out, const CompositorKind& kind) {
 /// Those that are installed; a release of Debian may lack some.
 std::vector<CompositorKind> installedCompositors();
 
-/// Those of them for the tests of hot keys.
+/// Those of them in which programs can bind keys.
 std::vector<CompositorKind> compositorsWithHotKeys();
+
+/// Those of these in which people bind keys in the compositor's configuration.
+std::vector<CompositorKind> compositorsWithBindings();
 
 /// Those of them whose displays can be looked at.
 std::vector<CompositorKind> compositorsWithPictures();
