@@ -13,6 +13,7 @@
 #include "tests/desk/status/PanelItem.hpp"
 #include "tests/desk/status/TestPanel.hpp"
 #include "tests/desk/support/Desk.hpp"
+#include "tests/desk/support/HelperProcess.hpp"
 #include "tests/desk/support/KeyGrab.hpp"
 #include "tests/desk/support/ProcessActivity.hpp"
 #include "tests/desk/support/TemporaryDirectory.hpp"
@@ -67,6 +68,8 @@ TEST_F(AgentSettings, row_settings_opensOneWindow) {
     openSettings();
     const xcb_window_t window = windowManager.activeWindow();
     openSettings();
+    // Another window would come later.
+    ASSERT_TRUE(waitUntilAtRest(*helperOf(agent->processId(), "vantrel-settings")));
     EXPECT_EQ(windowManager.stackedWindows(), std::vector<std::uint32_t>{window});
     type({keys::escape});
     ASSERT_TRUE(windowIsGone());

@@ -73,7 +73,7 @@ TEST_F(Tray, tint2_startsLateAndAgain_getsTheItem) {
         ASSERT_TRUE(waitForIcon(process)) << life;
         tint2->end(life == 0 ? SIGKILL : SIGTERM);
         EXPECT_TRUE(process.waitForVisible(false)) << life;
-        EXPECT_TRUE(icons().empty()) << life;
+        EXPECT_TRUE(waitUntil([this] { return icons().empty(); })) << life;
     }
     EXPECT_TRUE(process.isRunning());
 }
