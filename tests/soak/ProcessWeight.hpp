@@ -8,9 +8,9 @@
 
 namespace vantrel::soak {
 
-/// Has a process that is started so give back what it frees, so that what grows for good is seen. The C library keeps up
-/// to 236 KiB for each thread, and GLib before 2.76 keeps small pieces by their sizes; both fill up for hours, as chance
-/// has it.
+/// Has a process that is started so give back what it frees, so that what grows for good is seen. The C library keeps
+/// up to 236 KiB for each thread, and GLib before 2.76 keeps small pieces by their sizes; both fill up for hours, as
+/// chance has it.
 void keepNothingFreed(desk::Environment& environment);
 
 /// What a process holds at one moment.
