@@ -11,9 +11,18 @@ namespace vantrel::backend {
 
 namespace {
 
+// In wider numbers: what is told may stand at the end of them.
+std::int64_t rightOf(const Monitor& monitor) {
+    return std::int64_t{monitor.x} + monitor.width;
+}
+
+std::int64_t lowerEndOf(const Monitor& monitor) {
+    return std::int64_t{monitor.y} + monitor.height;
+}
+
 bool holds(const Monitor& outer, const Monitor& inner) {
-    return outer.x <= inner.x && outer.y <= inner.y && inner.x + inner.width <= outer.x + outer.width &&
-           inner.y + inner.height <= outer.y + outer.height;
+    return outer.x <= inner.x && outer.y <= inner.y && rightOf(inner) <= rightOf(outer) &&
+           lowerEndOf(inner) <= lowerEndOf(outer);
 }
 
 bool sameArea(const Monitor& first, const Monitor& second) {
@@ -94,7 +103,7 @@ DisplayLayout layoutOfMonitors(const std::vector<Monitor>& listed) {
         const Monitor& monitor = counted[index];
         layout.displays.push_back(
             {identifiers[index],
-             CGRect{{static_cast<double>(monitor.x - layout.originX), static_cast<double>(monitor.y - layout.originY)},
+             CGRect{{static_cast<double>(monitor.x) - layout.originX, static_cast<double>(monitor.y) - layout.originY},
                     {static_cast<double>(monitor.width), static_cast<double>(monitor.height)}}});
     }
     return layout;

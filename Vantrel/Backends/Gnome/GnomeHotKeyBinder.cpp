@@ -84,8 +84,13 @@ void GnomeHotKeyBinder::restore() {
 
 /// Another keyboard may have the place elsewhere, and other layouts may hide modifiers.
 void GnomeHotKeyBinder::followKeymap() {
+    const auto deadline = Clock::now() + backend::answerTime;
+    if (keymap_.get(deadline) == nullptr) {
+        following_ = LoopSource::after(std::chrono::seconds(1), [this] { followKeymap(); });
+        return;
+    }
     for (BoundKey& key : bound_) {
-        auto accelerators = acceleratorsFor(key.combination, Clock::now() + std::chrono::seconds(2));
+        auto accelerators = acceleratorsFor(key.combination, deadline);
         if (!accelerators.empty() && accelerators != key.accelerators) {
             key.accelerators = std::move(accelerators);
             extension_.tell("Grab", grabOf(key.number, key.accelerators));

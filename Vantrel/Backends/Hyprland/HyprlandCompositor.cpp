@@ -27,9 +27,10 @@ std::vector<std::filesystem::path> instances() {
     return found;
 }
 
+/// One that is too busy to answer is taken for a newer one.
 Language askLanguage(const HyprlandSocket& commands) {
-    return commands.ask(languageQuestion, Clock::now() + backend::answerTimeAtStart) == agreement ? Language::lua
-                                                                                                  : Language::keywords;
+    const auto answer = commands.ask(languageQuestion, Clock::now() + backend::answerTimeAtStart);
+    return !answer || *answer == agreement ? Language::lua : Language::keywords;
 }
 
 }  // namespace

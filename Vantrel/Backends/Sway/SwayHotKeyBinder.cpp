@@ -229,8 +229,11 @@ void SwayHotKeyBinder::restoreInMode(const std::string& mode) {
     }
     // A mode that was made while sway runs.
     modes_.push_back(mode);
-    for (const BoundKey& key : bound_) {
-        bindInModes(key, {mode}, Clock::now() + backend::answerTime);
+    for (BoundKey& key : bound_) {
+        if (!bindInModes(key, {mode}, Clock::now() + backend::answerTime)) {
+            key.isLost = true;
+            restoreAgain_ = LoopSource::after(pauseBeforeRestoring, [this] { restore(); });
+        }
     }
 }
 

@@ -94,7 +94,7 @@ std::optional<std::string> SwayIpc::ask(MessageType type, std::string_view paylo
         if (unanswered_ == 0 && !messages.empty()) {
             return std::move(messages.back().payload);
         }
-        if (messages.empty() && !waitUntilReadable(socket_.get(), deadline)) {
+        if (Clock::now() >= deadline || (messages.empty() && !waitUntilReadable(socket_.get(), deadline))) {
             break;
         }
     }
@@ -103,7 +103,9 @@ std::optional<std::string> SwayIpc::ask(MessageType type, std::string_view paylo
 
 bool SwayIpc::settle(Clock::time_point deadline) {
     while (isOpen() && unanswered_ > 0) {
-        if (take().empty() && !waitUntilReadable(socket_.get(), deadline)) {
+        const bool isEmpty = take().empty();
+        const bool isLate = Clock::now() >= deadline;
+        if (unanswered_ > 0 && (isLate || (isEmpty && !waitUntilReadable(socket_.get(), deadline)))) {
             return false;
         }
     }

@@ -73,8 +73,10 @@ std::optional<std::string> WayfireSocket::call(const std::string& json, Clock::t
     if (!send(json)) {
         return std::nullopt;
     }
-    while (unanswered_ > 0 && waitUntilReadable(socket_.get(), deadline)) {
+    bool isLate = false;
+    while (unanswered_ > 0 && !isLate && waitUntilReadable(socket_.get(), deadline)) {
         receive();
+        isLate = Clock::now() >= deadline;
     }
     if (!events_.empty()) {
         delivery_ = LoopSource::after({}, [this] { deliver(); }, {.priority = G_PRIORITY_HIGH});

@@ -13,7 +13,7 @@ constexpr std::uint32_t versionWithNames = 4;  // of wl_output; before that xdg-
 
 /// How far it is from the coordinate to the range; 0 within.
 double distance(double coordinate, std::int32_t from, std::int32_t length) {
-    return std::max({from - coordinate, coordinate - (from + length), 0.0});
+    return std::max({from - coordinate, coordinate - from - length, 0.0});
 }
 
 }  // namespace
@@ -24,8 +24,8 @@ const Output& outputAt(std::span<const Output> outputs, LayoutPoint point) {
     for (const Output& output : outputs) {
         const OutputDescription& place = output.description;
         // The right and the lower edge belong to the neighbour.
-        const bool holds = point.x >= place.x && point.x < place.x + place.width && point.y >= place.y &&
-                           point.y < place.y + place.height;
+        const bool holds = point.x >= place.x && point.x - place.x < place.width && point.y >= place.y &&
+                           point.y - place.y < place.height;
         const double x = distance(point.x, place.x, place.width);
         const double y = distance(point.y, place.y, place.height);
         const double away = holds ? -1 : x * x + y * y;

@@ -13,8 +13,8 @@ namespace vantrel::wayland {
 /// handled in every wait, and so between the reading of the outputs and their use.
 struct Output {
     std::uint32_t global = 0;
-    std::shared_ptr<wl_output> handle;
-    OutputDescription description;
+    std::shared_ptr<wl_output> handle{};
+    OutputDescription description{};
 };
 
 /// The output that holds the point, else the nearest one. There is one at least.

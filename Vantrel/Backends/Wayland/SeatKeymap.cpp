@@ -38,7 +38,8 @@ constexpr wl_keyboard_listener keyboardListener{
     .keymap = takeKeymap, .enter = unused, .leave = unused, .key = unused, .modifiers = unused, .repeat_info = unused};
 
 std::string contentOf(const KeymapAnswer& answer) {
-    std::string text(answer.size, '\0');
+    constexpr std::uint32_t largest = 16U * 1024 * 1024;  // beyond that it is none
+    std::string text(answer.size <= largest ? answer.size : 0, '\0');
     const ssize_t count = answer.file.isOpen() ? pread(answer.file.get(), text.data(), text.size(), 0) : -1;
     text.resize(count < 0 ? 0 : static_cast<std::size_t>(count));
     return text.substr(0, text.find('\0'));

@@ -13,6 +13,7 @@ namespace vantrel::overlay {
 namespace {
 
 constexpr xkb_keycode_t evdevToXkb = 8;
+constexpr std::uint32_t largestKeymap = 16U * 1024 * 1024;  // beyond that it is none
 
 }  // namespace
 
@@ -22,8 +23,8 @@ struct Keyboard::Callbacks {
     static void keymap(void* data, wl_keyboard* /*keyboard*/, std::uint32_t format, std::int32_t descriptor,
                        std::uint32_t size) {
         const FileDescriptor file(descriptor);
-        std::string text(size, '\0');
-        if (format != WL_KEYBOARD_KEYMAP_FORMAT_XKB_V1 || pread(file.get(), text.data(), text.size(), 0) < 0) {
+        std::string text(size <= largestKeymap ? size : 0, '\0');
+        if (format != WL_KEYBOARD_KEYMAP_FORMAT_XKB_V1 || pread(file.get(), text.data(), text.size(), 0) <= 0) {
             return;
         }
         self(data).setKeymap(text.substr(0, text.find('\0')));

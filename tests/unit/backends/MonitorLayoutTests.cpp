@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <limits>
 #include <set>
 
 namespace vantrel::backend {
@@ -135,6 +136,15 @@ TEST(MonitorLayout, layoutOfMonitors_sixteenDisplays_haveSixteenIdentifiersNotZe
     const auto ids = idsOf(layoutOfMonitors(monitors));
     EXPECT_EQ(std::set<std::uint32_t>(ids.begin(), ids.end()).size(), 16U);
     EXPECT_EQ(std::count(ids.begin(), ids.end(), 0U), 0);
+}
+
+TEST(MonitorLayout, layoutOfMonitors_atTheEndOfAllNumbers_areDisplays) {
+    constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
+    constexpr std::int32_t least = std::numeric_limits<std::int32_t>::min();
+    const DisplayLayout layout =
+        layoutOfMonitors({automatic("A", {.x = most, .y = most, .width = most, .height = most}, true),
+                          automatic("B", {.x = least, .y = least, .width = 1, .height = 1})});
+    EXPECT_EQ(boundsOf(layout), (std::vector{rect(0, 0, most, most), rect(2.0 * least + 1, 2.0 * least + 1, 1, 1)}));
 }
 
 }  // namespace

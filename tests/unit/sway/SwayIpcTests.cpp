@@ -71,6 +71,18 @@ TEST_F(SwayIpcTest, ask_answered_givesTheAnswer) {
     EXPECT_EQ(std::string(buffer.data(), static_cast<std::size_t>(count)), message(7, "question"));
 }
 
+TEST_F(SwayIpcTest, ask_onlyEventsWithoutEnd_endsAfterTheDeadline) {
+    const FileDescriptor speaker(dup(other.get()));
+    auto talking = std::async(std::launch::async, [&speaker] {
+        const std::string event = message(0x80000005, std::string(1024, 'x'));
+        while (send(speaker.get(), event.data(), event.size(), MSG_NOSIGNAL) > 0) {
+        }
+    });
+    EXPECT_EQ(ipc.ask(MessageType::getVersion, "question", soon()), std::nullopt);
+    EXPECT_FALSE(ipc.settle(soon()));
+    shutdown(speaker.get(), SHUT_RDWR);
+}
+
 TEST_F(SwayIpcTest, ask_earlierAnswersOutstanding_givesItsOwn) {
     EXPECT_TRUE(ipc.tell(MessageType::runCommand, "one"));
     EXPECT_TRUE(ipc.tell(MessageType::runCommand, "two"));

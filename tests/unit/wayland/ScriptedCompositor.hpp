@@ -66,6 +66,7 @@ class ScriptedCompositor {
         return requests;
     }
 
+    static constexpr std::uint32_t display = 1;
     static constexpr std::uint32_t registry = 2;  // the first object that is asked for
 
   private:
