@@ -102,11 +102,12 @@ OSStatus FakeHotKeys::deliverPress(EventHotKeyID hotKeyID) {
 }
 
 bool FakeHotKeys::press(Combination combination) {
-    return handler_ != nullptr && binder_.press({combination.first, combination.second});
+    return handler_ != nullptr && isRegistered(combination) && binder_.press({combination.first, combination.second});
 }
 
 bool FakeHotKeys::isRegistered(Combination combination) const {
-    return binder_.isBound({combination.first, combination.second});
+    return std::any_of(registrations_.begin(), registrations_.end(),
+                       [&combination](const Registration& candidate) { return candidate.combination == combination; });
 }
 
 }  // namespace vantrel::fake

@@ -48,6 +48,8 @@ TEST_F(PressDuringReply, registeringAnotherKey_pressComesWithTheReply_isNotLost)
         ASSERT_TRUE(hasPressed);
         ASSERT_TRUE(probe.waitForPresses(1, round));
         probe.remove(2);
+        // It is let go of when the loop rests.
+        ASSERT_TRUE(probe.turnUntil([&] { return !isHeldByAnotherProgram(desk.connection(), hyper(keys::s)); }));
     }
 }
 
