@@ -34,7 +34,6 @@ class ItemPresenter {
     // For such a one:
     virtual void setTexts(const std::string& /*title*/, const std::string& /*toolTip*/) {}
     virtual void setMenu(const Menu& /*menu*/) {}
-    virtual void openMenu() {}
     /// For those who do not see the title; empty for none.
     virtual void showMessage(const std::string& /*text*/) {}
 };

@@ -24,7 +24,6 @@ class GnomeItemPresenter final : public ItemPresenter {
     [[nodiscard]] bool isWholeItem() const override { return true; }
     void setTexts(const std::string& title, const std::string& toolTip) override;
     void setMenu(const Menu& menu) override;
-    void openMenu() override { extension_.tell("OpenMenu"); }
     void showMessage(const std::string& text) override;
 
     // What the extension tells.

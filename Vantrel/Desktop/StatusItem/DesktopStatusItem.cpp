@@ -196,11 +196,10 @@ bool DesktopStatusItem::isVisible() const {
 }
 
 void DesktopStatusItem::popUpMenu() {
-    if (isPresentedWhole()) {
-        presenter_->openMenu();
-        return;
+    // Where the desktop shows the whole item nothing else opens a menu.
+    if (!isPresentedWhole()) {
+        overlay_.openMenu(menuRows());
     }
-    overlay_.openMenu(menuRows());
 }
 
 void DesktopStatusItem::performRow(std::size_t row) {

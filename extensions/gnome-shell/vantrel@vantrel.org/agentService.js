@@ -27,7 +27,6 @@ const XML = `<node><interface name="${INTERFACE}">
 <method name="Ungrab"><arg type="u" direction="in"/></method>
 <method name="SetItem"><arg type="s" direction="in"/><arg type="s" direction="in"/></method>
 <method name="SetMenu"><arg type="a(ssbb)" direction="in"/></method>
-<method name="OpenMenu"/>
 <method name="ShowMessage"><arg type="s" direction="in"/></method>
 <method name="HideMessage"/>
 <method name="BeginCapture"><arg type="b" direction="out"/></method>
@@ -65,7 +64,6 @@ const METHODS = {
     Ungrab: (client, number) => client.hotKeys.ungrab(number),
     SetItem: (client, title, toolTip) => client.item.setTexts(title, toolTip),
     SetMenu: (client, rows) => client.item.setRows(rows),
-    OpenMenu: client => client.item.openMenu(),
     ShowMessage: (client, text) => client.message.show(text),
     HideMessage: client => client.message.hide(),
     BeginCapture: client => new GLib.Variant('(b)', [client.capture.begin()]),

@@ -37,10 +37,6 @@ export class PanelItem {
             this._fillMenu();
     }
 
-    openMenu() {
-        this._button?.menu.open();
-    }
-
     _show() {
         this._button = new PanelMenu.Button(0.5, 'Vantrel');
         this._title = new St.Label({y_align: Clutter.ActorAlign.CENTER});

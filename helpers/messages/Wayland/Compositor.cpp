@@ -97,7 +97,9 @@ void Compositor::lookUnderPointer() const {
 
 void Compositor::receive() {
     while (wl_display_prepare_read(display()) != 0) {
-        wl_display_dispatch_pending(display());
+        if (wl_display_dispatch_pending(display()) < 0) {
+            return;  // the connection is lost, and nothing takes these events any more
+        }
     }
     wl_display_read_events(display());
     wl_display_dispatch_pending(display());
