@@ -43,7 +43,9 @@ std::string GnomeDesk::notice() {
 }
 
 void GnomeDesk::chooseRow(std::size_t row) {
-    person_->click("Main.panel.statusArea.vantrel");
+    if (item("item.menu.isOpen") != "true") {
+        person_->click("Main.panel.statusArea.vantrel");
+    }
     if (!waitUntil([this] { return item("item.menu.isOpen") == "true"; })) {
         throw std::runtime_error("the item's menu does not open");
     }
