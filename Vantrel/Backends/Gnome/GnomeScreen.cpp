@@ -15,7 +15,7 @@ constexpr const char* path = "/org/gnome/Mutter/DisplayConfig";
 
 /// What is left of the 30 ms for a jump stays for everything else.
 constexpr std::chrono::milliseconds readingTime{25};
-/// At the start, when nobody waits.
+/// At the start and after a change, when nobody waits.
 constexpr std::chrono::seconds patience{2};
 
 }  // namespace
